@@ -1,0 +1,24 @@
+// Everything that this platform provides, in one include, as an application written for it expects.
+#ifndef LAMPBLACK_CARBON_CARBON_H
+#define LAMPBLACK_CARBON_CARBON_H
+
+#include <Carbon/Appearance.h>
+#include <Carbon/CarbonEvents.h>
+#include <Carbon/Controls.h>
+#include <Carbon/Dialogs.h>
+#include <Carbon/Events.h>
+#include <Carbon/Files.h>
+#include <Carbon/Fonts.h>
+#include <Carbon/Gestalt.h>
+#include <Carbon/MacErrors.h>
+#include <Carbon/MacMemory.h>
+#include <Carbon/MacTypes.h>
+#include <Carbon/MacWindows.h>
+#include <Carbon/Menus.h>
+#include <Carbon/Processes.h>
+#include <Carbon/Quickdraw.h>
+#include <Carbon/Resources.h>
+#include <Carbon/Scrap.h>
+#include <Carbon/TextEdit.h>
+
+#endif

@@ -1,0 +1,28 @@
+# lampblack_add_application(NAME SOURCES file ... [RESOURCES file ...] [SIGNATURE 'ABCD'])
+#
+# Builds an application from its sources and its resources. A resource file may be readable text
+# (*.r, compiled by the rsrc tool) or a resource file in any form that the platform reads; they are merged
+# into NAME.rsrc beside the executable, where the application finds it when it starts. SIGNATURE is the
+# four-character creator code of the application and of that file.
+function(lampblack_add_application name)
+  cmake_parse_arguments(ARG "" "SIGNATURE" "SOURCES;RESOURCES" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE Lampblack::toolkit Lampblack::carbon)
+  if(NOT ARG_RESOURCES)
+    return()
+  endif()
+  list(TRANSFORM ARG_RESOURCES PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/" REGEX "^[^/]")
+  set(options)
+  if(ARG_SIGNATURE)
+    set(options --creator ${ARG_SIGNATURE} --type APPL)
+  endif()
+  set(output ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${name}.rsrc)
+  add_custom_command(
+    OUTPUT ${output}
+    COMMAND $<TARGET_FILE:Lampblack::rsrc> build ${ARG_RESOURCES} ${options} -o ${output}
+    DEPENDS ${ARG_RESOURCES} Lampblack::rsrc
+    COMMENT "Building the resources of ${name}"
+    VERBATIM)
+  add_custom_target(${name}_resources ALL DEPENDS ${output})
+  add_dependencies(${name} ${name}_resources)
+endfunction()
