@@ -12,6 +12,10 @@ function(lampblack_floor name)
   list(FILTER tests INCLUDE REGEX "_test\\.cpp$")
   list(FILTER fuzzers INCLUDE REGEX "_fuzz\\.cpp$")
 
+  if(NOT sources)
+    file(CONFIGURE OUTPUT empty.cpp CONTENT "")
+    set(sources ${CMAKE_CURRENT_BINARY_DIR}/empty.cpp)
+  endif()
   add_library(floor_${name} OBJECT ${sources})
   target_include_directories(floor_${name} PUBLIC
     ${PROJECT_SOURCE_DIR}/carbon/include ${PROJECT_SOURCE_DIR}/carbon ${PROJECT_SOURCE_DIR}/host/include)
