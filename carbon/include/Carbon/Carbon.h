@@ -20,5 +20,6 @@
 #include <Carbon/Resources.h>
 #include <Carbon/Scrap.h>
 #include <Carbon/TextEdit.h>
+#include <Carbon/TextUtils.h>
 
 #endif

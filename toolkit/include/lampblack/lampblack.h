@@ -1,0 +1,24 @@
+// The whole toolkit in one include: windows, controls, resources, drawing-state savers, system checks.
+// Begin with CWindow (window/CWindow.h) and InitializeMacOSHelpers (window/Startup.h).
+#ifndef LAMPBLACK_LAMPBLACK_H
+#define LAMPBLACK_LAMPBLACK_H
+
+#include <Carbon/Carbon.h>
+
+#include "controls/ControlData.h"
+#include "controls/ControlsByID.h"
+#include "controls/ControlsFromResources.h"
+#include "controls/Focus.h"
+#include "graphics/Geometry.h"
+#include "graphics/StateSavers.h"
+#include "prefs/ApplicationResources.h"
+#include "prefs/FileHelpers.h"
+#include "util/CarbonEventHelpers.h"
+#include "util/ProcessHelpers.h"
+#include "util/SystemChecks.h"
+#include "window/CTimer.h"
+#include "window/CWindow.h"
+#include "window/Startup.h"
+#include "window/WindowUtilities.h"
+
+#endif

@@ -1,0 +1,93 @@
+// The application's resource file and the 'CTL#' flipper.
+#include "prefs/ApplicationResources.h"
+
+#include <cstdio>
+#include <utility>
+
+#include "prefs/FileHelpers.h"
+#include "util/ProcessHelpers.h"
+
+namespace {
+
+SInt16 fgApplicationResFile = -1;
+bool fgIsInitialized = false;
+SInt16 fgCurrentResourceFileID = 0;
+
+bool IsFileOfCreator(SInt16 inVRefNum, SInt16 inRefNum, OSType inCreator)
+{
+    FSSpec spec;
+    FInfo info;
+    return ResolveFileID(inVRefNum, inRefNum, &spec) == noErr && FSpGetFInfo(&spec, &info) == noErr &&
+           info.fdCreator == inCreator;
+}
+
+SInt16 FindResourceFileOfCreator(SInt16 inVRefNum, OSType inCreator)
+{
+    SInt16 refNum = 0;
+    OSErr err = GetTopResourceFile(&refNum);
+    while (err == noErr && refNum != 0) {
+        if (IsFileOfCreator(inVRefNum, refNum, inCreator))
+            return refNum;
+        err = GetNextResourceFile(refNum, &refNum);
+    }
+    return 0;
+}
+
+} // namespace
+
+StResFile::StResFile(SInt16 inRefNum) : fSaved(CurResFile())
+{
+    if (inRefNum != -1 && inRefNum != fSaved)
+        UseResFile(inRefNum);
+}
+
+StResFile::~StResFile()
+{
+    if (fSaved != -1)
+        UseResFile(fSaved);
+}
+
+OSStatus InitResourceHelpers()
+{
+    if (!fgIsInitialized) {
+        fgIsInitialized = true;
+        fgApplicationResFile = GetCurrentResourceFileID();
+    }
+    if (CoreEndianInstallFlipper(kCoreEndianResourceManagerDomain, 'CTL#', flipCustomResources, nullptr) != noErr)
+        std::puts("Error installing byteswapper");
+    return noErr;
+}
+
+SInt16 GetCurrentResourceFileID()
+{
+    if (fgCurrentResourceFileID != 0)
+        return fgCurrentResourceFileID;
+    OSType signature = 0;
+    FSSpec application;
+    if (GetCurrentSignature(&signature) == noErr && GetCurrentFSSpec(&application) == noErr)
+        fgCurrentResourceFileID = FindResourceFileOfCreator(application.vRefNum, signature);
+    return fgCurrentResourceFileID;
+}
+
+SInt16 GetApplicationResFile()
+{
+    return fgApplicationResFile;
+}
+
+OSStatus flipCustomResources(OSType inDomain, OSType inType, SInt16 inID, void* ioData, ByteCount inSize,
+                             Boolean inCurrentlyNative, void* inRefCon)
+{
+    if (inType != 'CTL#')
+        return handlerNotFoundErr;
+    return flipCTLHashResource(inDomain, inType, inID, ioData, inSize, inCurrentlyNative, inRefCon);
+}
+
+OSStatus flipCTLHashResource(OSType, OSType, SInt16, void* ioData, ByteCount inSize, Boolean inCurrentlyNative, void*)
+{
+    if (inCurrentlyNative || !ioData)
+        return noErr;
+    UInt8* const bytes = static_cast<UInt8*>(ioData);
+    for (ByteCount word = 0; word < inSize / 2; ++word)
+        std::swap(bytes[2 * word], bytes[2 * word + 1]);
+    return noErr;
+}
