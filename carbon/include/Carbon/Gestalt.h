@@ -22,26 +22,26 @@ enum {
     gestaltDITLExtAttr = 0x6469746C,         // 'ditl'
     gestaltQuickTimeVersion = 0x7174696D,    // 'qtim'
     gestaltQuickTime = 0x7174696D,
-    gestaltSpeechAttr = 0x74747363,          // 'ttsc'
-    gestaltFSAttr = 0x66732020,              // 'fs  '
-    gestaltFindFolderAttr = 0x666F6C64,      // 'fold'
-    gestaltQuickdrawVersion = 0x71642020,    // 'qd  '
-    gestaltQuickdrawFeatures = 0x71647277,   // 'qdrw'
-    gestaltTextEditVersion = 0x74652020,     // 'te  '
-    gestaltResourceMgrAttr = 0x72737263,     // 'rsrc'
-    gestaltScrapMgrAttr = 0x73637261,        // 'scra'
-    gestaltMachineType = 0x6D616368,         // 'mach'
-    gestaltNativeCPUtype = 0x63707574,       // 'cput'
-    gestaltNativeCPUfamily = 0x63707566,     // 'cpuf'
-    gestaltSysArchitecture = 0x73797361,     // 'sysa'
-    gestaltProcClkSpeed = 0x70636C6B,        // 'pclk': hertz
-    gestaltPhysicalRAMSize = 0x72616D20,     // 'ram ': bytes, at most 2 GB less one
+    gestaltSpeechAttr = 0x74747363,                 // 'ttsc'
+    gestaltFSAttr = 0x66732020,                     // 'fs  '
+    gestaltFindFolderAttr = 0x666F6C64,             // 'fold'
+    gestaltQuickdrawVersion = 0x71642020,           // 'qd  '
+    gestaltQuickdrawFeatures = 0x71647277,          // 'qdrw'
+    gestaltTextEditVersion = 0x74652020,            // 'te  '
+    gestaltResourceMgrAttr = 0x72737263,            // 'rsrc'
+    gestaltScrapMgrAttr = 0x73637261,               // 'scra'
+    gestaltMachineType = 0x6D616368,                // 'mach'
+    gestaltNativeCPUtype = 0x63707574,              // 'cput'
+    gestaltNativeCPUfamily = 0x63707566,            // 'cpuf'
+    gestaltSysArchitecture = 0x73797361,            // 'sysa'
+    gestaltProcClkSpeed = 0x70636C6B,               // 'pclk': hertz
+    gestaltPhysicalRAMSize = 0x72616D20,            // 'ram ': bytes, at most 2 GB less one
     gestaltPhysicalRAMSizeInMegabytes = 0x72616D6D, // 'ramm'
-    gestaltLogicalRAMSize = 0x6C72616D,      // 'lram'
-    gestaltLogicalPageSize = 0x7067737A,     // 'pgsz'
-    gestaltOSAttr = 0x6F732020,              // 'os  '
-    gestaltOSTable = 0x6F737474,             // 'ostt'
-    gestaltTimeMgrVersion = 0x746D6772       // 'tmgr'
+    gestaltLogicalRAMSize = 0x6C72616D,             // 'lram'
+    gestaltLogicalPageSize = 0x7067737A,            // 'pgsz'
+    gestaltOSAttr = 0x6F732020,                     // 'os  '
+    gestaltOSTable = 0x6F737474,                    // 'ostt'
+    gestaltTimeMgrVersion = 0x746D6772              // 'tmgr'
 };
 
 // Bits and values of the answers.
@@ -74,13 +74,12 @@ enum {
     gestaltHasDirectPixMaps = 2,
     gestaltPartialRsrcs = 0,
     gestaltScrapMgrTranslationAware = 0,
-    gestaltCPUX86 = 0x696E3836,        // 'in86'
-    gestaltCPUPentium4 = 0x69356934,   // 'i5i4'
-    gestaltCPUPentium = 0x69353836,    // 'i586'
+    gestaltCPUX86 = 0x696E3836,      // 'in86'
+    gestaltCPUPentium4 = 0x69356934, // 'i5i4'
+    gestaltCPUPentium = 0x69353836,  // 'i586'
     gestaltIntel = 10,
     gestaltExtendedTimeMgr = 3
 };
-
 
 LAMPBLACK_BEGIN_C
 

@@ -24,7 +24,8 @@ LAMPBLACK_BEGIN_C
 // ReallocateHandle. The contents of NewHandle are undefined.
 //
 // Ownership:  the caller owns the result; release it with DisposeHandle.
-// Errors:     memFullErr  a negative size, one above 2 GB, or no memory, even after purging what is purgeable.
+// Errors:     memFullErr  a negative size, one above 2 GB, or no memory, even after purging what is
+// purgeable.
 Handle NewHandle(Size byteCount);
 Handle NewHandleClear(Size byteCount);
 Handle NewEmptyHandle(void);
@@ -73,8 +74,8 @@ Handle RecoverHandle(Ptr p);
 Boolean IsHandleValid(Handle h);
 Boolean IsPointerValid(Ptr p);
 
-// HandToHand replaces *theHndl by a handle of a copy, unlocked and not purgeable. PtrToXHand makes an existing
-// handle's data a copy of the bytes; HandAndHand and PtrAndHand append to hand2.
+// HandToHand replaces *theHndl by a handle of a copy, unlocked and not purgeable. PtrToXHand makes an
+// existing handle's data a copy of the bytes; HandAndHand and PtrAndHand append to hand2.
 OSErr HandToHand(Handle* theHndl);
 OSErr PtrToHand(const void* srcPtr, Handle* dstHndl, long size);
 OSErr PtrToXHand(const void* srcPtr, Handle dstHndl, long size);
@@ -86,7 +87,8 @@ Ptr NewPtr(Size byteCount);
 Ptr NewPtrClear(Size byteCount);
 void DisposePtr(Ptr p);
 Size GetPtrSize(Ptr p);
-void SetPtrSize(Ptr p, Size newSize); // a pointer's block grows only into the slack behind it: else memFullErr
+void SetPtrSize(Ptr p,
+                Size newSize); // a pointer's block grows only into the slack behind it: else memFullErr
 
 // Copy and clear; source and destination may overlap. A null pointer or a count of 0 or less does nothing.
 void BlockMove(const void* srcPtr, void* destPtr, Size byteCount);
@@ -104,19 +106,19 @@ void LMSetMemErr(SInt16 value);
 // What can be had, in bytes, capped at the largest block there can be (2 GB).
 long FreeMem(void);
 Size MaxBlock(void);
-Size MaxMem(Size* grow);                  // purges; *grow, which may be null, is set to 0
+Size MaxMem(Size* grow);                    // purges; *grow, which may be null, is set to 0
 void PurgeSpace(long* total, long* contig); // either may be null
-void PurgeMem(Size cbNeeded);             // empties every purgeable, unlocked block; memFullErr if too little
-Size CompactMem(Size cbNeeded);           // the largest block there is
+void PurgeMem(Size cbNeeded);   // empties every purgeable, unlocked block; memFullErr if too little
+Size CompactMem(Size cbNeeded); // the largest block there is
 long TempFreeMem(void);
 Size TempMaxMem(Size* grow);
 
 // Munger
 //
 // Searches a block from an offset for bytes and replaces them. With ptr1 null, len1 bytes at the offset are
-// replaced (all to the end when len1 is negative); with len1 0, ptr2's bytes are inserted; with ptr2 null nothing
-// is replaced; with len2 0, what was found is deleted. If the rest of the block from the offset on equals only
-// the beginning of what is sought, that rest is replaced.
+// replaced (all to the end when len1 is negative); with len1 0, ptr2's bytes are inserted; with ptr2 null
+// nothing is replaced; with len2 0, what was found is deleted. If the rest of the block from the offset on
+// equals only the beginning of what is sought, that rest is replaced.
 //
 // Returns the offset behind the replacement, or of what was found when ptr2 is null; negative when not found.
 long Munger(Handle h, long offset, const void* ptr1, long len1, const void* ptr2, long len2);

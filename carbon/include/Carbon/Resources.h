@@ -3,22 +3,25 @@
 // The application's own file is the one beside its executable (NAME.rsrc); it is opened on the first call and
 // is the current file then. Every call sets ResError.
 //
-// BYTE ORDER. Files hold big-endian data. When a resource is loaded, the types that callers read as records are
-// turned into native order; the handle then holds native data while the file stays as it is. These are turned:
+// BYTE ORDER. Files hold big-endian data. When a resource is loaded, the types that callers read as records
+// are turned into native order; the handle then holds native data while the file stays as it is. These are
+// turned:
 //
-//     'DLOG' 'ALRT' 'WIND'   every Rect, short and long, and the position word behind the title when it is there
-//     'DITL'                 the count, and of each item its handle field and Rect; resource IDs of icon, picture
+//     'DLOG' 'ALRT' 'WIND'   every Rect, short and long, and the position word behind the title when it is
+//     there 'DITL'                 the count, and of each item its handle field and Rect; resource IDs of
+//     icon, picture
 //                            and control items; the words of a help item
 //     'CNTL'                 every Rect, short and long
 //     'MBAR'                 every word
 //     'STR#'                 the count
 //     'CURS'                 all 34 words: a row of pixels is then one short, its leftmost pixel the high bit
-//     'clut' 'wctb' 'cctb' 'dctb' 'actb'   the ColorTable record: seed, flags, size, and each entry's four words
-//     'styl'                 the style scrap: the count and each run
+//     'clut' 'wctb' 'cctb' 'dctb' 'actb'   the ColorTable record: seed, flags, size, and each entry's four
+//     words 'styl'                 the style scrap: the count and each run
 //
-// A record that is cut off is turned as far as its fields are complete. Everything else is delivered as the file
-// has it, big-endian: 'MENU', 'PICT', 'ICN#', 'icl8', 'cicn', 'ppat', 'PAT#', 'snd ', 'vers', 'ictb', 'mctb',
-// 'dlgx', 'FOND' and so on; so are all other types unless a flipper is installed for them (CoreEndian.h).
+// A record that is cut off is turned as far as its fields are complete. Everything else is delivered as the
+// file has it, big-endian: 'MENU', 'PICT', 'ICN#', 'icl8', 'cicn', 'ppat', 'PAT#', 'snd ', 'vers', 'ictb',
+// 'mctb', 'dlgx', 'FOND' and so on; so are all other types unless a flipper is installed for them
+// (CoreEndian.h).
 #ifndef LAMPBLACK_CARBON_RESOURCES_H
 #define LAMPBLACK_CARBON_RESOURCES_H
 
@@ -36,14 +39,7 @@ typedef SInt16 ResAttributes;
 typedef SInt16 ResFileAttributes;
 
 // Attributes of a resource.
-enum {
-    resSysHeap = 64,
-    resPurgeable = 32,
-    resLocked = 16,
-    resProtected = 8,
-    resPreload = 4,
-    resChanged = 2
-};
+enum { resSysHeap = 64, resPurgeable = 32, resLocked = 16, resProtected = 8, resPreload = 4, resChanged = 2 };
 
 // Attributes of a resource file.
 enum { mapReadOnly = 128, mapCompact = 64, mapChanged = 32 };
@@ -75,14 +71,14 @@ OSErr GetNextResourceFile(SInt16 curRefNum, SInt16* nextRefNum);
 // current file. A file that is open already answers its first reference number, and becomes current.
 //
 // Errors:     -1 is answered, and ResError is fnfErr  no such file, dirNFErr, nsvErr;
-//             eofErr  the file has no resource fork, or one of no bytes; mapReadErr  a fork that is no resource
-//             map, or is damaged; permErr  the file cannot be read; tmfoErr  too many open files.
+//             eofErr  the file has no resource fork, or one of no bytes; mapReadErr  a fork that is no
+//             resource map, or is damaged; permErr  the file cannot be read; tmfoErr  too many open files.
 SInt16 FSpOpenResFile(const FSSpec* spec, SignedByte permission);
 SInt16 FSOpenResFile(const FSRef* ref, SInt8 permission);
-// FSOpenResourceFile: the fork's name is that of the resource fork ("RESOURCE_FORK"), or the empty name of the
-// data fork, which must then hold a resource map itself.
-OSErr FSOpenResourceFile(const FSRef* ref, UniCharCount forkNameLength, const UniChar* forkName, SInt8 permissions,
-                         SInt16* refNum);
+// FSOpenResourceFile: the fork's name is that of the resource fork ("RESOURCE_FORK"), or the empty name of
+// the data fork, which must then hold a resource map itself.
+OSErr FSOpenResourceFile(const FSRef* ref, UniCharCount forkNameLength, const UniChar* forkName,
+                         SInt8 permissions, SInt16* refNum);
 SInt16 HOpenResFile(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName, SInt8 permission);
 SInt16 OpenResFile(ConstStr255Param fileName);
 
@@ -95,12 +91,13 @@ SInt16 GetResFileAttrs(SInt16 refNum); // Errors: resFNotFound
 
 // GetResource and the calls like it
 //
-// Answer one handle for one resource as long as it is loaded, loading it unless SetResLoad(false). "1" searches
-// only the current file. Names are compared without regard to case. When a type and ID stand twice in one file,
-// the first counts.
+// Answer one handle for one resource as long as it is loaded, loading it unless SetResLoad(false). "1"
+// searches only the current file. Names are compared without regard to case. When a type and ID stand twice
+// in one file, the first counts.
 //
 // Ownership:  the Resource Manager owns the handle: ReleaseResource ends it, DetachResource hands it over.
-// Errors:     null, and ResError is resNotFound; also memFullErr, eofErr for data cut off, or a flipper's error.
+// Errors:     null, and ResError is resNotFound; also memFullErr, eofErr for data cut off, or a flipper's
+// error.
 Handle GetResource(ResType theType, SInt16 theID);
 Handle Get1Resource(ResType theType, SInt16 theID);
 Handle GetNamedResource(ResType theType, ConstStr255Param name);
@@ -139,7 +136,8 @@ long GetMaxResourceSize(Handle theResource);
 //             resourceInMemory  the resource is loaded: the bytes still come from the file.
 void ReadPartialResource(Handle theResource, long offset, void* buffer, long count);
 
-// 'STR ' and 'STR#'. GetString answers the resource's handle; GetIndString an empty string when there is none.
+// 'STR ' and 'STR#'. GetString answers the resource's handle; GetIndString an empty string when there is
+// none.
 StringHandle GetString(SInt16 stringID);
 void GetIndString(Str255 theString, SInt16 strListID, SInt16 index);
 
