@@ -28,23 +28,25 @@ struct Input {
         KeyRepeat,
         KeyUp,
         ModifiersChanged,
-        TextCommitted,   // from an input method; text holds it, no key belongs to it
-        ScreenResized,   // where.h, where.v: the new size
-        ScreenExposed,   // the whole screen must be presented again
-        Activated,       // the desktop gave this process the keyboard
+        TextCommitted, // from an input method; text holds it, no key belongs to it
+        ScreenResized, // where.h, where.v: the new size
+        ScreenExposed, // the whole screen must be presented again
+        Activated,     // the desktop gave this process the keyboard
         Deactivated,
         QuitRequested
     };
     Kind kind = Kind::MouseMoved;
-    double time = 0;           // seconds, the clock of Now()
-    Point where = { 0, 0 };    // global
-    UInt32 modifiers = 0;      // published modifier bits, after this input
-    UInt16 button = 1;         // 1 primary, 2 secondary, 3 middle
+    double time = 0;        // seconds, the clock of Now()
+    Point where = { 0, 0 }; // global
+    UInt32 modifiers = 0;   // published modifier bits, after this input
+    UInt16 button = 1;      // 1 primary, 2 secondary, 3 middle
     UInt32 clickCount = 1;
     SInt32 wheelH = 0, wheelV = 0; // lines, positive is left and up
     UInt16 virtualKey = 0;
-    UInt16 textLength = 0;     // UTF-16 units in text
-    UniChar text[16] = {};     // what the key types in the user's layout; empty for keys that type nothing
+    UInt16 textLength = 0; // UTF-16 units in text
+    // What the key types in the user's layout; empty for keys that type nothing. Keys without a letter carry
+    // the published control character: Return 13, Enter 3, Tab 9, Delete 8, Escape 27, arrows 28 to 31.
+    UniChar text[16] = {};
 };
 
 // 32-bit pixels 0x00RRGGBB, top left first.
@@ -69,7 +71,8 @@ struct Table {
     void (*closeScreen)() = nullptr;
     void (*screenSize)(int* width, int* height) = nullptr;
     double (*refreshInterval)() = nullptr; // seconds between two frames worth presenting
-    // Shows the damaged rectangles of the frame. The pixels are the caller's and are read before this returns.
+    // Shows the damaged rectangles of the frame. The pixels are the caller's and are read before this
+    // returns.
     void (*present)(const Frame&, const Rect* damaged, int count) = nullptr;
     void (*setThemeCursor)(SInt32 themeCursor) = nullptr;
     void (*setCursorImage)(const CursorImage&) = nullptr; // shown until the next set call
@@ -77,10 +80,15 @@ struct Table {
     void (*setTitle)(const char* utf8Title) = nullptr;
     // Where text is being typed, for the input method's window; an empty rectangle when nowhere.
     void (*setTextInputArea)(const Rect& global) = nullptr;
+    // What the screen shows, for pictures of it; the pixels stay until the next call of this block.
+    bool (*readScreen)(Frame* out) = nullptr;
+    bool (*active)() = nullptr;   // whether this process has the keyboard; true before a screen is open
+    void (*activate)() = nullptr; // asks for it
 
     // Clock and input
     double (*now)() = nullptr; // monotonic seconds
-    // Blocks until input is there, wake() is called or the clock reaches `until`. Answers whether input is there.
+    // Blocks until input is there, wake() is called or the clock reaches `until`. Answers whether input is
+    // there.
     bool (*wait)(double until) = nullptr;
     bool (*takeInput)(Input* out) = nullptr; // the oldest input, without blocking
     void (*wake)() = nullptr;                // the one call that any thread may make
@@ -93,9 +101,11 @@ struct Table {
     bool (*hasClipboardText)() = nullptr;
     std::string (*clipboardText)() = nullptr; // UTF-8
     bool (*setClipboardText)(std::string_view utf8) = nullptr;
+    UInt32 (*clipboardSerial)() = nullptr; // how often another program has taken the clipboard
     void (*beep)() = nullptr;
     void (*playThemeSound)(OSType sound) = nullptr;
     bool (*openURL)(std::string_view utf8) = nullptr;
+    bool (*speak)(std::string_view utf8) = nullptr;
 };
 
 // Machine
@@ -111,12 +121,15 @@ const Settings& CurrentSettings();
 // *outFails says whether it is unknown, and *outValue holds the answer when it is known.
 bool GestaltOverride(OSType selector, bool* outFails, SInt32* outValue);
 
-inline double Now() { return Machine().now(); }
+inline double Now()
+{
+    return Machine().now();
+}
 
 // Hooks that the managers fill so that the control interface can reach up without knowing them.
 struct Upward {
-    void (*runCurrentEventLoop)(double seconds) = nullptr;   // set by events/
-    void (*updateScreen)() = nullptr;                        // set by windows/: compose and present all damage
+    void (*runCurrentEventLoop)(double seconds) = nullptr; // set by events/
+    void (*updateScreen)() = nullptr;                      // set by windows/: compose and present all damage
 };
 Upward& UpwardHooks();
 

@@ -47,6 +47,15 @@ void Click(Point global, UInt32 modifiers = 0, UInt32 clickCount = 1);
 void PressKey(UInt16 virtualKey, UniChar character, UInt32 modifiers = 0); // down and up
 void HoldKey(UInt16 virtualKey, bool down);
 void TypeText(std::string_view utf8);
+void TurnWheel(Point global, SInt32 linesUp, UInt32 modifiers = 0);
+void SwitchProgram(bool toThisOne); // the desktop takes the keyboard away, or gives it back
+void RequestQuit();                 // as when the desktop asks the program to end
+
+// CopyElsewhere / PasteElsewhere
+//
+// Another program takes the clipboard with this text, at once; or reads what the clipboard holds.
+void CopyElsewhere(std::string_view utf8);
+std::string PasteElsewhere();
 
 // RunFor
 //
@@ -67,10 +76,10 @@ bool SaveScreenshot(const std::filesystem::path& png);
 // The colour on screen at a global point after all drawing so far, as 0x00RRGGBB; 0 outside the screen.
 UInt32 ScreenPixel(Point global);
 
-SInt32 CurrentThemeCursor();               // a ThemeCursor, kThemeArrowCursor at first
-std::vector<OSType> PlayedSounds();        // 'beep' for the system beep, else theme sound codes
-std::vector<std::string> OpenedURLs();     // UTF-8
-std::vector<std::string> SpokenTexts();    // UTF-8
+SInt32 CurrentThemeCursor();            // a ThemeCursor, kThemeArrowCursor at first
+std::vector<OSType> PlayedSounds();     // 'beep' for the system beep, else theme sound codes
+std::vector<std::string> OpenedURLs();  // UTF-8
+std::vector<std::string> SpokenTexts(); // UTF-8
 
 } // namespace lampblack::host
 #pragma GCC visibility pop
