@@ -118,9 +118,6 @@ private:
     std::vector<Slot> fSlots;
 };
 
-// Whether bytes are a sound resource fork: Open would succeed.
-bool IsResourceFork(Bytes);
-
 // One resource to put into a fork.
 struct ForkEntry {
     OSType type = 0;

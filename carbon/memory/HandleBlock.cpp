@@ -1,0 +1,99 @@
+// Storage of handles: how a block gets, keeps and loses its bytes.
+#include "Blocks.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace lampblack::memory {
+namespace {
+
+void (*gResourceHandleHook)(Handle) = nullptr;
+
+} // namespace
+
+ReferenceTable<HandleBlock>& Handles()
+{
+    // Never destroyed: handles are disposed of by destructors that run as late as any.
+    static auto& table = *new ReferenceTable<HandleBlock>;
+    return table;
+}
+
+HandleBlock* FindHandle(Handle inHandle, OSErr* outError)
+{
+    HandleBlock* block = Handles().Find(inHandle);
+    if (outError)
+        *outError = block ? (OSErr)noErr : inHandle ? (OSErr)memWZErr : (OSErr)nilHandleErr;
+    return block;
+}
+
+void SetResourceHandleHook(void (*inHook)(Handle))
+{
+    gResourceHandleHook = inHook;
+}
+
+void TellResourceManager(HandleBlock* inBlock)
+{
+    if (gResourceHandleHook && (inBlock->state & kHandleIsResourceMask))
+        gResourceHandleHook((Handle)inBlock);
+}
+
+void* Allocate(Size inSize)
+{
+    if (inSize < 0 || inSize > kLargestBlock)
+        return nullptr;
+    const size_t bytes = std::max<size_t>((size_t)inSize, 1);
+    if (void* storage = std::malloc(bytes))
+        return storage;
+    PurgeAll();
+    return std::malloc(bytes);
+}
+
+bool Resize(HandleBlock* ioBlock, Size inSize)
+{
+    if (inSize < 0 || inSize > kLargestBlock)
+        return false;
+    if (ioBlock->data && inSize <= ioBlock->capacity && inSize >= ioBlock->capacity / 4) {
+        ioBlock->size = inSize;
+        return true;
+    }
+    // A block that has grown once will grow again: room to spare keeps a loop of small appends linear.
+    const bool grows = ioBlock->data && inSize > ioBlock->size;
+    const Size capacity = grows ? std::min(kLargestBlock, inSize + inSize / 2) : inSize;
+    return Refit(ioBlock, inSize, capacity) || Refit(ioBlock, inSize, inSize);
+}
+
+bool Refit(HandleBlock* ioBlock, Size inSize, Size inCapacity)
+{
+    Ptr data = (Ptr)Allocate(inCapacity);
+    if (!data)
+        return false;
+    if (ioBlock->data)
+        std::memcpy(data, ioBlock->data, (size_t)std::min(ioBlock->size, inSize));
+    std::free(ioBlock->data);
+    ioBlock->data = data;
+    ioBlock->size = inSize;
+    ioBlock->capacity = inCapacity;
+    return true;
+}
+
+void Release(HandleBlock* ioBlock)
+{
+    std::free(ioBlock->data);
+    ioBlock->data = nullptr;
+    ioBlock->size = ioBlock->capacity = 0;
+}
+
+Size PurgeAll()
+{
+    Size freed = 0;
+    Handles().ForEach([&](HandleBlock* block) {
+        const UInt8 bits = block->state & (kHandleLockedMask | kHandlePurgeableMask);
+        if (bits != kHandlePurgeableMask)
+            return;
+        freed += block->size;
+        Release(block);
+    });
+    return freed;
+}
+
+} // namespace lampblack::memory

@@ -1,0 +1,37 @@
+// The record behind a Handle, for the Memory Manager itself and for the floors that keep handles of their own
+// alive: the Resource Manager is told when one of its handles goes.
+#ifndef LAMPBLACK_MEMORY_HANDLEBLOCK_H
+#define LAMPBLACK_MEMORY_HANDLEBLOCK_H
+
+#include <Carbon/MacMemory.h>
+#include <memory/ReferenceTable.h>
+
+#include <cstdlib>
+
+namespace lampblack::memory {
+
+// No block is larger: sizes stay within what a 32-bit count of the published records can say.
+inline constexpr Size kLargestBlock = 0x7FFFFFE0;
+
+// A Handle is the address of `data`, which is why it stands first.
+struct HandleBlock {
+    Ptr data = nullptr; // null: an empty handle, or one whose data were purged
+    Size size = 0;
+    Size capacity = 0;
+    UInt8 state = 0; // kHandleLockedMask and so on
+
+    ~HandleBlock() { std::free(data); }
+};
+
+ReferenceTable<HandleBlock>& Handles();
+
+// The block behind a handle. Null, and *outError (which may be null) is nilHandleErr or memWZErr, unless
+// alive.
+HandleBlock* FindHandle(Handle, OSErr* outError = nullptr);
+
+// Called with each handle that has its resource bit set, before it is disposed of. There is one hook.
+void SetResourceHandleHook(void (*inHook)(Handle));
+
+} // namespace lampblack::memory
+
+#endif
