@@ -299,8 +299,6 @@ enum {
 // vMAttrib
 enum { bHasCatSearch = 31, bHasFileIDs = 30, bHasOpenDeny = 12, bHasFolderLock = 10 };
 
-enum { errFSNotAFolder = -1407, errFSRefsDifferent = -1420, diffVolErr = -1303 };
-
 LAMPBLACK_BEGIN_C
 
 // FSMakeFSSpec
@@ -366,7 +364,5 @@ OSErr PBGetFCBInfoSync(FCBPBPtr paramBlock);
 OSErr PBHGetVolParmsSync(HParmBlkPtr paramBlock);
 
 LAMPBLACK_END_C
-
-enum { pathTooLongErr = -2110 };
 
 #endif

@@ -152,7 +152,10 @@ typedef UInt32 PropertyTag;
 
 enum { kUnknownType = 0x3F3F3F3F };
 
-enum { noErr = 0, kNilOptions = 0 };
+enum { kNilOptions = 0 };
+
+// Not an enumerator: it stands beside those of every manager in conditional expressions.
+constexpr OSErr noErr = 0;
 
 #ifndef NULL
 #define NULL 0

@@ -143,6 +143,4 @@ void GetIndString(Str255 theString, SInt16 strListID, SInt16 index);
 
 LAMPBLACK_END_C
 
-enum { resourceInMemory = -188, writingPastEnd = -189, inputOutOfBounds = -190 };
-
 #endif
