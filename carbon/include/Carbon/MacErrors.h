@@ -4,7 +4,9 @@
 
 #include <Carbon/MacTypes.h>
 
+// One enumeration, noErr included, so that any two of them may stand in one conditional expression.
 enum {
+    noErr = 0,
     // General
     paramErr = -50,
     userCanceledErr = -128,

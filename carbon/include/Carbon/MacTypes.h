@@ -154,9 +154,6 @@ enum { kUnknownType = 0x3F3F3F3F };
 
 enum { kNilOptions = 0 };
 
-// Not an enumerator: it stands beside those of every manager in conditional expressions.
-constexpr OSErr noErr = 0;
-
 #ifndef NULL
 #define NULL 0
 #endif
