@@ -31,8 +31,8 @@ public:
         return std::exchange(fWoken, false);
     }
 
-    // Blocks until Wake or until that second of RealNow. A call of Wake since the last wait counts.
-    void WaitUntil(double inSecond)
+    // Blocks until Wake or until that second of RealNow; leaves the wake for TakeWake.
+    void Block(double inSecond)
     {
         std::unique_lock lock(fMutex);
         const auto woken = [this] { return fWoken; };
@@ -41,7 +41,6 @@ public:
             fCondition.wait(lock, woken);
         else if (seconds > 0)
             fCondition.wait_for(lock, std::chrono::duration<double>(seconds), woken);
-        fWoken = false;
     }
 
 private:

@@ -117,10 +117,12 @@ bool Wait(double inUntil)
     if (host.user.HasQueued())
         return true;
     host.user.Rest();
-    if (host.isVirtual)
+    if (host.isVirtual) {
         WaitOnVirtualClock(host, inUntil);
-    else
-        host.waiter.WaitUntil(inUntil);
+    } else {
+        host.waiter.Block(inUntil);
+        host.waiter.TakeWake();
+    }
     return host.user.HasQueued();
 }
 
