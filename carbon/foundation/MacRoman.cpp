@@ -1,4 +1,4 @@
-// The table of Mac Roman as Apple's ROMAN.TXT of 1998 has it (0xDB is the euro sign), and UTF-8 beside it.
+// The table of Mac Roman in its form since 1998, with the euro sign at 0xDB, and UTF-8 beside it.
 #include <foundation/MacRoman.h>
 
 #include <algorithm>
@@ -36,6 +36,30 @@ constexpr std::array<Reverse, 128> SortedReverse()
 }
 
 constexpr std::array<Reverse, 128> kReverse = SortedReverse();
+
+// The capital of a letter that Mac Roman has, as a Unicode character.
+constexpr UInt16 UnicodeUpper(UInt16 inLetter)
+{
+    const bool isLatin1 = inLetter >= 0x00E0 && inLetter <= 0x00FE && inLetter != 0x00F7;
+    if (isLatin1 || (inLetter >= 'a' && inLetter <= 'z'))
+        return (UInt16)(inLetter - 0x20);
+    return inLetter == 0x00FF ? 0x0178 : inLetter == 0x0153 ? 0x0152 : inLetter;
+}
+
+constexpr std::array<UInt8, 256> MakeUpper()
+{
+    std::array<UInt8, 256> table = {};
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        const UInt16 upper = UnicodeUpper(byte < 128 ? (UInt16)byte : kUpperHalf[byte - 128]);
+        table[byte] = (UInt8)upper;
+        for (unsigned i = 0; i < 128 && upper >= 128; ++i)
+            if (kUpperHalf[i] == upper)
+                table[byte] = (UInt8)(128 + i);
+    }
+    return table;
+}
+
+constexpr std::array<UInt8, 256> kUpper = MakeUpper();
 
 // The accents that Mac Roman letters carry, and for each the letters that have it composed.
 struct Accent {
@@ -139,6 +163,17 @@ bool MacRomanFromUtf8Exactly(std::string_view inUtf8, std::string* outText)
         outText->push_back((char)byte);
     }
     return exact;
+}
+
+UInt8 MacRomanUpper(UInt8 inByte)
+{
+    return kUpper[inByte];
+}
+
+bool EqualIgnoringCase(std::string_view inLeft, std::string_view inRight)
+{
+    return std::equal(inLeft.begin(), inLeft.end(), inRight.begin(), inRight.end(),
+                      [](char left, char right) { return kUpper[(UInt8)left] == kUpper[(UInt8)right]; });
 }
 
 void PascalFromMacRoman(std::string_view inText, StringPtr outString, size_t inLimit)

@@ -28,6 +28,12 @@ std::string MacRomanFromUtf8(std::string_view inUtf8);
 // As above, but answers false when anything had to become '?'. *outText is set either way.
 bool MacRomanFromUtf8Exactly(std::string_view inUtf8, std::string* outText);
 
+// The capital of a Mac Roman letter; every other byte as it is. Accents stay.
+UInt8 MacRomanUpper(UInt8 inByte);
+
+// Whether two Mac Roman texts are equal but for capitals: as names of files and resources are compared.
+bool EqualIgnoringCase(std::string_view, std::string_view);
+
 // Fills a Pascal string of at most inLimit bytes of text with Mac Roman text; what is longer is cut.
 void PascalFromMacRoman(std::string_view inText, StringPtr outString, size_t inLimit = 255);
 

@@ -161,4 +161,6 @@ enum { kNilOptions = 0 };
 static_assert(sizeof(Rect) == 8 && sizeof(Point) == 4 && sizeof(RGBColor) == 6 && sizeof(NumVersion) == 4,
               "the published sizes");
 
+#include <Carbon/MacErrors.h>
+
 #endif

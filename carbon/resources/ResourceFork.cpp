@@ -1,0 +1,219 @@
+// Reading a fork in place: the checks of the map, its index, and looking resources up.
+#include "ResourceFork.h"
+
+#include <foundation/MacRoman.h>
+
+#include <bit>
+
+namespace lampblack::resources {
+
+using foundation::Fits;
+using foundation::LoadBE16;
+using foundation::LoadBE32;
+using foundation::ReadBE16;
+using foundation::ReadBE32;
+
+namespace {
+
+constexpr size_t kHeaderLength = 16;
+constexpr size_t kMapHeaderLength = 28;
+constexpr size_t kTypeLength = 8;
+constexpr size_t kReferenceLength = 12;
+constexpr size_t kNoType = (size_t)-1;
+
+size_t Hash(OSType inType, uint16_t inID)
+{
+    return (size_t)(((uint64_t)(inType * 0x9E3779B1u + inID) * 0x9E3779B97F4A7C15u) >> 32);
+}
+
+} // namespace
+
+const char* ResourceFork::Open(Bytes inFork)
+{
+    *this = ResourceFork();
+    fBytes = inFork;
+    const char* problem = ReadHeader();
+    problem = problem ? problem : ReadTypes();
+    if (problem)
+        *this = ResourceFork();
+    else
+        BuildIndex();
+    return problem;
+}
+
+const char* ResourceFork::ReadHeader()
+{
+    if (fBytes.empty())
+        return "the fork is empty";
+    if (fBytes.size() < kHeaderLength)
+        return "the header is cut off";
+    const uint32_t dataOffset = LoadBE32(&fBytes[0]), dataLength = LoadBE32(&fBytes[8]);
+    fMapOffset = LoadBE32(&fBytes[4]);
+    fMapLength = LoadBE32(&fBytes[12]);
+    if (!Fits(fMapOffset, fMapLength, fBytes.size()) || fMapOffset < kHeaderLength)
+        return "the map does not lie within the fork";
+    if (!Fits(dataOffset, dataLength, fBytes.size()) || dataOffset < kHeaderLength)
+        return "the data do not lie within the fork";
+    if (fMapLength < kMapHeaderLength + 2)
+        return "the map is too short";
+    fData = fBytes.subspan(dataOffset, dataLength);
+    fAttributes = LoadBE16(&fBytes[fMapOffset + 22]);
+    fTypeList = LoadBE16(&fBytes[fMapOffset + 24]);
+    fNameList = LoadBE16(&fBytes[fMapOffset + 26]);
+    return fTypeList < kMapHeaderLength ? "the type list lies in the map's header" : nullptr;
+}
+
+const char* ResourceFork::ReadTypes()
+{
+    const Bytes map = fBytes.subspan(fMapOffset, fMapLength);
+    if (!Fits(fTypeList, 2, map.size()))
+        return "the type list does not lie within the map";
+    const size_t count = (uint16_t)(LoadBE16(&map[fTypeList]) + 1); // 0xFFFF: no types
+    if (!Fits(fTypeList + 2, count * kTypeLength, map.size()))
+        return "the type list does not lie within the map";
+    fTypes.reserve(count);
+    for (size_t i = 0; i < count; ++i) {
+        const uint8_t* entry = &map[fTypeList + 2 + i * kTypeLength];
+        const uint32_t references = LoadBE16(entry + 4) + 1u, first = fTypeList + LoadBE16(entry + 6);
+        fCount += references;
+        if (fCount > map.size() / kReferenceLength)
+            return "the map counts more resources than it can hold";
+        if (!Fits(first, references * kReferenceLength, map.size()))
+            return "a reference list does not lie within the map";
+        fTypes.push_back({ LoadBE32(entry), references, fMapOffset + first });
+    }
+    return nullptr;
+}
+
+void ResourceFork::BuildIndex()
+{
+    if (fCount == 0)
+        return;
+    fSlots.resize(std::bit_ceil(fCount + fCount / 2 + 1));
+    for (size_t index = 0; index < fTypes.size(); ++index) {
+        const TypeEntry& type = fTypes[index];
+        uint32_t offset = type.firstReference;
+        for (uint32_t i = 0; i < type.count; ++i, offset += kReferenceLength) {
+            const uint16_t id = LoadBE16(&fBytes[offset]);
+            Slot& slot = fSlots[SlotOf(type.type, id)];
+            if (slot.offset == 0)
+                slot = { offset, (uint16_t)index, id };
+        }
+    }
+}
+
+size_t ResourceFork::SlotOf(OSType inType, uint16_t inID) const
+{
+    const size_t mask = fSlots.size() - 1;
+    for (size_t at = Hash(inType, inID) & mask;; at = (at + 1) & mask) {
+        const Slot& slot = fSlots[at];
+        if (slot.offset == 0 || (slot.id == inID && fTypes[slot.typeIndex].type == inType))
+            return at;
+    }
+}
+
+ResourceRef ResourceFork::Find(OSType inType, SInt16 inID) const
+{
+    if (fSlots.empty())
+        return {};
+    const Slot& slot = fSlots[SlotOf(inType, (uint16_t)inID)];
+    return { slot.offset, slot.typeIndex };
+}
+
+size_t ResourceFork::IndexOfType(OSType inType) const
+{
+    for (size_t i = 0; i < fTypes.size(); ++i)
+        if (fTypes[i].type == inType)
+            return i;
+    return kNoType;
+}
+
+size_t ResourceFork::CountOf(OSType inType) const
+{
+    return CountAtType(IndexOfType(inType));
+}
+
+size_t ResourceFork::CountAtType(size_t inTypeIndex) const
+{
+    return inTypeIndex < fTypes.size() ? fTypes[inTypeIndex].count : 0;
+}
+
+ResourceRef ResourceFork::At(OSType inType, size_t inIndex) const
+{
+    return AtType(IndexOfType(inType), inIndex);
+}
+
+ResourceRef ResourceFork::AtType(size_t inTypeIndex, size_t inIndex) const
+{
+    if (inIndex >= CountAtType(inTypeIndex))
+        return {};
+    const uint32_t offset = fTypes[inTypeIndex].firstReference + (uint32_t)(inIndex * kReferenceLength);
+    return { offset, (uint16_t)inTypeIndex };
+}
+
+ResourceRef ResourceFork::FindNamed(OSType inType, std::string_view inMacRomanName) const
+{
+    const size_t type = IndexOfType(inType);
+    for (size_t i = 0; i < CountAtType(type); ++i) {
+        const ResourceRef ref = AtType(type, i);
+        const ResourceInfo info = Info(ref);
+        if (info.hasName && foundation::EqualIgnoringCase(info.name, inMacRomanName))
+            return ref;
+    }
+    return {};
+}
+
+ResourceInfo ResourceFork::Info(ResourceRef inRef) const
+{
+    ResourceInfo info;
+    if (!inRef || inRef.typeIndex >= fTypes.size() || !Fits(inRef.offset, kReferenceLength, fBytes.size()))
+        return info;
+    const uint8_t* reference = &fBytes[inRef.offset];
+    info.type = fTypes[inRef.typeIndex].type;
+    info.id = (SInt16)LoadBE16(reference);
+    info.attributes = reference[4];
+    info.dataOffset = LoadBE32(reference + 4) & 0xFFFFFF;
+    const uint16_t nameOffset = LoadBE16(reference + 2);
+    if (nameOffset == 0xFFFF)
+        return info;
+    // A name that passes the end of the map is no name.
+    const Bytes map = fBytes.subspan(fMapOffset, fMapLength);
+    foundation::BigEndianReader reader(map, (size_t)fNameList + nameOffset);
+    info.name = reader.ReadPascal();
+    info.hasName = reader.Ok();
+    return info;
+}
+
+bool ResourceFork::Data(ResourceRef inRef, Bytes* outData) const
+{
+    *outData = Bytes();
+    if (!inRef)
+        return false;
+    const uint32_t offset = Info(inRef).dataOffset;
+    if (!Fits(offset, 4, fData.size()))
+        return false;
+    const uint32_t length = LoadBE32(&fData[offset]);
+    if (!Fits((size_t)offset + 4, length, fData.size()))
+        return false;
+    *outData = fData.subspan((size_t)offset + 4, length);
+    return true;
+}
+
+std::vector<std::string> ResourceFork::Check() const
+{
+    std::vector<std::string> problems;
+    ForEach([&](ResourceRef ref) {
+        const ResourceInfo info = Info(ref);
+        const OSType type = __builtin_bswap32(info.type);
+        const std::string name =
+            foundation::Utf8FromMacRoman({ (const char*)&type, 4 }) + " " + std::to_string(info.id);
+        Bytes data;
+        if (!Data(ref, &data))
+            problems.push_back(name + ": the data run past the end of the fork");
+        if (!info.hasName && LoadBE16(&fBytes[ref.offset + 2]) != 0xFFFF)
+            problems.push_back(name + ": the name runs past the end of the map");
+    });
+    return problems;
+}
+
+} // namespace lampblack::resources
