@@ -41,10 +41,9 @@ public:
     bool DecodeTo(size_t inCount, std::vector<uint8_t>* outBytes)
     {
         while (outBytes->size() < inCount) {
-            const std::optional<uint8_t> byte = fRun ? fLast : NextByte();
+            const std::optional<uint8_t> byte = NextByte();
             if (!byte)
                 return false;
-            fRun -= fRun ? 1 : 0;
             outBytes->push_back(*byte);
         }
         return true;
@@ -53,6 +52,10 @@ public:
 private:
     std::optional<uint8_t> NextByte()
     {
+        if (fRun) {
+            --fRun;
+            return fLast;
+        }
         for (;;) {
             const std::optional<uint8_t> byte = NextPacked();
             if (byte != kRunMark) {
