@@ -139,7 +139,8 @@ LocatedForks LocateForks(const std::filesystem::path& inPath)
     if (!forks.exists)
         return forks;
     const auto itself = std::make_shared<const Container>(ReadContainer(file.Contents()));
-    forks.dataFork = itself->hasDataFork ? itself->dataFork : file.Contents();
+    const bool isSound = itself->hasDataFork && itself->problems.empty();
+    forks.dataFork = isSound ? itself->dataFork : file.Contents();
     forks.mappings.push_back(file);
     if (itself->form == Form::MacBinary)
         Take(absolute, itself, &forks);

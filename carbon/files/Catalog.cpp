@@ -1,0 +1,220 @@
+// Volumes and IDs: which folder or file a number means.
+#include "Catalog.h"
+
+#include <Host.h>
+#include <foundation/MacRoman.h>
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <sys/stat.h>
+
+namespace lampblack::files {
+
+using std::filesystem::path;
+
+namespace {
+
+constexpr SInt32 kFirstID = 16; // what is below belongs to the file system
+constexpr const char* kHostVolume = "Host";
+
+struct Node {
+    Folder parent;
+    std::string hostName;
+};
+
+struct CatalogState {
+    std::vector<Volume> volumes = { { -1, kHostVolume, "/" } };
+    std::vector<Node> nodes; // the node with ID kFirstID first
+    std::map<std::pair<std::pair<SInt16, SInt32>, std::string>, SInt32> ids;
+    std::optional<Folder> defaultFolder;
+};
+
+CatalogState& State()
+{
+    static auto& state = *new CatalogState; // outlives whoever asks while the process ends
+    return state;
+}
+
+const Node* FindNode(Folder inNode)
+{
+    const std::vector<Node>& nodes = State().nodes;
+    const bool isGiven = inNode.id >= kFirstID && inNode.id - kFirstID < (SInt32)nodes.size();
+    const Node* node = isGiven ? &nodes[(size_t)(inNode.id - kFirstID)] : nullptr;
+    return node && node->parent.volume == inNode.volume ? node : nullptr;
+}
+
+bool IsRoot(Folder inNode)
+{
+    return inNode.id == fsRtDirID;
+}
+
+bool IsFolderOnHost(const path& inPath)
+{
+    struct stat status;
+    return stat(inPath.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+void LookAtHost(Item* ioItem)
+{
+    struct stat status;
+    ioItem->exists = stat(PathOf(*ioItem).c_str(), &status) == 0;
+    ioItem->isFolder = ioItem->exists && S_ISDIR(status.st_mode);
+}
+
+// The volume that holds an absolute path: of several, the one that reaches farthest down.
+const Volume* VolumeHolding(const path& inPath)
+{
+    const Volume* best = nullptr;
+    size_t bestLength = 0;
+    for (const Volume& volume : State().volumes) {
+        const std::string& root = volume.path.native();
+        const auto mismatch =
+            std::mismatch(volume.path.begin(), volume.path.end(), inPath.begin(), inPath.end());
+        if (mismatch.first == volume.path.end() && root.size() > bestLength) {
+            best = &volume;
+            bestLength = root.size();
+        }
+    }
+    return best;
+}
+
+} // namespace
+
+const std::vector<Volume>& Volumes()
+{
+    return State().volumes;
+}
+
+SInt16 AddVolume(std::string_view inMacName, const path& inPath)
+{
+    std::vector<Volume>& volumes = State().volumes;
+    std::error_code error;
+    path root = std::filesystem::canonical(inPath, error);
+    if (error || volumes.size() >= 1000)
+        return 0;
+    const SInt16 refNum = (SInt16) - (SInt16)(volumes.size() + 1);
+    volumes.push_back({ refNum, std::string(inMacName.substr(0, 27)), std::move(root) });
+    return refNum;
+}
+
+const Volume* FindVolume(SInt16 inRefNum)
+{
+    const std::vector<Volume>& volumes = State().volumes;
+    const SInt16 wanted = inRefNum == 0 ? DefaultFolder().volume : inRefNum;
+    const size_t index = (size_t)(wanted < 0 ? -(int)wanted : wanted) - 1;
+    return index < volumes.size() ? &volumes[index] : nullptr;
+}
+
+const Volume* FindVolumeNamed(std::string_view inMacName)
+{
+    for (const Volume& volume : State().volumes)
+        if (foundation::EqualIgnoringCase(volume.name, inMacName))
+            return &volume;
+    return nullptr;
+}
+
+OSErr ResolveFolder(SInt16 inVolume, SInt32 inDirectory, Folder* outFolder)
+{
+    if (inVolume == 0 && inDirectory == 0) {
+        *outFolder = DefaultFolder();
+        return noErr;
+    }
+    const Volume* volume = FindVolume(inVolume);
+    if (!volume)
+        return nsvErr;
+    *outFolder = { volume->refNum, inDirectory == 0 ? (SInt32)fsRtDirID : inDirectory };
+    if (IsRoot(*outFolder) || inDirectory == fsRtParID)
+        return noErr;
+    return FindNode(*outFolder) && IsFolderOnHost(PathOf(*outFolder)) ? noErr : dirNFErr;
+}
+
+bool ItemAtPath(const path& inPath, Item* outItem)
+{
+    std::error_code error;
+    const path real = std::filesystem::canonical(inPath, error);
+    const Volume* volume = error ? nullptr : VolumeHolding(real);
+    if (!volume)
+        return false;
+    Item item = { { volume->refNum, fsRtParID }, "", volume->name, true, true };
+    auto component = std::next(real.begin(), std::distance(volume->path.begin(), volume->path.end()));
+    for (; component != real.end(); ++component)
+        item = { NodeOf(item), component->native(), "", true, true };
+    if (!item.hostName.empty())
+        item.macName = MacNameOf(item.hostName);
+    LookAtHost(&item);
+    *outItem = item;
+    return item.exists;
+}
+
+bool ItemWithID(Folder inNode, Item* outItem)
+{
+    const Volume* volume = inNode.volume < 0 ? FindVolume(inNode.volume) : nullptr;
+    const Node* node = FindNode(inNode);
+    if (!volume || (!node && !IsRoot(inNode)))
+        return false;
+    if (node)
+        *outItem = { node->parent, node->hostName, MacNameOf(node->hostName), false, false };
+    else
+        *outItem = { { volume->refNum, fsRtParID }, "", volume->name, false, false };
+    LookAtHost(outItem);
+    return outItem->exists;
+}
+
+Folder NodeOf(const Item& inItem)
+{
+    if (inItem.parent.id == fsRtParID)
+        return { inItem.parent.volume, fsRtDirID };
+    CatalogState& state = State();
+    const SInt32 next = kFirstID + (SInt32)state.nodes.size();
+    const auto key = std::make_pair(std::make_pair(inItem.parent.volume, inItem.parent.id), inItem.hostName);
+    const auto [place, isNew] = state.ids.try_emplace(key, next);
+    if (isNew)
+        state.nodes.push_back({ inItem.parent, inItem.hostName });
+    return { inItem.parent.volume, place->second };
+}
+
+path PathOf(Folder inFolder)
+{
+    std::vector<const std::string*> names;
+    for (const Node* node = FindNode(inFolder); node; node = FindNode(node->parent))
+        names.push_back(&node->hostName);
+    const Volume* volume = FindVolume(inFolder.volume);
+    path result = volume ? volume->path : path("/");
+    for (auto name = names.rbegin(); name != names.rend(); ++name)
+        result /= **name;
+    return result;
+}
+
+path PathOf(const Item& inItem)
+{
+    if (inItem.parent.id == fsRtParID)
+        return PathOf(Folder{ inItem.parent.volume, fsRtDirID });
+    return PathOf(inItem.parent) / inItem.hostName;
+}
+
+void MakeSpec(const Item& inItem, FSSpec* outSpec)
+{
+    outSpec->vRefNum = inItem.parent.volume;
+    outSpec->parID = inItem.parent.id;
+    foundation::PascalFromMacRoman(inItem.macName, outSpec->name, sizeof(Str63) - 1);
+}
+
+Folder DefaultFolder()
+{
+    std::optional<Folder>& folder = State().defaultFolder;
+    if (!folder) {
+        Item item;
+        const bool isThere =
+            ItemAtPath(host::CurrentSettings().application.parent_path(), &item) && item.isFolder;
+        folder = isThere ? NodeOf(item) : Folder{ -1, fsRtDirID };
+    }
+    return *folder;
+}
+
+void SetDefaultFolder(Folder inFolder)
+{
+    State().defaultFolder = inFolder;
+}
+
+} // namespace lampblack::files

@@ -1,0 +1,86 @@
+// The directory tree as the File Manager sees it: volumes, directory and file IDs, and what a name in a
+// directory means on the host. Begin at Resolve.
+//
+// An ID is given to each folder and file when it is first met and stays its own while the process lives. The
+// root of every volume has the ID fsRtDirID, so that a folder is a volume and an ID.
+#ifndef LAMPBLACK_FILES_CATALOG_H
+#define LAMPBLACK_FILES_CATALOG_H
+
+#include <Carbon/Files.h>
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lampblack::files {
+
+struct Folder {
+    SInt16 volume = 0;
+    SInt32 id = 0;
+    bool operator==(const Folder&) const = default;
+};
+
+// What a name means: a place in a folder, where something may be or not.
+struct Item {
+    Folder parent;        // id fsRtParID: the item is the volume itself
+    std::string hostName; // as the host has it; empty for a volume
+    std::string macName;  // Mac Roman, at most 31 bytes
+    bool exists = false;
+    bool isFolder = false;
+};
+
+struct Volume {
+    SInt16 refNum;
+    std::string name;           // Mac Roman, at most 27 bytes
+    std::filesystem::path path; // absolute
+};
+
+// The volumes; the first, -1, is the host's whole file system. Every folder of the host may become another.
+const std::vector<Volume>& Volumes();
+SInt16 AddVolume(std::string_view inMacName, const std::filesystem::path&);
+
+// A volume by reference number, by drive number (1 is the first), or the default one (0); null: none.
+const Volume* FindVolume(SInt16 inRefNum);
+const Volume* FindVolumeNamed(std::string_view inMacName);
+
+// Resolve
+//
+// What FSMakeFSSpec's arguments mean. On fnfErr the item is filled in and does not exist. Errors: as
+// FSMakeFSSpec.
+OSErr Resolve(SInt16 inVolume, SInt32 inDirectory, ConstStr255Param inName, Item* outItem);
+OSErr Resolve(const FSSpec&, Item* outItem);
+
+// The folder that a volume and directory ID mean, with the rules for 0. Errors: nsvErr, dirNFErr.
+OSErr ResolveFolder(SInt16 inVolume, SInt32 inDirectory, Folder* outFolder);
+
+// The item at a host path, which must exist. False when it does not, or lies on no volume.
+bool ItemAtPath(const std::filesystem::path&, Item* outItem);
+
+// The item with an ID of its volume. False when the ID was never given or the item is gone.
+bool ItemWithID(Folder inNode, Item* outItem);
+
+// The ID of an item, given now if it has none; fsRtDirID for a volume. Renaming keeps it.
+Folder NodeOf(const Item&);
+
+std::filesystem::path PathOf(const Item&);
+std::filesystem::path PathOf(Folder);
+
+// A specification of an item. Names longer than fits are never made.
+void MakeSpec(const Item&, FSSpec* outSpec);
+
+Folder DefaultFolder();
+void SetDefaultFolder(Folder);
+
+// A name as the Macintosh shows it: exact when Mac Roman has its letters and it is at most 31 bytes long,
+// else a short form that ends in '#', eight digits made from the whole name, and what follows its last dot.
+std::string MacNameOf(std::string_view inHostName);
+// The name that a new file of that Macintosh name gets.
+std::string HostNameOf(std::string_view inMacName);
+
+// Names in a host folder, without those that only hold parts of others: "._name", "__MACOSX", ".AppleDouble".
+std::vector<std::string> NamesIn(const std::filesystem::path&);
+
+} // namespace lampblack::files
+
+#endif

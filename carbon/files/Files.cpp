@@ -1,0 +1,215 @@
+// Entries on file specifications, references and volumes: they check their arguments and ask the catalog.
+#include <Carbon/Files.h>
+
+#include "FileReferences.h"
+#include "ForkLocator.h"
+
+#include <foundation/MacRoman.h>
+
+#include <algorithm>
+#include <cstring>
+#include <random>
+
+using namespace lampblack::files;
+
+namespace lampblack::files {
+
+namespace {
+
+// What stands in an FSRef. The cookie tells a reference of this process from foreign bytes.
+struct RefContents {
+    uint64_t cookie;
+    SInt32 node;
+    SInt16 volume;
+};
+
+uint64_t Cookie()
+{
+    static const uint64_t cookie = std::random_device()() | (uint64_t)std::random_device()() << 32 | 1;
+    return cookie;
+}
+
+} // namespace
+
+void MakeRef(const Item& inItem, FSRef* outRef)
+{
+    const Folder node = NodeOf(inItem);
+    RefContents contents = {};
+    contents.cookie = Cookie();
+    contents.node = node.id;
+    contents.volume = node.volume;
+    *outRef = {};
+    std::memcpy(outRef->hidden, &contents, sizeof contents);
+}
+
+OSErr ItemOfRef(const FSRef* inRef, Item* outItem)
+{
+    RefContents contents = {};
+    if (!inRef)
+        return paramErr;
+    std::memcpy(&contents, inRef->hidden, sizeof contents);
+    if (contents.cookie != Cookie() || contents.volume >= 0)
+        return errFSBadFSRef;
+    return ItemWithID({ contents.volume, contents.node }, outItem) ? noErr : fnfErr;
+}
+
+} // namespace lampblack::files
+
+OSErr FSMakeFSSpec(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName, FSSpec* spec)
+{
+    if (!spec)
+        return paramErr;
+    Item item;
+    const OSErr error = Resolve(vRefNum, dirID, fileName, &item);
+    if (error == noErr || error == fnfErr)
+        MakeSpec(item, spec);
+    return error;
+}
+
+OSErr FSpGetFInfo(const FSSpec* spec, FInfo* fndrInfo)
+{
+    if (!spec || !fndrInfo)
+        return paramErr;
+    Item item;
+    const OSErr error = Resolve(*spec, &item);
+    if (error != noErr)
+        return error;
+    if (item.isFolder)
+        return fnfErr;
+    *fndrInfo = LocateForks(PathOf(item)).finderInfo;
+    return noErr;
+}
+
+OSErr FSpMakeFSRef(const FSSpec* source, FSRef* newRef)
+{
+    if (!source || !newRef)
+        return paramErr;
+    Item item;
+    const OSErr error = Resolve(*source, &item);
+    if (error == noErr)
+        MakeRef(item, newRef);
+    return error;
+}
+
+OSStatus FSPathMakeRef(const UInt8* path, FSRef* ref, Boolean* isDirectory)
+{
+    if (!path || !*path || !ref)
+        return paramErr;
+    Item item;
+    if (!ItemAtPath((const char*)path, &item))
+        return fnfErr;
+    MakeRef(item, ref);
+    if (isDirectory)
+        *isDirectory = item.isFolder;
+    return noErr;
+}
+
+OSStatus FSRefMakePath(const FSRef* ref, UInt8* path, UInt32 pathBufferSize)
+{
+    if (!path)
+        return paramErr;
+    Item item;
+    const OSErr error = ItemOfRef(ref, &item);
+    if (error != noErr)
+        return error;
+    const std::string text = PathOf(item).native();
+    if (text.size() + 1 > pathBufferSize)
+        return pathTooLongErr;
+    std::memcpy(path, text.c_str(), text.size() + 1);
+    return noErr;
+}
+
+OSErr FSCompareFSRefs(const FSRef* ref1, const FSRef* ref2)
+{
+    Item first, second;
+    OSErr error = ItemOfRef(ref1, &first);
+    error = error != noErr ? error : ItemOfRef(ref2, &second);
+    if (error != noErr)
+        return error;
+    if (first.parent.volume != second.parent.volume)
+        return diffVolErr;
+    return NodeOf(first) == NodeOf(second) ? noErr : errFSRefsDifferent;
+}
+
+OSErr FSGetDataForkName(HFSUniStr255* dataForkName)
+{
+    if (!dataForkName)
+        return paramErr;
+    *dataForkName = {};
+    return noErr;
+}
+
+OSErr FSGetResourceForkName(HFSUniStr255* resourceForkName)
+{
+    constexpr std::u16string_view kName = u"RESOURCE_FORK";
+    if (!resourceForkName)
+        return paramErr;
+    *resourceForkName = {};
+    resourceForkName->length = (UInt16)kName.size();
+    std::copy(kName.begin(), kName.end(), resourceForkName->unicode);
+    return noErr;
+}
+
+OSErr HGetVol(StringPtr volName, SInt16* vRefNum, SInt32* dirID)
+{
+    const Folder folder = DefaultFolder();
+    const Volume* volume = FindVolume(folder.volume);
+    if (!volume)
+        return nsvErr;
+    if (volName)
+        lampblack::foundation::PascalFromMacRoman(volume->name, volName, 27);
+    if (vRefNum)
+        *vRefNum = folder.volume;
+    if (dirID)
+        *dirID = folder.id;
+    return noErr;
+}
+
+OSErr HSetVol(ConstStr63Param volName, SInt16 vRefNum, SInt32 dirID)
+{
+    Item item;
+    const OSErr error = Resolve(vRefNum, dirID, volName, &item);
+    if (error != noErr)
+        return error == fnfErr ? (OSErr)dirNFErr : error;
+    if (!item.isFolder)
+        return dirNFErr;
+    SetDefaultFolder(NodeOf(item));
+    return noErr;
+}
+
+namespace {
+
+// The volume that a parameter block names, by name or number.
+const Volume* NamedVolume(ConstStr255Param inName, SInt16 inRefNum)
+{
+    if (!inName || inName[0] == 0)
+        return FindVolume(inRefNum);
+    std::string_view name((const char*)inName + 1, inName[0]);
+    return FindVolumeNamed(name.substr(0, name.find(':')));
+}
+
+OSErr GetVolParms(HIOParam* ioBlock)
+{
+    if (!ioBlock->ioBuffer || ioBlock->ioReqCount < 0)
+        return paramErr;
+    if (!NamedVolume(ioBlock->ioNamePtr, ioBlock->ioVRefNum))
+        return nsvErr;
+    GetVolParmsInfoBuffer info = {};
+    info.vMVersion = 4;
+    info.vMAttrib = (SInt32)(1u << bHasCatSearch | 1u << bHasFileIDs);
+    info.vMMaxNameLength = 31;
+    ioBlock->ioActCount = std::min(ioBlock->ioReqCount, (SInt32)sizeof info);
+    std::memcpy(ioBlock->ioBuffer, &info, (size_t)ioBlock->ioActCount);
+    return noErr;
+}
+
+} // namespace
+
+OSErr PBHGetVolParmsSync(HParmBlkPtr paramBlock)
+{
+    if (!paramBlock)
+        return paramErr;
+    const OSErr error = GetVolParms(&paramBlock->ioParam);
+    paramBlock->ioParam.ioResult = error;
+    return error;
+}

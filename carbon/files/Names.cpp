@@ -1,0 +1,201 @@
+// Names: what a name or path in a folder means on the host, and how a host's name looks on the Macintosh.
+#include "Catalog.h"
+
+#include <foundation/MacRoman.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <dirent.h>
+#include <sys/stat.h>
+
+namespace lampblack::files {
+
+using std::filesystem::path;
+
+namespace {
+
+constexpr size_t kLongestName = 31;
+constexpr size_t kLongestSuffix = 6; // the dot and five more
+
+// FNV-1a: any hash serves that is the same in every process.
+uint32_t HashOf(std::string_view inText)
+{
+    uint32_t hash = 2166136261u;
+    for (const char byte : inText)
+        hash = (hash ^ (uint8_t)byte) * 16777619u;
+    return hash;
+}
+
+// A ':' separates folders here and a '/' on the host: each stands for the other in a name.
+std::string SwapSeparators(std::string_view inName)
+{
+    std::string name(inName);
+    for (char& byte : name)
+        byte = byte == ':' ? '/' : byte == '/' ? ':' : byte;
+    return name;
+}
+
+std::string ShortForm(std::string_view inHostName, const std::string& inMacName)
+{
+    const size_t dot = inMacName.rfind('.');
+    const bool hasSuffix = dot != std::string::npos && dot > 0 && inMacName.size() - dot <= kLongestSuffix;
+    const std::string suffix = hasSuffix ? inMacName.substr(dot) : std::string();
+    char digits[10];
+    std::snprintf(digits, sizeof digits, "#%08X", (unsigned)HashOf(inHostName));
+    const std::string stem = inMacName.substr(0, hasSuffix ? dot : std::string::npos);
+    return stem.substr(0, kLongestName - 9 - suffix.size()) + digits + suffix;
+}
+
+bool IsPossibleName(std::string_view inMacName)
+{
+    return !inMacName.empty() && inMacName.size() <= kLongestName && inMacName != "." && inMacName != ".." &&
+           inMacName.find('\0') == std::string_view::npos && inMacName.find(':') == std::string_view::npos;
+}
+
+bool StatAt(const path& inPath, bool* outIsFolder)
+{
+    struct stat status;
+    const bool exists = stat(inPath.c_str(), &status) == 0;
+    *outIsFolder = exists && S_ISDIR(status.st_mode);
+    return exists;
+}
+
+// The host's name for a Macintosh name that no file has literally; empty when there is none. Of several that
+// differ in case only, the first in byte order.
+std::string SearchFolder(const path& inFolder, std::string_view inMacName)
+{
+    std::string best;
+    DIR* folder = opendir(inFolder.c_str());
+    while (const dirent* entry = folder ? readdir(folder) : nullptr) {
+        const std::string name = entry->d_name;
+        if (name == "." || name == ".." || !foundation::EqualIgnoringCase(MacNameOf(name), inMacName))
+            continue;
+        if (best.empty() || name < best)
+            best = name;
+    }
+    if (folder)
+        closedir(folder);
+    return best;
+}
+
+// One name in a folder. The item is filled in even when nothing is there.
+OSErr LookUp(Folder inFolder, std::string_view inMacName, Item* outItem)
+{
+    if (!IsPossibleName(inMacName))
+        return bdNamErr;
+    const path folder = PathOf(inFolder);
+    *outItem = { inFolder, HostNameOf(inMacName), std::string(inMacName), false, false };
+    outItem->exists = StatAt(folder / outItem->hostName, &outItem->isFolder);
+    if (outItem->exists)
+        return noErr;
+    const std::string other = SearchFolder(folder, inMacName);
+    if (other.empty() || !StatAt(folder / other, &outItem->isFolder))
+        return fnfErr;
+    outItem->hostName = other;
+    outItem->macName = MacNameOf(other);
+    outItem->exists = true;
+    return noErr;
+}
+
+OSErr VolumeItem(const Volume* inVolume, Item* outItem)
+{
+    if (!inVolume)
+        return nsvErr;
+    *outItem = { { inVolume->refNum, fsRtParID }, "", inVolume->name, true, true };
+    return noErr;
+}
+
+OSErr FolderItem(Folder inFolder, Item* outItem)
+{
+    return ItemWithID(inFolder, outItem) && outItem->isFolder ? noErr : dirNFErr;
+}
+
+// Walks "name:name::name" from an item on. A ':' before a name or at the end enters the folder; each further
+// one goes up.
+OSErr Walk(std::string_view inPath, Item* ioItem)
+{
+    while (!inPath.empty()) {
+        if (!ioItem->exists || !ioItem->isFolder)
+            return dirNFErr;
+        if (inPath.front() == ':') {
+            inPath.remove_prefix(1);
+            if (ioItem->parent.id == fsRtParID || FolderItem(ioItem->parent, ioItem) != noErr)
+                return dirNFErr;
+            continue;
+        }
+        const size_t end = std::min(inPath.find(':'), inPath.size());
+        const OSErr error = LookUp(NodeOf(*ioItem), inPath.substr(0, end), ioItem);
+        const bool isLast = end + 1 >= inPath.size();
+        if (error != noErr)
+            return error == fnfErr && !isLast ? (OSErr)dirNFErr : error;
+        if (end < inPath.size() && !ioItem->isFolder)
+            return dirNFErr;
+        inPath.remove_prefix(std::min(end + 1, inPath.size()));
+    }
+    return noErr;
+}
+
+} // namespace
+
+OSErr Resolve(SInt16 inVolume, SInt32 inDirectory, ConstStr255Param inName, Item* outItem)
+{
+    std::string_view name((const char*)inName + 1, inName ? inName[0] : 0);
+    const size_t colon = name.find(':');
+    if (colon != std::string_view::npos && colon > 0) {
+        const OSErr error = VolumeItem(FindVolumeNamed(name.substr(0, colon)), outItem);
+        return error != noErr ? error : Walk(name.substr(colon + 1), outItem);
+    }
+    Folder folder;
+    OSErr error = ResolveFolder(inVolume, inDirectory, &folder);
+    if (error != noErr)
+        return error;
+    if (folder.id == fsRtParID)
+        return name.empty() ? (OSErr)dirNFErr : VolumeItem(FindVolumeNamed(name), outItem);
+    error = FolderItem(folder, outItem);
+    if (error != noErr || name.empty())
+        return error;
+    name.remove_prefix(name.front() == ':' ? 1 : 0);
+    return Walk(name, outItem);
+}
+
+OSErr Resolve(const FSSpec& inSpec, Item* outItem)
+{
+    // The volume's own specification names it twice; the number counts.
+    if (inSpec.parID == fsRtParID)
+        return VolumeItem(FindVolume(inSpec.vRefNum), outItem);
+    Str255 name;
+    const size_t length = std::min<size_t>(inSpec.name[0], sizeof(Str63) - 1);
+    foundation::PascalFromMacRoman({ (const char*)inSpec.name + 1, length }, name);
+    return Resolve(inSpec.vRefNum, inSpec.parID, name, outItem);
+}
+
+std::string MacNameOf(std::string_view inHostName)
+{
+    std::string name;
+    const bool isExact = foundation::MacRomanFromUtf8Exactly(inHostName, &name);
+    name = SwapSeparators(name);
+    return isExact && name.size() <= kLongestName ? name : ShortForm(inHostName, name);
+}
+
+std::string HostNameOf(std::string_view inMacName)
+{
+    return foundation::Utf8FromMacRoman(SwapSeparators(inMacName));
+}
+
+std::vector<std::string> NamesIn(const path& inFolder)
+{
+    std::vector<std::string> names;
+    DIR* folder = opendir(inFolder.c_str());
+    while (const dirent* entry = folder ? readdir(folder) : nullptr) {
+        const std::string name = entry->d_name;
+        const bool isPart = name.starts_with("._") || name == "__MACOSX" || name == ".AppleDouble";
+        if (name != "." && name != ".." && !isPart)
+            names.push_back(name);
+    }
+    if (folder)
+        closedir(folder);
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+} // namespace lampblack::files
