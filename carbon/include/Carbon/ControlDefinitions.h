@@ -42,6 +42,41 @@ enum {
     kControlPopupUseWFontVariant = kControlUsesOwningWindowsFontVariant
 };
 
+// Definition IDs of the smaller kinds, and their data
+enum {
+    kControlSliderProc = 48,
+    kControlSliderLiveFeedback = 1 << 0,
+    kControlSliderHasTickMarks = 1 << 1,
+    kControlSliderReverseDirection = 1 << 2,
+    kControlSliderNonDirectional = 1 << 3,
+    kControlTriangleProc = 64,
+    kControlTriangleLeftFacingProc = 65,
+    kControlTriangleAutoToggleProc = 66,
+    kControlTriangleLeftFacingAutoToggleProc = 67,
+    kControlLittleArrowsProc = 96,
+    kControlChasingArrowsProc = 112,
+    kControlPlacardProc = 224,
+    kControlWindowHeaderProc = 336,
+    kControlWindowListViewHeaderProc = 337,
+    kControlBevelButtonSmallBevelProc = 32,
+    kControlBevelButtonNormalBevelProc = 33,
+    kControlBevelButtonLargeBevelProc = 34,
+
+    kControlKindSlider = 'sldr',
+    kControlKindDisclosureTriangle = 'dist',
+    kControlKindLittleArrows = 'larr',
+    kControlKindChasingArrows = 'carr',
+    kControlKindPlacard = 'plac',
+    kControlKindWindowHeader = 'whed',
+    kControlKindBevelButton = 'bevl',
+
+    kControlTriangleLastValueTag = 'last',     // SInt16
+    kControlChasingArrowsAnimatingTag = 'anim' // Boolean
+};
+
+// How a bevel button behaves: the high byte of the minimum that it is made with.
+enum { kControlBehaviorPushbutton = 0, kControlBehaviorToggles = 0x0100, kControlBehaviorSticky = 0x0200 };
+
 // Push buttons
 enum {
     kControlKindPushButton = 'push',
@@ -85,7 +120,6 @@ enum {
     kControlEditTextSelectionTag = 'sele',      // ControlEditTextSelectionRec
     kControlEditTextPasswordTag = 'pass',       // characters; the text behind the bullets
     kControlEditTextLockedTag = 'lock',         // Boolean
-    kControlEditTextFixedTextTag = 'ftxt',      // characters, read only
     kControlEditTextValidationProcTag = 'vali', // ControlEditTextValidationUPP
     kControlEditTextSingleLineTag = 'sglc'      // Boolean
 };

@@ -88,9 +88,7 @@ void DisposeDialog(DialogRef inDialog);
 WindowRef GetDialogWindow(DialogRef inDialog);
 DialogRef GetDialogFromWindow(WindowRef inWindow);
 CGrafPtr GetDialogPort(DialogRef inDialog);
-Rect* GetDialogPortBounds(DialogRef inDialog, Rect* outBounds);
 void SetPortDialogPort(DialogRef inDialog);
-void ShowDialogWindow(DialogRef inDialog);
 
 // Items
 DialogItemIndex CountDITL(DialogRef inDialog);

@@ -1,0 +1,59 @@
+// Putting controls on their window: the whole tree, one control, or whatever lies in an area.
+#ifndef LAMPBLACK_CONTROLS_DRAWING_H
+#define LAMPBLACK_CONTROLS_DRAWING_H
+
+#include "controls/ControlRecord.h"
+
+#include <Carbon/Quickdraw.h>
+
+namespace lampblack::controls {
+
+// The control's window port is current and in its normal state; on leaving, the port that was current is so
+// again, and the window's port has the font, colours, pen and clip that it had.
+class StDrawing {
+public:
+    [[nodiscard]] explicit StDrawing(const Control& inControl);
+    [[nodiscard]] explicit StDrawing(WindowRef inWindow);
+    ~StDrawing();
+    StDrawing(const StDrawing&) = delete;
+    StDrawing& operator=(const StDrawing&) = delete;
+
+private:
+    void Enter(WindowRef inWindow);
+
+    GrafPtr fOldPort = nullptr;
+    GDHandle fOldDevice = nullptr;
+    CGrafPtr fPort = nullptr;
+    SInt16 fFont = 0, fSize = 0, fMode = 0;
+    Style fFace = 0;
+    RGBColor fFore = {}, fBack = {};
+    PenState fPen = {};
+};
+
+// Limits drawing to a rectangle within the clip that was, until it leaves.
+class StClip {
+public:
+    [[nodiscard]] explicit StClip(const Rect& inRect);
+    ~StClip();
+    StClip(const StClip&) = delete;
+    StClip& operator=(const StClip&) = delete;
+
+private:
+    RgnHandle fOld;
+};
+
+constexpr SInt16 kScreenDepth = 32;
+
+bool CanDraw(const Control& inControl); // it and its window are visible
+
+// In the current port, the control and what it contains, as far as they are visible.
+void DrawTree(Control& inControl);
+// In its window, at once, with the background erased behind it where asked.
+void Redraw(Control& inControl);
+void RedrawErased(Control& inControl);
+// Erases an area of the window, and draws the controls that reach into it.
+void RedrawArea(WindowControls& inControls, const Rect& inArea);
+
+} // namespace lampblack::controls
+
+#endif
