@@ -76,7 +76,7 @@ TEST_CASE("StPortSaver: null ports and controls do not switch")
     CHECK(CurrentPort() == outer.fPort);
 }
 
-TEST_CASE("StPortSaver: a window and a control make the window's port current")
+TEST_CASE("StPortSaver: a window, a control and a list make the window's port current")
 {
     TestPort outer;
     const Rect bounds = { 100, 100, 200, 300 };
@@ -84,7 +84,16 @@ TEST_CASE("StPortSaver: a window and a control make the window's port current")
     REQUIRE(CreateNewWindow(kDocumentWindowClass, kWindowStandardDocumentAttributes, &bounds, &window) == noErr);
     ControlRef root = nullptr;
     REQUIRE(CreateRootControl(window, &root) == noErr);
+    const Rect view = { 10, 10, 50, 100 }, cells = { 0, 0, 2, 1 };
+    const ListRef list = LNew(&view, &cells, { 0, 0 }, 0, window, false, false, false, true);
+    REQUIRE(list);
     SetPort(outer.fPort);
+    {
+        const StPortSaver saver(list);
+        CHECK(CurrentPort() == GetWindowPort(window));
+    }
+    CHECK(CurrentPort() == outer.fPort);
+    LDispose(list);
     {
         const StPortSaver saver(window);
         CHECK(CurrentPort() == GetWindowPort(window));

@@ -24,6 +24,12 @@ StPortSaver::StPortSaver(ControlRef inControl) : StPortSaver()
         SetPortWindowPort(GetControlOwner(inControl));
 }
 
+StPortSaver::StPortSaver(ListRef inList) : StPortSaver()
+{
+    if (inList)
+        ::SetPort(GetListPort(inList));
+}
+
 StPortSaver::~StPortSaver()
 {
     Restore();

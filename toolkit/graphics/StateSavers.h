@@ -19,6 +19,7 @@ public:
     [[nodiscard]] explicit StPortSaver(WindowRef inWindow);
     [[nodiscard]] explicit StPortSaver(CGrafPtr inPort);
     [[nodiscard]] explicit StPortSaver(ControlRef inControl);
+    [[nodiscard]] explicit StPortSaver(ListRef inList);
     virtual ~StPortSaver();
 
     StPortSaver(const StPortSaver&) = delete;

@@ -10,6 +10,7 @@
 #include <Carbon/Files.h>
 #include <Carbon/Fonts.h>
 #include <Carbon/Gestalt.h>
+#include <Carbon/Lists.h>
 #include <Carbon/MacErrors.h>
 #include <Carbon/MacMemory.h>
 #include <Carbon/MacTypes.h>
