@@ -18,7 +18,8 @@ struct HandleBlock {
     Ptr data = nullptr; // null: an empty handle, or one whose data were purged
     Size size = 0;
     Size capacity = 0;
-    UInt8 state = 0; // kHandleLockedMask and so on
+    UInt8 state = 0;        // kHandleLockedMask and so on
+    bool isWatched = false; // the hook wants to hear of its end
 
     ~HandleBlock() { std::free(data); }
 };
@@ -29,8 +30,10 @@ ReferenceTable<HandleBlock>& Handles();
 // alive.
 HandleBlock* FindHandle(Handle, OSErr* outError = nullptr);
 
-// Called with each handle that has its resource bit set, before it is disposed of. There is one hook.
-void SetResourceHandleHook(void (*inHook)(Handle));
+// The hook is called with each watched handle before it is disposed of, whatever its state byte says by then
+// (an application may change that). There is one hook.
+void SetDisposalHook(void (*inHook)(Handle));
+void WatchHandle(Handle, bool inWatch);
 
 } // namespace lampblack::memory
 

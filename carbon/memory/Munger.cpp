@@ -73,13 +73,13 @@ long Munger(Handle h, long offset, const void* ptr1, long len1, const void* ptr2
     if (found.offset < 0 || !ptr2)
         return found.offset;
     // The new bytes may lie in the block itself, which moves.
-    const bool isInside = (const char*) ptr2 >= block->data && (const char*) ptr2 < block->data + block->size;
+    const bool isInside = (const char*)ptr2 >= block->data && (const char*)ptr2 < block->data + block->size;
     if (len2 > kLargestBlock - block->size)
         error = memFullErr;
-    else if (isInside && len2 > block->data + block->size - (const char*) ptr2)
+    else if (isInside && len2 > block->data + block->size - (const char*)ptr2)
         error = paramErr;
     else if (isInside)
-        error = Replace(block, found, std::string((const char*) ptr2, (size_t) len2).data(), len2);
+        error = Replace(block, found, std::string((const char*)ptr2, (size_t)len2).data(), len2);
     else
         error = Replace(block, found, ptr2, len2);
     SetError(error);

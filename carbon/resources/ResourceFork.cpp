@@ -75,12 +75,13 @@ const char* ResourceFork::ReadTypes()
     for (size_t i = 0; i < count; ++i) {
         const uint8_t* entry = &map[fTypeList + 2 + i * kTypeLength];
         const uint32_t references = LoadBE16(entry + 4) + 1u, first = fTypeList + LoadBE16(entry + 6);
+        const uint32_t firstOrdinal = (uint32_t)fCount;
         fCount += references;
         if (fCount > map.size() / kReferenceLength)
             return "the map counts more resources than it can hold";
         if (!Fits(first, references * kReferenceLength, map.size()))
             return "a reference list does not lie within the map";
-        fTypes.push_back({ LoadBE32(entry), references, fMapOffset + first });
+        fTypes.push_back({ LoadBE32(entry), references, fMapOffset + first, firstOrdinal });
     }
     return nullptr;
 }
@@ -182,6 +183,12 @@ ResourceInfo ResourceFork::Info(ResourceRef inRef) const
     info.name = reader.ReadPascal();
     info.hasName = reader.Ok();
     return info;
+}
+
+size_t ResourceFork::Ordinal(ResourceRef inRef) const
+{
+    const TypeEntry& type = fTypes[inRef.typeIndex];
+    return type.firstOrdinal + (inRef.offset - type.firstReference) / kReferenceLength;
 }
 
 bool ResourceFork::Data(ResourceRef inRef, Bytes* outData) const

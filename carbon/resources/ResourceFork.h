@@ -70,6 +70,9 @@ public:
 
     ResourceInfo Info(ResourceRef) const;
 
+    // A number of its own for each resource, below ResourceCount.
+    size_t Ordinal(ResourceRef) const;
+
     // The resource's data where they lie. Answers false, with outData empty, when they pass the end.
     bool Data(ResourceRef, Bytes* outData) const;
 
@@ -93,6 +96,7 @@ private:
         OSType type;
         uint32_t count;
         uint32_t firstReference; // from the start of the fork
+        uint32_t firstOrdinal;
     };
     // One resource in the hash table; offset 0 is an empty slot.
     struct Slot {

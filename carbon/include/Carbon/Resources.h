@@ -68,7 +68,7 @@ OSErr GetNextResourceFile(SInt16 curRefNum, SInt16* nextRefNum);
 // FSpOpenResFile, FSOpenResFile, FSOpenResourceFile, HOpenResFile, OpenResFile
 //
 // Open the resource fork of a file in whatever form it is kept, put it on top of the chain and make it the
-// current file. A file that is open already answers its first reference number, and becomes current.
+// current file. A file that is open already answers its first reference number; the current file stays.
 //
 // Errors:     -1 is answered, and ResError is fnfErr  no such file, dirNFErr, nsvErr;
 //             eofErr  the file has no resource fork, or one of no bytes; mapReadErr  a fork that is no

@@ -1,0 +1,72 @@
+// Which flipper is called for which type: the ones that were installed, then the platform's own.
+#include "Flippers.h"
+
+#include <map>
+
+namespace lampblack::resources {
+namespace {
+
+struct Flipper {
+    CoreEndianFlipProc proc = nullptr;
+    void* refcon = nullptr;
+};
+
+std::map<std::pair<OSType, OSType>, Flipper>& Installed()
+{
+    static std::map<std::pair<OSType, OSType>, Flipper> flippers;
+    return flippers;
+}
+
+Flipper FindFlipper(OSType inDomain, OSType inType)
+{
+    const auto found = Installed().find({ inDomain, inType });
+    if (found != Installed().end())
+        return found->second;
+    return { inDomain == kCoreEndianResourceManagerDomain ? StandardFlipper(inType) : nullptr, nullptr };
+}
+
+} // namespace
+
+OSStatus FlipLoaded(OSType inType, SInt16 inID, void* ioData, size_t inSize)
+{
+    const Flipper flipper = FindFlipper(kCoreEndianResourceManagerDomain, inType);
+    if (!flipper.proc)
+        return noErr;
+    return flipper.proc(kCoreEndianResourceManagerDomain, inType, inID, ioData, inSize, false,
+                        flipper.refcon);
+}
+
+} // namespace lampblack::resources
+
+using namespace lampblack::resources;
+
+OSStatus CoreEndianInstallFlipper(OSType dataDomain, OSType dataType, CoreEndianFlipProc proc, void* refcon)
+{
+    if (!proc)
+        return paramErr;
+    Installed()[{ dataDomain, dataType }] = { proc, refcon };
+    return noErr;
+}
+
+OSStatus CoreEndianGetFlipper(OSType dataDomain, OSType dataType, CoreEndianFlipProc* proc, void** refcon)
+{
+    const Flipper flipper = FindFlipper(dataDomain, dataType);
+    if (!flipper.proc)
+        return handlerNotFoundErr;
+    if (proc)
+        *proc = flipper.proc;
+    if (refcon)
+        *refcon = flipper.refcon;
+    return noErr;
+}
+
+OSStatus CoreEndianFlipData(OSType dataDomain, OSType dataType, SInt16 id, void* data, ByteCount dataLen,
+                            Boolean currentlyNative)
+{
+    if (!data && dataLen > 0)
+        return paramErr;
+    const Flipper flipper = FindFlipper(dataDomain, dataType);
+    if (!flipper.proc)
+        return handlerNotFoundErr;
+    return flipper.proc(dataDomain, dataType, id, data, dataLen, currentlyNative, flipper.refcon);
+}

@@ -1,0 +1,15 @@
+// What the files of entries share: the error of the last call and whether resources are loaded when asked
+// for.
+#ifndef LAMPBLACK_RESOURCES_MANAGERSTATE_H
+#define LAMPBLACK_RESOURCES_MANAGERSTATE_H
+
+#include <Carbon/Resources.h>
+
+namespace lampblack::resources {
+
+OSErr SetResourceError(OSErr); // answers it
+bool IsLoading();
+
+} // namespace lampblack::resources
+
+#endif

@@ -1,0 +1,137 @@
+// Entries on resource files: opening, closing, and moving along the chain.
+#include "ManagerState.h"
+#include "ResourceFile.h"
+
+#include <files/FileReferences.h>
+#include <foundation/MacRoman.h>
+
+using namespace lampblack;
+using namespace lampblack::resources;
+
+namespace {
+
+// Opens what an earlier call found, or answers that call's error.
+SInt16 OpenItem(OSErr inFound, const files::Item& inItem)
+{
+    OSErr error = inFound;
+    SInt16 refNum = kResFileNotOpened;
+    if (error == noErr && inItem.isFolder)
+        error = fnfErr;
+    if (error == noErr)
+        refNum = Chain().Open(inItem, true, &error);
+    return SetResourceError(error) == noErr ? refNum : (SInt16)kResFileNotOpened;
+}
+
+bool IsName(UniCharCount inLength, const UniChar* inName, std::u16string_view inWanted)
+{
+    if (inLength != inWanted.size() || (inLength > 0 && !inName))
+        return false;
+    return std::equal(inWanted.begin(), inWanted.end(), inName, [](char16_t a, UniChar b) { return a == b; });
+}
+
+} // namespace
+
+SInt16 FSpOpenResFile(const FSSpec* spec, SignedByte)
+{
+    Chain();
+    files::Item item;
+    return OpenItem(spec ? files::Resolve(*spec, &item) : (OSErr)paramErr, item);
+}
+
+SInt16 FSOpenResFile(const FSRef* ref, SInt8)
+{
+    Chain();
+    files::Item item;
+    const OSErr error = files::ItemOfRef(ref, &item);
+    return OpenItem(error, item);
+}
+
+OSErr FSOpenResourceFile(const FSRef* ref, UniCharCount forkNameLength, const UniChar* forkName, SInt8,
+                         SInt16* refNum)
+{
+    if (!refNum)
+        return SetResourceError(paramErr);
+    *refNum = kResFileNotOpened;
+    const bool isResourceFork = IsName(forkNameLength, forkName, u"RESOURCE_FORK");
+    if (!isResourceFork && forkNameLength != 0)
+        return SetResourceError(errFSBadForkName);
+    files::Item item;
+    OSErr error = files::ItemOfRef(ref, &item);
+    if (error == noErr && item.isFolder)
+        error = fnfErr;
+    SInt16 opened = kResFileNotOpened;
+    if (error == noErr)
+        opened = Chain().Open(item, isResourceFork, &error);
+    *refNum = error == noErr ? opened : (SInt16)kResFileNotOpened;
+    return SetResourceError(error);
+}
+
+SInt16 HOpenResFile(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName, SInt8)
+{
+    Chain();
+    files::Item item;
+    return OpenItem(fileName ? files::Resolve(vRefNum, dirID, fileName, &item) : (OSErr)bdNamErr, item);
+}
+
+SInt16 OpenResFile(ConstStr255Param fileName)
+{
+    return HOpenResFile(0, 0, fileName, fsCurPerm);
+}
+
+void CloseResFile(SInt16 refNum)
+{
+    SetResourceError(Chain().Close(refNum) ? noErr : resFNotFound);
+}
+
+SInt16 CurResFile(void)
+{
+    SetResourceError(noErr);
+    const ResourceFile* file = Chain().Current();
+    return file ? file->refNum : (SInt16)kSystemResFile;
+}
+
+void UseResFile(SInt16 refNum)
+{
+    const bool isKnown = refNum == kSystemResFile || Chain().Find(refNum);
+    if (isKnown)
+        Chain().SetCurrent(refNum);
+    SetResourceError(isKnown ? noErr : resFNotFound);
+}
+
+SInt16 HomeResFile(Handle theResource)
+{
+    const Resource* resource = Chain().ResourceOf(theResource);
+    SetResourceError(resource ? noErr : resNotFound);
+    return resource ? resource->file->refNum : (SInt16)-1;
+}
+
+OSErr GetTopResourceFile(SInt16* refNum)
+{
+    if (!refNum)
+        return SetResourceError(paramErr);
+    const auto& files = Chain().Files();
+    *refNum = files.empty() ? (SInt16)0 : files.front()->refNum;
+    return SetResourceError(noErr);
+}
+
+OSErr GetNextResourceFile(SInt16 curRefNum, SInt16* nextRefNum)
+{
+    if (!nextRefNum)
+        return SetResourceError(paramErr);
+    *nextRefNum = 0;
+    const auto& files = Chain().Files();
+    for (size_t i = 0; i < files.size(); ++i) {
+        if (files[i]->refNum != curRefNum)
+            continue;
+        *nextRefNum = i + 1 < files.size() ? files[i + 1]->refNum : (SInt16)0;
+        return SetResourceError(noErr);
+    }
+    return SetResourceError(resFNotFound);
+}
+
+SInt16 GetResFileAttrs(SInt16 refNum)
+{
+    const ResourceFile* file = Chain().Find(refNum);
+    SetResourceError(file ? noErr : resFNotFound);
+    return file ? (SInt16)file->fork.Attributes() : (SInt16)0;
+}

@@ -1,0 +1,107 @@
+// Entries on the handle of a resource: loading, releasing, and what is known of it.
+#include "ManagerState.h"
+#include "ResourceFile.h"
+
+#include <foundation/MacRoman.h>
+
+#include <algorithm>
+#include <cstring>
+
+using namespace lampblack::resources;
+
+namespace {
+
+// The resource behind a handle, or null and the error of the call.
+const Resource* Checked(Handle inHandle)
+{
+    const Resource* resource = Chain().ResourceOf(inHandle);
+    SetResourceError(resource ? noErr : resNotFound);
+    return resource;
+}
+
+long SizeOnDisk(Handle inHandle)
+{
+    const Resource* resource = Checked(inHandle);
+    Bytes data;
+    if (!resource)
+        return -1;
+    if (resource->file->fork.Data(resource->ref, &data))
+        return (long)data.size();
+    SetResourceError(eofErr);
+    return -1;
+}
+
+} // namespace
+
+void LoadResource(Handle theResource)
+{
+    if (Checked(theResource))
+        SetResourceError(Chain().Load(theResource));
+}
+
+void ReleaseResource(Handle theResource)
+{
+    if (Checked(theResource))
+        DisposeHandle(theResource); // which makes the chain forget it
+}
+
+void DetachResource(Handle theResource)
+{
+    if (!Checked(theResource))
+        return;
+    Chain().Forget(theResource);
+    HClrRBit(theResource);
+}
+
+void GetResInfo(Handle theResource, SInt16* theID, ResType* theType, Str255 name)
+{
+    const Resource* resource = Checked(theResource);
+    if (!resource)
+        return;
+    const ResourceInfo info = resource->Info();
+    if (theID)
+        *theID = info.id;
+    if (theType)
+        *theType = info.type;
+    if (name)
+        lampblack::foundation::PascalFromMacRoman(info.name, name);
+}
+
+SInt16 GetResAttrs(Handle theResource)
+{
+    const Resource* resource = Checked(theResource);
+    return resource ? (SInt16)resource->Info().attributes : (SInt16)0;
+}
+
+long GetResourceSizeOnDisk(Handle theResource)
+{
+    return SizeOnDisk(theResource);
+}
+
+long GetMaxResourceSize(Handle theResource)
+{
+    return SizeOnDisk(theResource);
+}
+
+void ReadPartialResource(Handle theResource, long offset, void* buffer, long count)
+{
+    const Resource* resource = Checked(theResource);
+    if (!resource)
+        return;
+    Bytes data;
+    OSErr error = noErr;
+    if (!buffer || offset < 0 || count < 0)
+        error = paramErr;
+    else if (!resource->file->fork.Data(resource->ref, &data))
+        error = eofErr;
+    if (error != noErr) {
+        SetResourceError(error);
+        return;
+    }
+    const size_t start = std::min((size_t)offset, data.size());
+    const size_t length = std::min((size_t)count, data.size() - start);
+    if (length > 0)
+        std::memcpy(buffer, data.data() + start, length);
+    const bool isOut = length < (size_t)count || (size_t)offset > data.size();
+    SetResourceError(isOut ? inputOutOfBounds : *theResource ? resourceInMemory : noErr);
+}

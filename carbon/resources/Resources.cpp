@@ -1,0 +1,270 @@
+// Entries that find, count and number resources.
+#include <Carbon/Resources.h>
+
+#include "ManagerState.h"
+#include "ResourceFile.h"
+
+#include <algorithm>
+#include <cstring>
+
+using namespace lampblack::resources;
+
+namespace lampblack::resources {
+namespace {
+
+OSErr gError = noErr;
+bool gLoad = true;
+
+// A resource and the file it was found in; file is null when there is none.
+struct Found {
+    ResourceFile* file = nullptr;
+    ResourceRef ref;
+};
+
+// The files that a call searches: from the current one to the oldest, or the current one alone.
+template <class Look>
+Found Search(bool inCurrentOnly, Look&& inLook)
+{
+    const ResourceChain& chain = Chain();
+    const auto& files = chain.Files();
+    const size_t start = chain.CurrentIndex();
+    const size_t end = inCurrentOnly ? std::min(start + 1, files.size()) : files.size();
+    for (size_t i = start; i < end; ++i)
+        if (const ResourceRef ref = inLook(files[i]->fork))
+            return { files[i].get(), ref };
+    return {};
+}
+
+Handle HandleOf(const Found& inFound)
+{
+    OSErr error = resNotFound;
+    Handle handle = inFound.file ? Chain().HandleOf(inFound.file, inFound.ref, gLoad, &error) : nullptr;
+    SetResourceError(error);
+    return handle;
+}
+
+Handle GetByID(bool inCurrentOnly, ResType inType, SInt16 inID)
+{
+    return HandleOf(Search(inCurrentOnly, [&](const ResourceFork& fork) { return fork.Find(inType, inID); }));
+}
+
+Handle GetByName(bool inCurrentOnly, ResType inType, ConstStr255Param inName)
+{
+    if (!inName)
+        return HandleOf({});
+    const std::string_view name((const char*)inName + 1, inName[0]);
+    return HandleOf(
+        Search(inCurrentOnly, [&](const ResourceFork& fork) { return fork.FindNamed(inType, name); }));
+}
+
+SInt16 ClampCount(size_t inCount)
+{
+    return (SInt16)std::min<size_t>(inCount, 0x7FFF);
+}
+
+size_t CountInChain(ResType inType)
+{
+    size_t count = 0;
+    for (const auto& file : Chain().Files())
+        count += file->fork.CountOf(inType);
+    return count;
+}
+
+// The types in all files, each once, in the order in which they are met from the top of the chain.
+std::vector<OSType> TypesInChain()
+{
+    std::vector<OSType> types;
+    for (const auto& file : Chain().Files())
+        for (size_t i = 0; i < file->fork.TypeCount(); ++i)
+            if (std::find(types.begin(), types.end(), file->fork.TypeAt(i)) == types.end())
+                types.push_back(file->fork.TypeAt(i));
+    return types;
+}
+
+bool IsInUse(bool inCurrentOnly, ResType inType, SInt16 inID)
+{
+    const auto& files = Chain().Files();
+    return std::any_of(files.begin(), files.end(), [&](const auto& file) {
+        return (!inCurrentOnly || file.get() == Chain().Current()) && file->fork.Find(inType, inID);
+    });
+}
+
+// IDs up to 127 belong to the system.
+SInt16 UnusedID(bool inCurrentOnly, ResType inType)
+{
+    SetResourceError(noErr);
+    for (int id = 128; id <= 0x7FFF; ++id)
+        if (!IsInUse(inCurrentOnly, inType, (SInt16)id))
+            return (SInt16)id;
+    SetResourceError(addResFailed);
+    return 0;
+}
+
+void CopyPascal(StringPtr outString, const uint8_t* inText, size_t inLength)
+{
+    outString[0] = (unsigned char)inLength;
+    std::memcpy(outString + 1, inText, inLength);
+}
+
+// The nth string of a 'STR#', 1 being the first; a string that passes the end is cut there.
+void CopyNthString(Bytes inList, SInt16 inIndex, StringPtr outString)
+{
+    uint16_t count = 0;
+    if (inList.size() >= 2)
+        std::memcpy(&count, inList.data(), 2); // in native order, as every 'STR#' in a handle
+    if (inIndex < 1 || inIndex > count)
+        return;
+    size_t at = 2;
+    for (SInt16 i = 1; i < inIndex && at < inList.size(); ++i)
+        at += 1u + inList[at];
+    if (at < inList.size())
+        CopyPascal(outString, inList.data() + at + 1, std::min<size_t>(inList[at], inList.size() - at - 1));
+}
+
+} // namespace
+
+OSErr SetResourceError(OSErr inError)
+{
+    return gError = inError;
+}
+
+bool IsLoading()
+{
+    return gLoad;
+}
+
+} // namespace lampblack::resources
+
+SInt16 ResError(void)
+{
+    return gError;
+}
+SInt16 LMGetResErr(void)
+{
+    return gError;
+}
+void LMSetResErr(SInt16 value)
+{
+    gError = value;
+}
+
+Handle GetResource(ResType theType, SInt16 theID)
+{
+    return GetByID(false, theType, theID);
+}
+Handle Get1Resource(ResType theType, SInt16 theID)
+{
+    return GetByID(true, theType, theID);
+}
+Handle RGetResource(ResType theType, SInt16 theID)
+{
+    return GetByID(false, theType, theID);
+}
+
+Handle GetNamedResource(ResType theType, ConstStr255Param name)
+{
+    return GetByName(false, theType, name);
+}
+Handle Get1NamedResource(ResType theType, ConstStr255Param name)
+{
+    return GetByName(true, theType, name);
+}
+
+// Every open file counts here, whichever is current.
+Handle GetIndResource(ResType theType, SInt16 index)
+{
+    size_t left = index > 0 ? (size_t)index - 1 : (size_t)-1;
+    for (const auto& file : Chain().Files()) {
+        const size_t count = file->fork.CountOf(theType);
+        if (left < count)
+            return HandleOf({ file.get(), file->fork.At(theType, left) });
+        left -= count;
+    }
+    return HandleOf({});
+}
+
+Handle Get1IndResource(ResType theType, SInt16 index)
+{
+    ResourceFile* file = Chain().Current();
+    if (!file || index < 1 || (size_t)index > file->fork.CountOf(theType))
+        return HandleOf({});
+    return HandleOf({ file, file->fork.At(theType, (size_t)index - 1) });
+}
+
+SInt16 CountResources(ResType theType)
+{
+    SetResourceError(noErr);
+    return ClampCount(CountInChain(theType));
+}
+
+SInt16 Count1Resources(ResType theType)
+{
+    SetResourceError(noErr);
+    const ResourceFile* file = Chain().Current();
+    return file ? ClampCount(file->fork.CountOf(theType)) : (SInt16)0;
+}
+
+SInt16 CountTypes(void)
+{
+    SetResourceError(noErr);
+    return ClampCount(TypesInChain().size());
+}
+
+SInt16 Count1Types(void)
+{
+    SetResourceError(noErr);
+    const ResourceFile* file = Chain().Current();
+    return file ? ClampCount(file->fork.TypeCount()) : (SInt16)0;
+}
+
+void GetIndType(ResType* theType, SInt16 itemIndex)
+{
+    const std::vector<OSType> types = TypesInChain();
+    const bool isThere = itemIndex >= 1 && (size_t)itemIndex <= types.size();
+    SetResourceError(theType ? noErr : paramErr);
+    if (theType)
+        *theType = isThere ? types[(size_t)itemIndex - 1] : 0;
+}
+
+void Get1IndType(ResType* theType, SInt16 itemIndex)
+{
+    const ResourceFile* file = Chain().Current();
+    SetResourceError(theType ? noErr : paramErr);
+    if (theType)
+        *theType = file && itemIndex >= 1 ? file->fork.TypeAt((size_t)itemIndex - 1) : 0;
+}
+
+SInt16 UniqueID(ResType theType)
+{
+    return UnusedID(false, theType);
+}
+SInt16 Unique1ID(ResType theType)
+{
+    return UnusedID(true, theType);
+}
+
+void SetResLoad(Boolean load)
+{
+    gLoad = load;
+    SetResourceError(noErr);
+}
+
+StringHandle GetString(SInt16 stringID)
+{
+    return (StringHandle)(void*)GetResource('STR ', stringID);
+}
+
+void GetIndString(Str255 theString, SInt16 strListID, SInt16 index)
+{
+    if (!theString) {
+        SetResourceError(paramErr);
+        return;
+    }
+    theString[0] = 0;
+    const Handle list = GetResource('STR#', strListID);
+    OSErr error = ResError();
+    if (list && !*list)
+        error = SetResourceError(Chain().Load(list));
+    if (list && error == noErr)
+        CopyNthString(Bytes((const uint8_t*)*list, (size_t)GetHandleSize(list)), index, theString);
+}
