@@ -177,7 +177,9 @@ enum {
     eventNotInQueueErr = -9877,
     eventHotKeyExistsErr = -9878,
     eventHotKeyInvalidErr = -9879,
-    eventPassToNextTargetErr = -9880
+    eventPassToNextTargetErr = -9880,
+    // Apple Events
+    errAECoercionFail = -1700
 };
 
 #endif

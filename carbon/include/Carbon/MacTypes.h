@@ -146,6 +146,13 @@ typedef struct OpaqueEventQueueRef* EventQueueRef;
 typedef struct OpaqueEventLoopRef* EventLoopRef;
 typedef struct OpaqueEventLoopTimerRef* EventLoopTimerRef;
 typedef struct OpaqueIconRef* IconRef;
+typedef const struct OpaqueCFAllocator* CFAllocatorRef; // NULL is the default allocator
+
+struct UnsignedWide {
+    UInt32 lo;
+    UInt32 hi;
+};
+typedef struct UnsignedWide UnsignedWide;
 
 typedef UInt32 PropertyCreator;
 typedef UInt32 PropertyTag;
