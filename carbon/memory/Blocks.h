@@ -21,7 +21,7 @@ void Release(HandleBlock*);
 // Releases all that is purgeable and unlocked. Answers how many bytes that were.
 Size PurgeAll();
 
-void TellResourceManager(HandleBlock*);
+void TellOfDisposal(HandleBlock*);
 
 void SetError(OSErr);
 

@@ -7,7 +7,7 @@
 namespace lampblack::memory {
 namespace {
 
-void (*gResourceHandleHook)(Handle) = nullptr;
+void (*gDisposalHook)(Handle) = nullptr;
 
 } // namespace
 
@@ -26,15 +26,21 @@ HandleBlock* FindHandle(Handle inHandle, OSErr* outError)
     return block;
 }
 
-void SetResourceHandleHook(void (*inHook)(Handle))
+void SetDisposalHook(void (*inHook)(Handle))
 {
-    gResourceHandleHook = inHook;
+    gDisposalHook = inHook;
 }
 
-void TellResourceManager(HandleBlock* inBlock)
+void WatchHandle(Handle inHandle, bool inWatch)
 {
-    if (gResourceHandleHook && (inBlock->state & kHandleIsResourceMask))
-        gResourceHandleHook((Handle)inBlock);
+    if (HandleBlock* block = FindHandle(inHandle))
+        block->isWatched = inWatch;
+}
+
+void TellOfDisposal(HandleBlock* inBlock)
+{
+    if (gDisposalHook && inBlock->isWatched)
+        gDisposalHook((Handle)inBlock);
 }
 
 void* Allocate(Size inSize)

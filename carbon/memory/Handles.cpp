@@ -102,7 +102,7 @@ void DisposeHandle(Handle h)
     HandleBlock* block = Checked(h);
     if (!block)
         return;
-    TellResourceManager(block);
+    TellOfDisposal(block);
     Handles().Delete(block);
     SetError(noErr);
 }

@@ -104,6 +104,7 @@ void ResourceChain::Forget(Handle inHandle)
     const Resource& resource = found->second;
     resource.file->handles[resource.file->fork.Ordinal(resource.ref)] = nullptr;
     fResources.erase(found);
+    memory::WatchHandle(inHandle, false);
 }
 
 Handle ResourceChain::HandleOf(ResourceFile* inFile, ResourceRef inRef, bool inLoad, OSErr* outError)
@@ -117,6 +118,7 @@ Handle ResourceChain::HandleOf(ResourceFile* inFile, ResourceRef inRef, bool inL
     }
     const Handle handle = NewEmptyHandle();
     HSetRBit(handle);
+    memory::WatchHandle(handle, true);
     fResources.insert({ handle, { inFile, inRef } });
     inFile->handles[ordinal] = handle;
     *outError = inLoad ? Load(handle) : (OSErr)noErr;
@@ -174,7 +176,7 @@ ResourceChain& Chain()
     static ResourceChain* chain = nullptr;
     if (!chain) {
         chain = new ResourceChain; // never destroyed: handles outlive static objects
-        memory::SetResourceHandleHook([](Handle handle) { Chain().Forget(handle); });
+        memory::SetDisposalHook([](Handle handle) { Chain().Forget(handle); });
         OpenApplicationFile(*chain);
     }
     return *chain;
