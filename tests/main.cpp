@@ -1,4 +1,5 @@
-// The entry of every doctest program: headless screen, virtual clock, so that no test needs a display or time.
+// The entry of every doctest program: headless screen, virtual clock, so that no test needs a display or
+// time.
 #define DOCTEST_CONFIG_IMPLEMENT
 #include <doctest/doctest.h>
 #include <lampblack/host.h>

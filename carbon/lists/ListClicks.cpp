@@ -25,7 +25,7 @@ bool Allows(const ListRecord& inList, SInt8 inFlag)
 
 Press StartPress(ListRecord& ioList, Cell inCell, EventModifiers inModifiers)
 {
-    Press press { inCell };
+    Press press{ inCell };
     const bool onlyOne = !Allows(ioList, lOnlyOne);
     if (!onlyOne && (inModifiers & shiftKey) && Allows(ioList, lNoExtend)) {
         press.fExtends = true;

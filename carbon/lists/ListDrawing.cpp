@@ -53,7 +53,8 @@ void DrawCellInScope(ListRecord& ioList, Cell inCell)
     RGBForeColor(&kBlack);
     RGBBackColor(cell->fIsSelected ? &marked : &kWhite);
     EraseRect(&bounds);
-    MoveTo(static_cast<short>(bounds.left + ioList.fIndent.h), static_cast<short>(bounds.top + ioList.fIndent.v));
+    MoveTo(static_cast<short>(bounds.left + ioList.fIndent.h),
+           static_cast<short>(bounds.top + ioList.fIndent.v));
     DrawText(cell->fBytes.data(), 0, static_cast<short>(cell->fBytes.size()));
 }
 
@@ -115,7 +116,8 @@ void DrawAll(ListRecord& ioList)
 void UpdateScrollBars(ListRecord& ioList)
 {
     const Point whole = ioList.WholeCellsInView();
-    UpdateScrollBar(ioList.fVertical, ioList.fOrigin.v, ioList.fData.top, ioList.Rows(), whole.v, ioList.fIsActive);
+    UpdateScrollBar(ioList.fVertical, ioList.fOrigin.v, ioList.fData.top, ioList.Rows(), whole.v,
+                    ioList.fIsActive);
     UpdateScrollBar(ioList.fHorizontal, ioList.fOrigin.h, ioList.fData.left, ioList.Columns(), whole.h,
                     ioList.fIsActive);
 }
@@ -137,7 +139,8 @@ void RevealCell(ListRecord& ioList, Cell inCell)
     const auto reveal = [](int inOrigin, int inIndex, int inWhole) {
         return static_cast<short>(std::clamp(inOrigin, inIndex - inWhole + 1, inIndex));
     };
-    ScrollTo(ioList, { reveal(ioList.fOrigin.v, inCell.v, whole.v), reveal(ioList.fOrigin.h, inCell.h, whole.h) });
+    ScrollTo(ioList,
+             { reveal(ioList.fOrigin.v, inCell.v, whole.v), reveal(ioList.fOrigin.h, inCell.h, whole.h) });
 }
 
 void SelectCell(ListRecord& ioList, Cell inCell, bool inIsSelected)

@@ -13,7 +13,8 @@ memory::ReferenceTable<ListRecord>& Lists()
 
 bool ListRecord::Has(Cell inCell) const
 {
-    return inCell.h >= fData.left && inCell.h < fData.right && inCell.v >= fData.top && inCell.v < fData.bottom;
+    return inCell.h >= fData.left && inCell.h < fData.right && inCell.v >= fData.top &&
+           inCell.v < fData.bottom;
 }
 
 CellRecord* ListRecord::At(Cell inCell)
@@ -38,8 +39,10 @@ Cell ListRecord::CellAt(Point inLocal) const
     };
     const int column = fOrigin.h + index(inLocal.h - fView.left, fCellSize.h);
     const int row = fOrigin.v + index(inLocal.v - fView.top, fCellSize.v);
-    return { static_cast<short>(std::clamp<int>(row, fData.top, std::max(fData.top, short(fData.bottom - 1)))),
-             static_cast<short>(std::clamp<int>(column, fData.left, std::max(fData.left, short(fData.right - 1)))) };
+    return {
+        static_cast<short>(std::clamp<int>(row, fData.top, std::max(fData.top, short(fData.bottom - 1)))),
+        static_cast<short>(std::clamp<int>(column, fData.left, std::max(fData.left, short(fData.right - 1))))
+    };
 }
 
 ListBounds ListRecord::Visible() const

@@ -44,9 +44,9 @@ struct ListRecord {
     bool Has(Cell inCell) const;
     CellRecord* At(Cell inCell); // null when not in the list
     Rect BoundsOf(Cell inCell) const;
-    Cell CellAt(Point inLocal) const;       // the nearest cell of the list
-    ListBounds Visible() const;             // cells at least partly in the view
-    Point WholeCellsInView() const;         // at least 1 by 1
+    Cell CellAt(Point inLocal) const; // the nearest cell of the list
+    ListBounds Visible() const;       // cells at least partly in the view
+    Point WholeCellsInView() const;   // at least 1 by 1
 
     void InsertRows(int inCount, int inBefore);
     void InsertColumns(int inCount, int inBefore);
@@ -56,8 +56,14 @@ struct ListRecord {
 };
 
 memory::ReferenceTable<ListRecord>& Lists();
-inline ListRecord* Find(ListHandle inList) { return Lists().Find(inList); }
-inline ListHandle ReferenceOf(ListRecord* inList) { return reinterpret_cast<ListHandle>(inList); }
+inline ListRecord* Find(ListHandle inList)
+{
+    return Lists().Find(inList);
+}
+inline ListHandle ReferenceOf(ListRecord* inList)
+{
+    return reinterpret_cast<ListHandle>(inList);
+}
 
 // Drawing: nothing happens while the list's drawing mode is off.
 void DrawCell(ListRecord&, Cell);

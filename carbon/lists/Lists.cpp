@@ -14,7 +14,8 @@ namespace {
 
 constexpr short kBarWidth = 15;
 constexpr size_t kMaximumCellBytes = 32767;
-constexpr int kMaximumCells = 1 << 20; // far past what a short can address usefully, far below what memory holds
+constexpr int kMaximumCells =
+    1 << 20; // far past what a short can address usefully, far below what memory holds
 
 Point DefaultCellSize(const Rect& inView, Point inSize)
 {
@@ -30,8 +31,8 @@ Point DefaultCellSize(const Rect& inView, Point inSize)
 ControlRef NewScrollBar(ListHandle inList, WindowRef inWindow, const Rect& inBounds)
 {
     constexpr SInt16 kLiveScrollBar = 386;
-    const ControlRef bar = NewControl(inWindow, &inBounds, reinterpret_cast<ConstStr255Param>(""), true, 0, 0, 0,
-                                      kLiveScrollBar, 0);
+    const ControlRef bar = NewControl(inWindow, &inBounds, reinterpret_cast<ConstStr255Param>(""), true, 0, 0,
+                                      0, kLiveScrollBar, 0);
     if (bar)
         SetControlProperty(bar, kListCreator, kListTag, sizeof inList, &inList);
     return bar;
@@ -45,8 +46,8 @@ Rect VerticalBarBounds(const Rect& inView)
 
 Rect HorizontalBarBounds(const Rect& inView)
 {
-    return { inView.bottom, static_cast<short>(inView.left - 1), static_cast<short>(inView.bottom + kBarWidth + 1),
-             static_cast<short>(inView.right + 1) };
+    return { inView.bottom, static_cast<short>(inView.left - 1),
+             static_cast<short>(inView.bottom + kBarWidth + 1), static_cast<short>(inView.right + 1) };
 }
 
 void Refresh(ListRecord& ioList)
@@ -64,12 +65,12 @@ int Addable(int inCount, int inEnd, int inAcross, size_t inCells)
 
 } // namespace
 
-ListHandle LNew(const Rect* rView, const ListBounds* dataBounds, Point cSize, short theProc, WindowRef theWindow,
-                Boolean drawIt, Boolean, Boolean scrollHoriz, Boolean scrollVert)
+ListHandle LNew(const Rect* rView, const ListBounds* dataBounds, Point cSize, short theProc,
+                WindowRef theWindow, Boolean drawIt, Boolean, Boolean scrollHoriz, Boolean scrollVert)
 {
     const CGrafPtr port = GetWindowPort(theWindow);
-    if (!rView || !dataBounds || !port || theProc != 0 || EmptyRect(rView) || dataBounds->right < dataBounds->left ||
-        dataBounds->bottom < dataBounds->top)
+    if (!rView || !dataBounds || !port || theProc != 0 || EmptyRect(rView) ||
+        dataBounds->right < dataBounds->left || dataBounds->bottom < dataBounds->top)
         return nullptr;
     ListRecord* const list = Lists().New();
     list->fPort = port;
@@ -169,7 +170,8 @@ void LAddToCell(const void* dataPtr, short dataLen, Cell theCell, ListHandle lis
 {
     ListRecord* const record = Find(list);
     CellRecord* const cell = record ? record->At(theCell) : nullptr;
-    if (!cell || dataLen <= 0 || !dataPtr || cell->fBytes.size() + static_cast<size_t>(dataLen) > kMaximumCellBytes)
+    if (!cell || dataLen <= 0 || !dataPtr ||
+        cell->fBytes.size() + static_cast<size_t>(dataLen) > kMaximumCellBytes)
         return;
     cell->fBytes.append(static_cast<const char*>(dataPtr), static_cast<size_t>(dataLen));
     DrawCell(*record, theCell);
@@ -221,7 +223,7 @@ void LSetSelect(Boolean setIt, Cell theCell, ListHandle list)
 Cell LLastClick(ListHandle list)
 {
     const ListRecord* const record = Find(list);
-    return record ? record->fLastClick : Cell { -1, -1 };
+    return record ? record->fLastClick : Cell{ -1, -1 };
 }
 
 Boolean LNextCell(Boolean hNext, Boolean vNext, Cell* theCell, ListHandle list)
@@ -247,7 +249,7 @@ void LRect(Rect* cellRect, Cell theCell, ListHandle list)
     if (!cellRect)
         return;
     const ListRecord* const record = Find(list);
-    *cellRect = record && record->Has(theCell) ? record->BoundsOf(theCell) : Rect {};
+    *cellRect = record && record->Has(theCell) ? record->BoundsOf(theCell) : Rect{};
 }
 
 void LSize(short listWidth, short listHeight, ListHandle list)
@@ -354,7 +356,7 @@ Rect* GetListViewBounds(ListHandle list, Rect* view)
 {
     const ListRecord* const record = Find(list);
     if (view)
-        *view = record ? record->fView : Rect {};
+        *view = record ? record->fView : Rect{};
     return view;
 }
 
@@ -362,7 +364,7 @@ ListBounds* GetListDataBounds(ListHandle list, ListBounds* bounds)
 {
     const ListRecord* const record = Find(list);
     if (bounds)
-        *bounds = record ? record->fData : ListBounds {};
+        *bounds = record ? record->fData : ListBounds{};
     return bounds;
 }
 
@@ -370,7 +372,7 @@ ListBounds* GetListVisibleCells(ListHandle list, ListBounds* visible)
 {
     const ListRecord* const record = Find(list);
     if (visible)
-        *visible = record ? record->Visible() : ListBounds {};
+        *visible = record ? record->Visible() : ListBounds{};
     return visible;
 }
 
@@ -378,7 +380,7 @@ Point* GetListCellSize(ListHandle list, Point* size)
 {
     const ListRecord* const record = Find(list);
     if (size)
-        *size = record ? record->fCellSize : Point {};
+        *size = record ? record->fCellSize : Point{};
     return size;
 }
 
@@ -386,7 +388,7 @@ Point* GetListCellIndent(ListHandle list, Point* indent)
 {
     const ListRecord* const record = Find(list);
     if (indent)
-        *indent = record ? record->fIndent : Point {};
+        *indent = record ? record->fIndent : Point{};
     return indent;
 }
 

@@ -1,4 +1,5 @@
 // Lists: cells, selection, clicks, scrolling, and references that are no lists.
+#include <Carbon/Controls.h>
 #include <Carbon/Lists.h>
 #include <Carbon/MacWindows.h>
 #include <doctest/doctest.h>
@@ -37,7 +38,8 @@ struct TestList {
     bool IsSelected(Cell inCell) const { return LGetSelect(false, &inCell, fList); }
     bool Press(short inRow, short inColumn, EventModifiers inModifiers = 0) const
     {
-        const Point local = { static_cast<short>(20 + inRow * 20 + 5), static_cast<short>(20 + inColumn * 90 + 5) };
+        const Point local = { static_cast<short>(20 + inRow * 20 + 5),
+                              static_cast<short>(20 + inColumn * 90 + 5) };
         const Point global = { static_cast<short>(local.v + 100), static_cast<short>(local.h + 100) };
         ReleaseMouse(global);
         return LClick(local, inModifiers, fList);

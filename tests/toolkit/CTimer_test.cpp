@@ -12,7 +12,7 @@ using lampblack::host::RunFor;
 
 namespace {
 
-std::vector<double> gNextFires;                       // each delay asked for
+std::vector<double> gNextFires; // each delay asked for
 int gInstalled = 0, gRemoved = 0, gMenuHandlers = 0;
 
 struct Counter : CTimer {
@@ -51,11 +51,12 @@ LAMPBLACK_INTERPOSE OSStatus SetEventLoopTimerNextFireTime(EventLoopTimerRef tim
 }
 
 LAMPBLACK_INTERPOSE OSStatus InstallEventLoopTimer(EventLoopRef loop, EventTimerInterval delay,
-                                                   EventTimerInterval interval, EventLoopTimerUPP proc, void* data,
-                                                   EventLoopTimerRef* out)
+                                                   EventTimerInterval interval, EventLoopTimerUPP proc,
+                                                   void* data, EventLoopTimerRef* out)
 {
     ++gInstalled;
-    return Next<decltype(InstallEventLoopTimer)>("InstallEventLoopTimer")(loop, delay, interval, proc, data, out);
+    return Next<decltype(InstallEventLoopTimer)>("InstallEventLoopTimer")(loop, delay, interval, proc, data,
+                                                                          out);
 }
 
 LAMPBLACK_INTERPOSE OSStatus RemoveEventLoopTimer(EventLoopTimerRef timer)
@@ -64,13 +65,15 @@ LAMPBLACK_INTERPOSE OSStatus RemoveEventLoopTimer(EventLoopTimerRef timer)
     return Next<decltype(RemoveEventLoopTimer)>("RemoveEventLoopTimer")(timer);
 }
 
-LAMPBLACK_INTERPOSE OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, ItemCount count,
-                                                 const EventTypeSpec* list, void* data, EventHandlerRef* out)
+LAMPBLACK_INTERPOSE OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler,
+                                                 ItemCount count, const EventTypeSpec* list, void* data,
+                                                 EventHandlerRef* out)
 {
     if (count == 2 && list[0].eventClass == kEventClassMenu && list[0].eventKind == kEventMenuBeginTracking &&
         list[1].eventKind == kEventMenuEndTracking)
         ++gMenuHandlers;
-    return Next<decltype(InstallEventHandler)>("InstallEventHandler")(target, handler, count, list, data, out);
+    return Next<decltype(InstallEventHandler)>("InstallEventHandler")(target, handler, count, list, data,
+                                                                      out);
 }
 
 TEST_CASE("CTimer: a repeating timer fires after its delay, then at its interval")
@@ -96,24 +99,25 @@ TEST_CASE("CTimer: a procedure is called with the user data instead of DoTimer")
     delete timer;
 }
 
-TEST_CASE("CTimer: suspended twice and resumed once it stays suspended; the second resume re-arms, a third again")
+TEST_CASE(
+    "CTimer: suspended twice and resumed once it stays suspended; the second resume re-arms, a third again")
 {
     Counter* timer = new Counter(1.0, 1.0);
     gNextFires.clear();
     timer->Suspend();
     timer->Suspend();
-    CHECK(gNextFires == std::vector<double> { -1.0 });
+    CHECK(gNextFires == std::vector<double>{ -1.0 });
     timer->Resume();
     CHECK(gNextFires.size() == 1);
     RunFor(5);
     CHECK(timer->fCount == 0);
     timer->Resume();
-    CHECK(gNextFires == std::vector<double> { -1.0, 0.0 });
+    CHECK(gNextFires == std::vector<double>{ -1.0, 0.0 });
     RunFor(0.01);
     CHECK(timer->fCount == 1);
     timer->Resume();
     CHECK(timer->fSuspendCount == 0);
-    CHECK(gNextFires == std::vector<double> { -1.0, 0.0, 0.0 });
+    CHECK(gNextFires == std::vector<double>{ -1.0, 0.0, 0.0 });
     RunFor(0.01);
     CHECK(timer->fCount == 2);
     delete timer;
@@ -160,7 +164,7 @@ TEST_CASE("CTimer: resuming a one-shot timer arms it for the time still left, or
     RunFor(5);
     gNextFires.clear();
     timer->Resume();
-    CHECK(gNextFires == std::vector<double> { 0.0 });
+    CHECK(gNextFires == std::vector<double>{ 0.0 });
     RunFor(0.01);
     CHECK(timer->fCount == 1);
     delete timer;
@@ -278,7 +282,8 @@ TEST_CASE("CTimer: on Mac OS X no menu handler is installed and Navigation dialo
     delete timer;
 }
 
-TEST_CASE("CTimer: before Mac OS X menu tracking and Navigation dialogs suspend every timer, one handler for all")
+TEST_CASE(
+    "CTimer: before Mac OS X menu tracking and Navigation dialogs suspend every timer, one handler for all")
 {
     CHECK(InFreshProcess([] {
               lampblack::host::SetGestalt('sysv', 0x0922);

@@ -81,7 +81,8 @@ TEST_CASE("StPortSaver: a window, a control and a list make the window's port cu
     TestPort outer;
     const Rect bounds = { 100, 100, 200, 300 };
     WindowRef window = nullptr;
-    REQUIRE(CreateNewWindow(kDocumentWindowClass, kWindowStandardDocumentAttributes, &bounds, &window) == noErr);
+    REQUIRE(CreateNewWindow(kDocumentWindowClass, kWindowStandardDocumentAttributes, &bounds, &window) ==
+            noErr);
     ControlRef root = nullptr;
     REQUIRE(CreateRootControl(window, &root) == noErr);
     const Rect view = { 10, 10, 50, 100 }, cells = { 0, 0, 2, 1 };

@@ -12,8 +12,8 @@
 namespace {
 
 std::vector<OSType> gAsked;
-Size gContiguous = -1;    // what PurgeSpace answers, when not negative
-SInt32 gVolumeBits = 0;   // vMAttrib of every volume
+Size gContiguous = -1;  // what PurgeSpace answers, when not negative
+SInt32 gVolumeBits = 0; // vMAttrib of every volume
 OSErr gVolumeError = noErr;
 SInt16 gAskedVolume = 0;
 

@@ -30,7 +30,8 @@ struct TestWindow : CWindow {
     OSStatus DoControlHit(EventRef inEvent) override
     {
         SInt16 part = 0;
-        GetEventParameter(inEvent, kEventParamControlPart, typeControlPartCode, nullptr, sizeof part, nullptr, &part);
+        GetEventParameter(inEvent, kEventParamControlPart, typeControlPartCode, nullptr, sizeof part, nullptr,
+                          &part);
         gCalls.push_back({ "hit", GetControlID(GetCarbonEventControl(inEvent)) });
         gCalls.push_back({ "part", part });
         return noErr;
@@ -98,15 +99,17 @@ struct Toolkit {
 
 } // namespace
 
-LAMPBLACK_INTERPOSE OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, ItemCount count,
-                                                 const EventTypeSpec* list, void* data, EventHandlerRef* out)
+LAMPBLACK_INTERPOSE OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler,
+                                                 ItemCount count, const EventTypeSpec* list, void* data,
+                                                 EventHandlerRef* out)
 {
     if (count >= gInstalledEvents.size()) {
         gInstalledEvents.clear();
         for (ItemCount i = 0; i < count; ++i)
             gInstalledEvents.push_back({ list[i].eventClass, list[i].eventKind });
     }
-    return Next<decltype(InstallEventHandler)>("InstallEventHandler")(target, handler, count, list, data, out);
+    return Next<decltype(InstallEventHandler)>("InstallEventHandler")(target, handler, count, list, data,
+                                                                      out);
 }
 
 LAMPBLACK_INTERPOSE void MoveWindow(WindowRef window, short h, short v, Boolean front)
@@ -124,8 +127,8 @@ LAMPBLACK_INTERPOSE OSStatus RepositionWindow(WindowRef window, WindowRef parent
 TEST_CASE_FIXTURE(Toolkit, "CreateWindowFromDLOGResource: bounds, title and ID come from the resource")
 {
     WindowRef window = nullptr;
-    REQUIRE(CreateWindowFromDLOGResource(kDocumentWindowClass, kWindowStandardDocumentAttributes, 128, &window) ==
-            noErr);
+    REQUIRE(CreateWindowFromDLOGResource(kDocumentWindowClass, kWindowStandardDocumentAttributes, 128,
+                                         &window) == noErr);
     Rect bounds;
     CHECK(GetWindowPortGlobalBounds(window, &bounds) == noErr);
     CHECK(bounds.top == 100);
@@ -180,7 +183,8 @@ TEST_CASE_FIXTURE(Toolkit, "OffsetWindow: (0, 0) does not call MoveWindow")
     CHECK(gMoves == 1);
 }
 
-TEST_CASE_FIXTURE(Toolkit, "SetWindowPosition: a record of the window's size is applied, any other centres it")
+TEST_CASE_FIXTURE(Toolkit,
+                  "SetWindowPosition: a record of the window's size is applied, any other centres it")
 {
     TestWindow window;
     const auto record = GetWindowPosition(window.fWindow);
@@ -337,7 +341,8 @@ TEST_CASE_FIXTURE(Toolkit, "GetNewControls: parked controls come back by 16384 a
     CHECK_FALSE(IsControlVisible(half));
 }
 
-TEST_CASE_FIXTURE(Toolkit, "GetNewControls: a parent that comes later in the list falls back to the root control")
+TEST_CASE_FIXTURE(Toolkit,
+                  "GetNewControls: a parent that comes later in the list falls back to the root control")
 {
     TestWindow window(131);
     window.SetupControls();
@@ -376,11 +381,12 @@ TEST_CASE_FIXTURE(Toolkit, "CWindow::SetupEventHandlers: the list of 27 events, 
     gInstalledEvents.clear();
     window.SetupEventHandlers();
     const std::vector<std::pair<UInt32, UInt32>> expected = {
-        { 'cmds', 1 },  { 'cmds', 1 },  { 'wind', 2 },   { 'wind', 22 },     { 'wind', 23 },     { 'wind', 5 },
-        { 'wind', 6 },  { 'wind', 37 }, { 'wind', 85 },  { 'wind', 72 },     { 'wind', 75 },     { 'wind', 77 },
-        { 'wind', 76 }, { 'wind', 29 }, { 'wind', 80 },  { 'wind', 81 },     { 'wind', 82 },     { 'wind', 200 },
-        { 'wind', 201 }, { 'wind', 78 }, { 'cntl', 13 }, { 'cntl', 1 },      { 'mous', 5 },      { 'MOSH', 'RSHT' },
-        { 'MOSH', 'TXI-' }, { 'MOSH', 'TXI+' }, { 'MOSH', 'CCPV' }
+        { 'cmds', 1 },      { 'cmds', 1 },     { 'wind', 2 },   { 'wind', 22 },     { 'wind', 23 },
+        { 'wind', 5 },      { 'wind', 6 },     { 'wind', 37 },  { 'wind', 85 },     { 'wind', 72 },
+        { 'wind', 75 },     { 'wind', 77 },    { 'wind', 76 },  { 'wind', 29 },     { 'wind', 80 },
+        { 'wind', 81 },     { 'wind', 82 },    { 'wind', 200 }, { 'wind', 201 },    { 'wind', 78 },
+        { 'cntl', 13 },     { 'cntl', 1 },     { 'mous', 5 },   { 'MOSH', 'RSHT' }, { 'MOSH', 'TXI-' },
+        { 'MOSH', 'TXI+' }, { 'MOSH', 'CCPV' }
     };
     CHECK(gInstalledEvents == expected);
 }
@@ -401,7 +407,8 @@ TEST_CASE_FIXTURE(Toolkit, "CWindowEventHandler: a window without a window does 
     window.SetContents(1004, "x");
 }
 
-TEST_CASE_FIXTURE(Toolkit, "CWindow: a constructor that fails throws the status as a long and restores the port")
+TEST_CASE_FIXTURE(Toolkit,
+                  "CWindow: a constructor that fails throws the status as a long and restores the port")
 {
     CGrafPtr before = nullptr, after = nullptr;
     GetPort(&before);
@@ -423,7 +430,7 @@ TEST_CASE_FIXTURE(Toolkit, "CWindow: OK flashes the visible default button and h
     window.Show();
     gCalls.clear();
     CHECK(SendCommand(window, kEventCommandProcess, kHICommandOK) == noErr);
-    CHECK(gCalls == std::vector<Call> { { "hit", 1000 }, { "part", 10 } });
+    CHECK(gCalls == std::vector<Call>{ { "hit", 1000 }, { "part", 10 } });
 }
 
 TEST_CASE_FIXTURE(Toolkit, "CWindow: an update-status event for OK presses the default button too")
@@ -456,7 +463,7 @@ TEST_CASE_FIXTURE(Toolkit, "CWindow: showing and paste validation cannot mark th
     TestWindow window;
     CHECK(Send(window, kEventClassWindow, kEventWindowShowing) == eventNotHandledErr);
     CHECK(Send(window, kEventClassToolkit, kEventTextCutCopyPasteValidation) == eventNotHandledErr);
-    CHECK(gCalls == std::vector<Call> { { "showing", 0 }, { "validation", 0 } });
+    CHECK(gCalls == std::vector<Call>{ { "showing", 0 }, { "validation", 0 } });
 }
 
 TEST_CASE_FIXTURE(Toolkit, "CWindow: the Return key presses the default button")
@@ -468,7 +475,7 @@ TEST_CASE_FIXTURE(Toolkit, "CWindow: the Return key presses the default button")
     gCalls.clear();
     PressKey(0x24, '\r');
     RunFor(1);
-    CHECK(gCalls == std::vector<Call> { { "hit", 1000 }, { "part", 10 } });
+    CHECK(gCalls == std::vector<Call>{ { "hit", 1000 }, { "part", 10 } });
 }
 
 TEST_CASE_FIXTURE(Toolkit, "CWindow: a click on a button is a hit and leaves no mark behind")
@@ -481,10 +488,11 @@ TEST_CASE_FIXTURE(Toolkit, "CWindow: a click on a button is a hit and leaves no 
     Click(CentreOf(window, 1002));
     RunFor(1);
     REQUIRE(gCalls.size() == 2);
-    CHECK(gCalls[0] == Call { "hit", 1002 });
+    CHECK(gCalls[0] == Call{ "hit", 1002 });
     CHECK(window.GetValue(1002) == 1);
     Boolean mark = false;
-    CHECK(GetControlProperty(GetControlByID(window.fWindow, 1002), 'MOSH', 'HIT ', 1, nullptr, &mark) != noErr);
+    CHECK(GetControlProperty(GetControlByID(window.fWindow, 1002), 'MOSH', 'HIT ', 1, nullptr, &mark) !=
+          noErr);
 }
 
 TEST_CASE_FIXTURE(Toolkit, "CWindow: a press released outside its button is no hit but a no-track hit")
@@ -499,10 +507,11 @@ TEST_CASE_FIXTURE(Toolkit, "CWindow: a press released outside its button is no h
     MoveMouse({ static_cast<short>(inside.v - 60), inside.h });
     ReleaseMouse({ static_cast<short>(inside.v - 60), inside.h });
     RunFor(1);
-    CHECK(gCalls == std::vector<Call> { { "no-track", 1001 } });
+    CHECK(gCalls == std::vector<Call>{ { "no-track", 1001 } });
 }
 
-TEST_CASE_FIXTURE(Toolkit, "CWindow: a click into another edit field tells of the focus change, typing reaches it")
+TEST_CASE_FIXTURE(Toolkit,
+                  "CWindow: a click into another edit field tells of the focus change, typing reaches it")
 {
     TestWindow window;
     window.StandardSetup();
@@ -512,7 +521,7 @@ TEST_CASE_FIXTURE(Toolkit, "CWindow: a click into another edit field tells of th
     Click(CentreOf(window, 1005));
     RunFor(0.5);
     REQUIRE(!gCalls.empty());
-    CHECK(gCalls[0] == Call { "focus", 1004 * 10000 + 1005 });
+    CHECK(gCalls[0] == Call{ "focus", 1004 * 10000 + 1005 });
     TypeText("abc");
     RunFor(0.5);
     char text[64];
@@ -520,7 +529,8 @@ TEST_CASE_FIXTURE(Toolkit, "CWindow: a click into another edit field tells of th
     CHECK(std::string(text) == "abc");
 }
 
-TEST_CASE_FIXTURE(Toolkit, "CWindow: over no control the cursor is the arrow, over the focused field the I-beam")
+TEST_CASE_FIXTURE(Toolkit,
+                  "CWindow: over no control the cursor is the arrow, over the focused field the I-beam")
 {
     TestWindow window;
     window.StandardSetup();
@@ -535,7 +545,8 @@ TEST_CASE_FIXTURE(Toolkit, "CWindow: over no control the cursor is the arrow, ov
     CHECK(Send(window, kEventClassMouse, kEventMouseMoved) == noErr);
 }
 
-TEST_CASE_FIXTURE(Toolkit, "CWindow: StartTimer ticks Timer, StopTimer ends it, a second StartTimer runs beside the first")
+TEST_CASE_FIXTURE(
+    Toolkit, "CWindow: StartTimer ticks Timer, StopTimer ends it, a second StartTimer runs beside the first")
 {
     TestWindow window;
     window.StartTimer(0.1, 0.1);
@@ -563,12 +574,13 @@ TEST_CASE_FIXTURE(Toolkit, "CWindow: SetupTimer keeps the timer that is there")
     window.SetupTimer(nullptr, 0.2, 0);
     CHECK(window.fSetupTimer == first);
     RunFor(1);
-    CHECK(gCalls == std::vector<Call> { { "setup", 0 } });
+    CHECK(gCalls == std::vector<Call>{ { "setup", 0 } });
     window.RemoveTimer();
     CHECK(window.fSetupTimer == nullptr);
 }
 
-TEST_CASE_FIXTURE(Toolkit, "CWindow: deleting one inside its own control hit is safe, and its port stays no longer current")
+TEST_CASE_FIXTURE(
+    Toolkit, "CWindow: deleting one inside its own control hit is safe, and its port stays no longer current")
 {
     struct SelfDeleting : TestWindow {
         OSStatus DoControlHit(EventRef) override
@@ -586,7 +598,7 @@ TEST_CASE_FIXTURE(Toolkit, "CWindow: deleting one inside its own control hit is 
     const WindowRef ref = window->fWindow;
     Click(CentreOf(*window, 1001));
     RunFor(1);
-    CHECK(gCalls == std::vector<Call> { { "gone", 0 } });
+    CHECK(gCalls == std::vector<Call>{ { "gone", 0 } });
     CHECK_FALSE(IsValidWindowPtr(ref));
     CGrafPtr port = nullptr;
     GetPort(&port);

@@ -11,25 +11,29 @@ namespace {
 template <typename Value>
 OSErr GetData(ControlRef inControl, ResType inTag, Value* outValue)
 {
-    return inControl ? GetControlData(inControl, kControlEntireControl, inTag, sizeof *outValue, outValue, nullptr)
-                     : paramErr;
+    return inControl
+               ? GetControlData(inControl, kControlEntireControl, inTag, sizeof *outValue, outValue, nullptr)
+               : static_cast<OSErr>(paramErr);
 }
 
 template <typename Value>
 OSErr SetData(ControlRef inControl, ResType inTag, const Value& inValue)
 {
-    return inControl ? SetControlData(inControl, kControlEntireControl, inTag, sizeof inValue, &inValue) : paramErr;
+    return inControl ? SetControlData(inControl, kControlEntireControl, inTag, sizeof inValue, &inValue)
+                     : static_cast<OSErr>(paramErr);
 }
 
 OSErr TextSize(ControlRef inControl, Size* outSize)
 {
     *outSize = 0;
-    return inControl ? GetControlDataSize(inControl, kControlEntireControl, kControlEditTextTextTag, outSize) : paramErr;
+    return inControl ? GetControlDataSize(inControl, kControlEntireControl, kControlEditTextTextTag, outSize)
+                     : static_cast<OSErr>(paramErr);
 }
 
 OSErr ReadText(ControlRef inControl, Size inSize, void* outText)
 {
-    return GetControlData(inControl, kControlEntireControl, kControlEditTextTextTag, inSize, outText, nullptr);
+    return GetControlData(inControl, kControlEntireControl, kControlEditTextTextTag, inSize, outText,
+                          nullptr);
 }
 
 OSErr ReadWholeText(ControlRef inControl, char* outText)
@@ -57,7 +61,8 @@ OSErr WriteText(ControlRef inControl, ResType inTag, const void* inText, Size in
 bool HasFlag(ControlRef inControl, PropertyCreator inCreator, PropertyTag inTag)
 {
     Boolean flag = false;
-    return inControl && GetControlProperty(inControl, inCreator, inTag, sizeof flag, nullptr, &flag) == noErr && flag;
+    return inControl &&
+           GetControlProperty(inControl, inCreator, inTag, sizeof flag, nullptr, &flag) == noErr && flag;
 }
 
 ControlRef FocusOf(WindowRef inWindow)
@@ -72,27 +77,29 @@ ControlRef FocusOf(WindowRef inWindow)
 
 bool IsEditTextDefID(SInt32 inDefID)
 {
-    return inDefID == kEditTextDefID || inDefID == kPasswordEditTextDefID || inDefID == kUnicodeEditTextDefID ||
-           inDefID == kUnicodePasswordEditTextDefID;
+    return inDefID == kEditTextDefID || inDefID == kPasswordEditTextDefID ||
+           inDefID == kUnicodeEditTextDefID || inDefID == kUnicodePasswordEditTextDefID;
 }
 
 SInt32 GetControlDefProcID(ControlRef inControl)
 {
     SInt32 defID = 0;
-    if (!inControl || GetControlProperty(inControl, kToolkitSignature, 'DFID', sizeof defID, nullptr, &defID) != noErr)
+    if (!inControl ||
+        GetControlProperty(inControl, kToolkitSignature, 'DFID', sizeof defID, nullptr, &defID) != noErr)
         return 0;
     return defID;
 }
 
 OSErr SetControlDefProcID(ControlRef inControl, SInt32 inDefID)
 {
-    return inControl ? SetControlProperty(inControl, kToolkitSignature, 'DFID', sizeof inDefID, &inDefID) : paramErr;
+    return inControl ? SetControlProperty(inControl, kToolkitSignature, 'DFID', sizeof inDefID, &inDefID)
+                     : static_cast<OSErr>(paramErr);
 }
 
 OSErr SetControlID(ControlRef inControl, SInt32 inID)
 {
     const ControlID id = { kToolkitSignature, inID };
-    return inControl ? SetControlID(inControl, &id) : paramErr;
+    return inControl ? SetControlID(inControl, &id) : static_cast<OSErr>(paramErr);
 }
 
 SInt32 GetControlID(ControlRef inControl)
@@ -124,14 +131,14 @@ OSErr InvalControl(ControlRef inControl)
 OSErr ActivateRootControl(WindowRef inWindow)
 {
     ControlRef root = nullptr;
-    const OSErr err = inWindow ? GetRootControl(inWindow, &root) : paramErr;
+    const OSErr err = inWindow ? GetRootControl(inWindow, &root) : static_cast<OSErr>(paramErr);
     return err == noErr ? ActivateControl(root) : err;
 }
 
 OSErr DeactivateRootControl(WindowRef inWindow)
 {
     ControlRef root = nullptr;
-    const OSErr err = inWindow ? GetRootControl(inWindow, &root) : paramErr;
+    const OSErr err = inWindow ? GetRootControl(inWindow, &root) : static_cast<OSErr>(paramErr);
     return err == noErr ? DeactivateControl(root) : err;
 }
 

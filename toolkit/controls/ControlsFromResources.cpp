@@ -161,7 +161,9 @@ void ResolveFont(ControlFontStyleRec* ioStyle)
 void InstallColorProcOnce(ControlRef inControl)
 {
     Boolean hasProc = false;
-    if (GetControlProperty(inControl, kToolkitSignature, 'COLR', sizeof hasProc, nullptr, &hasProc) == noErr && hasProc)
+    if (GetControlProperty(inControl, kToolkitSignature, 'COLR', sizeof hasProc, nullptr, &hasProc) ==
+            noErr &&
+        hasProc)
         return;
     static const ControlColorUPP colorUPP = NewControlColorUPP(ControlColorProc);
     SetControlColorProc(inControl, colorUPP);
@@ -172,7 +174,8 @@ void InstallColorProcOnce(ControlRef inControl)
 bool IsInsideColorProc(ControlRef inControl)
 {
     Boolean isInside = false;
-    return GetControlProperty(inControl, kToolkitSignature, 'CLR!', sizeof isInside, nullptr, &isInside) == noErr &&
+    return GetControlProperty(inControl, kToolkitSignature, 'CLR!', sizeof isInside, nullptr, &isInside) ==
+               noErr &&
            isInside;
 }
 

@@ -11,9 +11,9 @@ LAMPBLACK_BEGIN
 
 // GetNewControls
 //
-// Creates every control of a 'CTL#' list in the window, in its order. Each gets its resource ID as its control
-// ID, is embedded in the control that its refCon names (else in the root), and is hidden when it was parked
-// 16384 pixels to the right. The first edit field gets the keyboard focus.
+// Creates every control of a 'CTL#' list in the window, in its order. Each gets its resource ID as its
+// control ID, is embedded in the control that its refCon names (else in the root), and is hidden when it was
+// parked 16384 pixels to the right. The first edit field gets the keyboard focus.
 //
 // Shape:      'CTL#' is a run of 16-bit 'CNTL' IDs. Read beside each 'CNTL': 'xBTN' (push buttons: bit 0
 //             cancel, bit 1 default), 'PBAR' (progress bars: byte 0 indeterminate), 'CNTS' (16-bit control

@@ -24,7 +24,8 @@ OSErr ChangeKeyboardFocus(WindowRef inWindow, ControlRef inControl, bool inSelec
 
 // SetPointingHandCursor, SetIBeamCursor, SetWatchCursor, SetArrowCursor
 //
-// Show a theme cursor. The kind shown last is remembered, and without inForce asking for it again costs nothing.
+// Show a theme cursor. The kind shown last is remembered, and without inForce asking for it again costs
+// nothing.
 void SetPointingHandCursor(bool inForce);
 void SetIBeamCursor(bool inForce);
 void SetWatchCursor(bool inForce);

@@ -53,7 +53,8 @@ OSStatus InitResourceHelpers()
         fgIsInitialized = true;
         fgApplicationResFile = GetCurrentResourceFileID();
     }
-    if (CoreEndianInstallFlipper(kCoreEndianResourceManagerDomain, 'CTL#', flipCustomResources, nullptr) != noErr)
+    if (CoreEndianInstallFlipper(kCoreEndianResourceManagerDomain, 'CTL#', flipCustomResources, nullptr) !=
+        noErr)
         std::puts("Error installing byteswapper");
     return noErr;
 }
@@ -82,7 +83,8 @@ OSStatus flipCustomResources(OSType inDomain, OSType inType, SInt16 inID, void* 
     return flipCTLHashResource(inDomain, inType, inID, ioData, inSize, inCurrentlyNative, inRefCon);
 }
 
-OSStatus flipCTLHashResource(OSType, OSType, SInt16, void* ioData, ByteCount inSize, Boolean inCurrentlyNative, void*)
+OSStatus flipCTLHashResource(OSType, OSType, SInt16, void* ioData, ByteCount inSize,
+                             Boolean inCurrentlyNative, void*)
 {
     if (inCurrentlyNative || !ioData)
         return noErr;

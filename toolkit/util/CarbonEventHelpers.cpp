@@ -7,7 +7,8 @@ template <typename Value>
 Value EventParameter(EventRef inEvent, EventParamName inName, EventParamType inType, Value inDefault)
 {
     Value value = inDefault;
-    if (!inEvent || GetEventParameter(inEvent, inName, inType, nullptr, sizeof value, nullptr, &value) != noErr)
+    if (!inEvent ||
+        GetEventParameter(inEvent, inName, inType, nullptr, sizeof value, nullptr, &value) != noErr)
         return inDefault;
     return value;
 }

@@ -21,7 +21,8 @@ UInt32 GetCarbonEventClickCount(EventRef inEvent);
 
 // ShiftKeyIsDown, OptionKeyIsDown
 //
-// The modifier as the event recorded it; without an argument, or for a null event, as the keyboard has it now.
+// The modifier as the event recorded it; without an argument, or for a null event, as the keyboard has it
+// now.
 bool ShiftKeyIsDown();
 bool ShiftKeyIsDown(EventRef inEvent);
 bool OptionKeyIsDown();

@@ -17,8 +17,8 @@ void InstallMenuHandlerOnce()
     doneThis = true;
     static const EventTypeSpec menuEvents[] = { { kEventClassMenu, kEventMenuBeginTracking },
                                                 { kEventClassMenu, kEventMenuEndTracking } };
-    InstallEventHandler(GetApplicationEventTarget(), NewEventHandlerUPP(CTimerMenuEventHandler), 2, menuEvents,
-                        nullptr, nullptr);
+    InstallEventHandler(GetApplicationEventTarget(), NewEventHandlerUPP(CTimerMenuEventHandler), 2,
+                        menuEvents, nullptr, nullptr);
 }
 
 } // namespace

@@ -33,8 +33,9 @@ public:
     // Suspensions nest; the first one stops the timer.
     virtual void Suspend();
 
-    // The last Resume starts the timer again: a repeating one fires at once, a one-shot one that has not fired
-    // after what is left of the delay given at construction. Calling it once too often re-arms the timer again.
+    // The last Resume starts the timer again: a repeating one fires at once, a one-shot one that has not
+    // fired after what is left of the delay given at construction. Calling it once too often re-arms the
+    // timer again.
     virtual void Resume();
 
     // Fires next after this many seconds, even while suspended.
@@ -44,8 +45,8 @@ public:
     static void SuspendAll();
     static void ResumeAll();
 
-    // To be called around a Navigation Services dialog: before Mac OS X its loop starved timers, so all of them
-    // rest meanwhile. On Mac OS X nothing happens.
+    // To be called around a Navigation Services dialog: before Mac OS X its loop starved timers, so all of
+    // them rest meanwhile. On Mac OS X nothing happens.
     static void NavDialogOpen();
     static void NavDialogClosed();
 

@@ -63,9 +63,8 @@ CWindow::~CWindow()
 
 void CWindow::Create(long inID, unsigned long inWindowClass, unsigned long inAttributes)
 {
-    const OSStatus err =
-        CreateWindowFromDLOGResource(static_cast<WindowClass>(inWindowClass),
-                                     static_cast<WindowAttributes>(inAttributes), inID, &fWindow);
+    const OSStatus err = CreateWindowFromDLOGResource(
+        static_cast<WindowClass>(inWindowClass), static_cast<WindowAttributes>(inAttributes), inID, &fWindow);
     if (!fWindow || err != noErr)
         throw static_cast<long>(err);
 }

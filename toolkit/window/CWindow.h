@@ -62,16 +62,17 @@ public:
     virtual void SetupWindowBackground() const;                       // nothing in the base class
     virtual void SetupWindowPosition() const;
 
-    // Two timers of the window's own, in seconds. SetupTimer keeps an earlier timer, and calls inProc with the
-    // CWindow as user data. StartTimer calls Timer(); it forgets a timer already running, so stop that first.
+    // Two timers of the window's own, in seconds. SetupTimer keeps an earlier timer, and calls inProc with
+    // the CWindow as user data. StartTimer calls Timer(); it forgets a timer already running, so stop that
+    // first.
     virtual void SetupTimer(EventLoopTimerProcPtr inProc, double inDelay, double inInterval);
     virtual void RemoveTimer();
     virtual void StartTimer(double inDelay, double inInterval);
     virtual void StopTimer();
     virtual void Timer();
 
-    virtual OSStatus DoMouseMoved(EventRef inEvent);       // shows the cursor of the control under the mouse
-    virtual OSStatus DoWindowActivated(EventRef inEvent);  // shows the right cursor
+    virtual OSStatus DoMouseMoved(EventRef inEvent);      // shows the cursor of the control under the mouse
+    virtual OSStatus DoWindowActivated(EventRef inEvent); // shows the right cursor
     virtual OSStatus DoWindowClickContentRgn(EventHandlerCallRef inCallRef, EventRef inEvent);
     virtual OSStatus DoWindowClose(EventRef inEvent) const;
     virtual OSStatus DoWindowDeactivated(EventRef inEvent);

@@ -1,10 +1,13 @@
 // CWindow's event handling: one table from event class and kind to a small handler, and what the base class
 // does for each event.
+#include "window/CWindow.h"
+
+#include <iterator>
+
 #include "controls/ControlData.h"
 #include "controls/Focus.h"
 #include "graphics/StateSavers.h"
 #include "util/CarbonEventHelpers.h"
-#include "window/CWindow.h"
 
 namespace {
 
@@ -23,8 +26,8 @@ using Handler = OSStatus (*)(const Dispatch&);
 Point MouseLocation(EventRef inEvent)
 {
     Point mouse = { 0, 0 };
-    if (GetEventParameter(inEvent, kEventParamMouseLocation, typeQDPoint, nullptr, sizeof mouse, nullptr, &mouse) !=
-        noErr)
+    if (GetEventParameter(inEvent, kEventParamMouseLocation, typeQDPoint, nullptr, sizeof mouse, nullptr,
+                          &mouse) != noErr)
         GetGlobalMouse(&mouse);
     return mouse;
 }
@@ -32,8 +35,8 @@ Point MouseLocation(EventRef inEvent)
 bool IsOKCommand(EventRef inEvent)
 {
     HICommand command = {};
-    return GetEventParameter(inEvent, kEventParamDirectObject, typeHICommand, nullptr, sizeof command, nullptr,
-                             &command) == noErr &&
+    return GetEventParameter(inEvent, kEventParamDirectObject, typeHICommand, nullptr, sizeof command,
+                             nullptr, &command) == noErr &&
            command.commandID == kHICommandOK;
 }
 
@@ -49,8 +52,8 @@ ControlRef UsableDefaultButton(WindowRef inWindow)
 EventRef CreateHitEvent(ControlRef inButton)
 {
     EventRef hit = nullptr;
-    if (CreateEvent(nullptr, kEventClassControl, kEventControlHit, GetCurrentEventTime(), kEventAttributeNone, &hit) !=
-        noErr)
+    if (CreateEvent(nullptr, kEventClassControl, kEventControlHit, GetCurrentEventTime(), kEventAttributeNone,
+                    &hit) != noErr)
         return nullptr;
     const ControlPartCode part = kControlButtonPart;
     const UInt32 modifiers = 0;
@@ -204,7 +207,8 @@ OSStatus CWindowEventHandler(EventHandlerCallRef inCallRef, EventRef inEvent, vo
         return eventNotHandledErr;
     const StPortSaver port(object->fWindow);
     const Handler handler = FindHandler(GetEventClass(inEvent), GetEventKind(inEvent));
-    return handler ? handler({ object, inCallRef, inEvent, port }) : static_cast<OSStatus>(eventNotHandledErr);
+    return handler ? handler({ object, inCallRef, inEvent, port })
+                   : static_cast<OSStatus>(eventNotHandledErr);
 }
 
 OSStatus CWindowControlDrawHandler(EventHandlerCallRef inCallRef, EventRef inEvent, void* inUserData)
@@ -290,7 +294,8 @@ OSStatus CWindow::DoWindowClickContentRgn(EventHandlerCallRef inCallRef, EventRe
     ControlRef before = nullptr;
     const OSErr errBefore = GetKeyboardFocus(window, &before);
     const OSStatus result = CallNextEventHandler(inCallRef, inEvent);
-    // The click may have deleted this object, and its window with it: nothing of it is read before this is known.
+    // The click may have deleted this object, and its window with it: nothing of it is read before this is
+    // known.
     if (!IsValidWindowPtr(window) || !fWindow || !IsWindowVisible(fWindow))
         return result;
     ControlRef after = nullptr;
@@ -324,21 +329,75 @@ OSStatus CWindow::DoControlHit(EventRef)
 }
 
 // What the base class leaves to the standard handler.
-OSStatus CWindow::DoWindowClose(EventRef) const { return eventNotHandledErr; }
-OSStatus CWindow::DoWindowDeactivated(EventRef) { return eventNotHandledErr; }
-OSStatus CWindow::DoWindowFocusChange(EventRef, ControlRef, ControlRef) { return eventNotHandledErr; }
-OSStatus CWindow::DoWindowGetIdealSize(EventRef) { return eventNotHandledErr; }
-OSStatus CWindow::DoWindowGetMinimumSize(EventRef) { return eventNotHandledErr; }
-OSStatus CWindow::DoWindowGetMaximumSize(EventRef) { return eventNotHandledErr; }
-OSStatus CWindow::DoWindowHiding(EventRef) const { return eventNotHandledErr; }
-OSStatus CWindow::DoWindowResizeCompleted(EventRef) { return eventNotHandledErr; }
-OSStatus CWindow::DoWindowZoom(EventRef) { return eventNotHandledErr; }
-OSStatus CWindow::DoWindowZoomAll(EventRef) { return eventNotHandledErr; }
-OSStatus CWindow::DoWindowZoomed(EventRef) { return eventNotHandledErr; }
-OSStatus CWindow::DoWindowContextualMenuSelect(EventRef, Point) { return eventNotHandledErr; }
-OSStatus CWindow::DoControlDraw(EventHandlerCallRef, EventRef) { return eventNotHandledErr; }
-OSStatus CWindow::DoControlNoTrackHit(EventRef) { return eventNotHandledErr; }
-OSStatus CWindow::DoControlTextAboutToChange(EventRef) { return eventNotHandledErr; }
-OSStatus CWindow::DoControlTextChanged(EventRef) { return eventNotHandledErr; }
-OSStatus CWindow::DoControlTextCutCopyPasteValidation(EventRef) { return eventNotHandledErr; }
-OSStatus CWindow::DoControlSetCursor(EventRef, ControlRef) { return eventNotHandledErr; }
+OSStatus CWindow::DoWindowClose(EventRef) const
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoWindowDeactivated(EventRef)
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoWindowFocusChange(EventRef, ControlRef, ControlRef)
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoWindowGetIdealSize(EventRef)
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoWindowGetMinimumSize(EventRef)
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoWindowGetMaximumSize(EventRef)
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoWindowHiding(EventRef) const
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoWindowResizeCompleted(EventRef)
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoWindowZoom(EventRef)
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoWindowZoomAll(EventRef)
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoWindowZoomed(EventRef)
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoWindowContextualMenuSelect(EventRef, Point)
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoControlDraw(EventHandlerCallRef, EventRef)
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoControlNoTrackHit(EventRef)
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoControlTextAboutToChange(EventRef)
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoControlTextChanged(EventRef)
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoControlTextCutCopyPasteValidation(EventRef)
+{
+    return eventNotHandledErr;
+}
+OSStatus CWindow::DoControlSetCursor(EventRef, ControlRef)
+{
+    return eventNotHandledErr;
+}

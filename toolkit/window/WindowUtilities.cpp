@@ -156,7 +156,7 @@ OSErr SetWindowPosition(WindowRef inWindow, WindowPositionRecord** inPosition)
     }
     const StPortSaver port(inWindow);
     OSErr status = inPosition ? noErr : nilHandleErr;
-    Rect bounds = inPosition ? (*inPosition)->bounds : Rect {};
+    Rect bounds = inPosition ? (*inPosition)->bounds : Rect{};
     RepairBounds(&bounds);
     if (inPosition && !WindowIsResizeable(inWindow) && !HasPortSize(inWindow, bounds))
         status = -1;
@@ -164,7 +164,8 @@ OSErr SetWindowPosition(WindowRef inWindow, WindowPositionRecord** inPosition)
         PlaceWindow(inWindow, bounds);
     else
         RepositionWindow(inWindow, nullptr,
-                         WindowIsModal(inWindow) ? kWindowAlertPositionOnMainScreen : kWindowCenterOnMainScreen);
+                         WindowIsModal(inWindow) ? kWindowAlertPositionOnMainScreen
+                                                 : kWindowCenterOnMainScreen);
     LMSetMemErr(status);
     return status;
 }
@@ -211,7 +212,8 @@ void OffsetWindow(WindowRef inWindow, short inDH, short inDV)
     Rect bounds;
     if (GetWindowBounds(inWindow, kWindowGlobalPortRgn, &bounds) != noErr)
         return;
-    MoveWindow(inWindow, static_cast<short>(bounds.left + inDH), static_cast<short>(bounds.top + inDV), false);
+    MoveWindow(inWindow, static_cast<short>(bounds.left + inDH), static_cast<short>(bounds.top + inDV),
+               false);
 }
 
 void InvalWindow(WindowRef inWindow)

@@ -27,7 +27,8 @@ WindowRef GetWindowByID(long inID);
 
 // CreateWindowFromDLOGResource
 //
-// Makes a window of the given class from a 'DLOG' resource, without its item list, and makes its port current.
+// Makes a window of the given class from a 'DLOG' resource, without its item list, and makes its port
+// current.
 //
 // Shape:      'DLOG' record as the resource manager flips it: bounds Rect at 0, Pascal title at 20.
 // Units:      bounds are global QuickDraw pixels; (0,0) is the main screen's top left.

@@ -218,7 +218,7 @@ enum {
     kEventParamMenuCommand = 'mcmd',
     kEventParamEnableMenuForKeyEvent = 'fork', // typeBoolean
     kEventParamMenuEventOptions = 'meop',
-    kEventParamMenuContext = 'mctx', // typeUInt32, the bits below
+    kEventParamMenuContext = 'mctx', // typeUInt32, kMenuContext bits of Menus.h
     kEventParamMenuItemBounds = 'mitb',
     kEventParamMenuMarkBounds = 'mmkb',
     kEventParamMenuIconBounds = 'micb',
@@ -231,17 +231,6 @@ enum {
     kEventParamMenuItemType = 'mitp',
     kEventParamMenuItemWidth = 'mitw',
     kEventParamMenuItemHeight = 'mith'
-};
-enum {
-    kMenuContextMenuBar = 1 << 0,
-    kMenuContextPullDown = 1 << 8,
-    kMenuContextPopUp = 1 << 9,
-    kMenuContextSubmenu = 1 << 10,
-    kMenuContextMenuBarTracking = 1 << 16,
-    kMenuContextPopUpTracking = 1 << 17,
-    kMenuContextKeyMatching = 1 << 18,
-    kMenuContextMenuEnabling = 1 << 19,
-    kMenuContextCommandIDSearch = 1 << 20
 };
 
 // 'wind'
