@@ -4,6 +4,7 @@
 #define LAMPBLACK_CARBON_MACWINDOWS_H
 
 #include <Carbon/Appearance.h>
+#include <Carbon/CarbonEvents.h>
 #include <Carbon/MacErrors.h>
 #include <Carbon/MacTypes.h>
 #include <Carbon/Quickdraw.h>
@@ -23,7 +24,6 @@ enum {
     kSheetWindowClass = 11,
     kToolbarWindowClass = 12,
     kPlainWindowClass = 13,
-    kOverlayWindowClass = 14,
     kSheetAlertWindowClass = 15,
     kAltPlainWindowClass = 16,
     kSimpleWindowClass = 18,
@@ -41,7 +41,6 @@ enum {
     kWindowCollapseBoxAttribute = 1U << 3,
     kWindowResizableAttribute = 1U << 4,
     kWindowSideTitlebarAttribute = 1U << 5,
-    kWindowToolbarButtonAttribute = 1U << 6,
     kWindowMetalAttribute = 1U << 8,
     kWindowNoTitleBarAttribute = 1U << 9,
     kWindowDoesNotCycleAttribute = 1U << 15,
@@ -184,6 +183,14 @@ enum {
     kWindowResizeTransitionAction = 4
 };
 
+// What a transition tells when it starts and when it is completed.
+enum {
+    kEventParamWindowTransitionAction = 'wtac',
+    kEventParamWindowTransitionEffect = 'wtef',
+    typeWindowTransitionAction = 'wtac',
+    typeWindowTransitionEffect = 'wtef'
+};
+
 typedef OptionBits WindowConstrainOptions;
 enum {
     kWindowConstrainMayResize = 1U << 0,
@@ -203,6 +210,15 @@ enum {
 
 typedef UInt32 WindowActivationScope;
 enum { kWindowActivationScopeNone = 0, kWindowActivationScopeIndependent = 1, kWindowActivationScopeAll = 2 };
+
+// The answer to kEventWindowGetClickActivation.
+typedef UInt32 ClickActivationResult;
+enum {
+    kDoNotActivateAndIgnoreClick = 0,
+    kDoNotActivateAndHandleClick = 1,
+    kActivateAndIgnoreClick = 2,
+    kActivateAndHandleClick = 3
+};
 
 enum { kWindowPropertyPersistent = 0x00000001 };
 

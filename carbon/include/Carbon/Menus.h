@@ -3,6 +3,7 @@
 #ifndef LAMPBLACK_CARBON_MENUS_H
 #define LAMPBLACK_CARBON_MENUS_H
 
+#include <Carbon/CarbonEvents.h>
 #include <Carbon/MacErrors.h>
 #include <Carbon/MacTypes.h>
 
@@ -49,20 +50,9 @@ enum {
     kMenuEventDontCheckSubmenus = 0x0004
 };
 
-// How a menu is being followed, and where it stands.
+// How a menu is being followed.
 typedef UInt32 MenuTrackingMode;
 enum { kMenuTrackingModeMouse = 1, kMenuTrackingModeKeyboard = 2 };
-enum {
-    kMenuContextMenuBar = 1 << 0,
-    kMenuContextPullDown = 1 << 8,
-    kMenuContextPopUp = 1 << 9,
-    kMenuContextSubmenu = 1 << 10,
-    kMenuContextMenuBarTracking = 1 << 16,
-    kMenuContextPopUpTracking = 1 << 17,
-    kMenuContextKeyMatching = 1 << 18,
-    kMenuContextMenuEnabling = 1 << 19,
-    kMenuContextCommandIDSearch = 1 << 20
-};
 
 enum { kMenuPropertyPersistent = 0x00000001 };
 
@@ -81,6 +71,7 @@ OSStatus ReleaseMenu(MenuRef inMenu);
 ItemCount GetMenuRetainCount(MenuRef inMenu);
 OSStatus DuplicateMenu(MenuRef inMenu, MenuRef* outMenu);
 Boolean IsValidMenu(MenuRef inMenu);
+EventTargetRef GetMenuEventTarget(MenuRef inMenu);
 
 MenuID GetMenuID(MenuRef inMenu);
 void SetMenuID(MenuRef inMenu, MenuID inID);
