@@ -18,7 +18,8 @@ function(lampblack_floor name)
   endif()
   add_library(floor_${name} OBJECT ${sources})
   target_include_directories(floor_${name} PUBLIC
-    ${PROJECT_SOURCE_DIR}/carbon/include ${PROJECT_SOURCE_DIR}/carbon ${PROJECT_SOURCE_DIR}/host/include)
+    ${PROJECT_SOURCE_DIR}/carbon/include ${PROJECT_SOURCE_DIR}/carbon ${PROJECT_SOURCE_DIR}/host/include
+    ${PROJECT_SOURCE_DIR}/host/include/public)
   target_link_libraries(floor_${name} PUBLIC ${ARG_LIBRARIES})
 
   set(closure ${ARG_FLOORS})
