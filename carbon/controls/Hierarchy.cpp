@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <fstream>
 
 namespace lampblack::controls {
 
@@ -78,21 +79,38 @@ void Describe(const Control& inControl, int inDepth, std::string& ioText)
         Describe(*child, inDepth + 1, ioText);
 }
 
-OSErr WriteText(const FSSpec& inFile, const std::string& inText)
+// The host's path of a file that may not be there yet.
+OSErr HostPath(const FSSpec& inFile, std::string* outPath)
 {
-    OSErr status = FSpCreate(&inFile, 'ttxt', 'TEXT', kSystemScript);
-    if (status != noErr && status != dupFNErr)
-        return status;
-    SInt16 file = 0;
-    status = FSpOpenDF(&inFile, fsWrPerm, &file);
+    FSSpec folder;
+    const unsigned char itself[] = { 0 };
+    OSErr status = FSMakeFSSpec(inFile.vRefNum, inFile.parID, itself, &folder);
+    FSRef reference;
+    if (status == noErr)
+        status = FSpMakeFSRef(&folder, &reference);
+    UInt8 path[4096];
+    if (status == noErr)
+        status = (OSErr)FSRefMakePath(&reference, path, sizeof path);
     if (status != noErr)
         return status;
-    long count = (long)inText.size();
-    status = SetEOF(file, 0);
-    if (status == noErr)
-        status = FSWrite(file, &count, inText.data());
-    const OSErr closed = FSClose(file);
-    return status != noErr ? status : closed;
+    std::string name = foundation::Utf8FromPascal(inFile.name);
+    std::replace(name.begin(), name.end(), '/', ':'); // the two separators change places
+    *outPath = std::string((const char*)path) + "/" + name;
+    return noErr;
+}
+
+OSErr WriteText(const FSSpec& inFile, const std::string& inText)
+{
+    if (inFile.name[0] == 0)
+        return bdNamErr;
+    std::string path;
+    const OSErr status = HostPath(inFile, &path);
+    if (status != noErr)
+        return status;
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    file.write(inText.data(), (std::streamsize)inText.size());
+    file.close();
+    return file ? (OSErr)noErr : (OSErr)ioErr;
 }
 
 } // namespace

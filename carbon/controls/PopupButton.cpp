@@ -8,6 +8,7 @@
 #include <Carbon/Menus.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace lampblack::controls {
 

@@ -43,25 +43,33 @@ OSStatus DrawContent(WindowControls& inControls, EventRef)
     return noErr;
 }
 
-void SetAllActive(WindowControls& inControls, bool inActive)
+// Without a root, an application dims its controls as it likes.
+OSStatus SetActive(WindowControls& inControls, bool inActive)
 {
-    if (inControls.root) {
+    if (inControls.root)
         inActive ? ActivateControl(inControls.root->Ref()) : DeactivateControl(inControls.root->Ref());
-        return;
-    }
-    for (size_t i = 0; i < inControls.flat.size(); ++i)
-        inActive ? ActivateControl(inControls.flat[i]->Ref()) : DeactivateControl(inControls.flat[i]->Ref());
+    return eventNotHandledErr;
 }
 
 OSStatus Activated(WindowControls& inControls, EventRef)
 {
-    SetAllActive(inControls, true);
+    return SetActive(inControls, true);
+}
+OSStatus Deactivated(WindowControls& inControls, EventRef)
+{
+    return SetActive(inControls, false);
+}
+
+OSStatus BoundsChanged(WindowControls& inControls, EventRef)
+{
+    if (inControls.root)
+        GetWindowPortBounds(inControls.window, &inControls.root->bounds);
     return eventNotHandledErr;
 }
 
-OSStatus Deactivated(WindowControls& inControls, EventRef)
+OSStatus Disposed(WindowControls& inControls, EventRef)
 {
-    SetAllActive(inControls, false);
+    ForgetWindow(&inControls);
     return eventNotHandledErr;
 }
 
@@ -85,16 +93,30 @@ bool IsContextualClick(EventRef inEvent)
     return button == kEventMouseButtonSecondary || (ModifiersOf(inEvent) & controlKey);
 }
 
+// A click that activates the window, and one for a menu that nobody here shows, are the window's own; what is
+// left of them comes back as a click that it has no use for.
 OSStatus ClickContent(WindowControls& inControls, EventRef inEvent)
 {
     Point where = { 0, 0 };
-    if (!LocalPoint(inControls.window, inEvent, &where))
+    if (!IsWindowHilited(inControls.window) || !LocalPoint(inControls.window, inEvent, &where))
         return eventNotHandledErr;
     Control* control = ControlAt(inControls, where);
     if (!control)
         return eventNotHandledErr;
     if (IsContextualClick(inEvent))
         return SendContextualClick(*control, inEvent, where);
+    SelectWindow(inControls.window);
+    return SendClick(*control, inEvent, where);
+}
+
+OSStatus HandleContentClick(WindowControls& inControls, EventRef inEvent)
+{
+    Point where = { 0, 0 };
+    if (!LocalPoint(inControls.window, inEvent, &where))
+        return eventNotHandledErr;
+    Control* control = ControlAt(inControls, where);
+    if (!control || (IsContainer(*control) && PartAt(*control, where) == kControlNoPart))
+        return eventNotHandledErr;
     return SendClick(*control, inEvent, where);
 }
 
@@ -223,38 +245,53 @@ struct WindowEvent {
     OSStatus (*handle)(WindowControls&, EventRef);
 };
 
-constexpr WindowEvent kEvents[] = {
+constexpr WindowEvent kStandard[] = {
     { kEventClassWindow, kEventWindowDrawContent, DrawContent },
-    { kEventClassWindow, kEventWindowActivated, Activated },
-    { kEventClassWindow, kEventWindowDeactivated, Deactivated },
     { kEventClassWindow, kEventWindowClickContentRgn, ClickContent },
+    { kEventClassWindow, kEventWindowHandleContentClick, HandleContentClick },
     { kEventClassWindow, kEventWindowCursorChange, CursorChange },
     { kEventClassControl, kEventControlClick, ControlClick },
     { kEventClassTextInput, kEventTextInputUnicodeForKeyEvent, TextInput },
 };
 
-OSStatus HandleStandard(EventHandlerCallRef, EventRef inEvent, void* inWindow)
+constexpr WindowEvent kAlways[] = {
+    { kEventClassWindow, kEventWindowActivated, Activated },
+    { kEventClassWindow, kEventWindowDeactivated, Deactivated },
+    { kEventClassWindow, kEventWindowBoundsChanged, BoundsChanged },
+    { kEventClassWindow, kEventWindowDispose, Disposed },
+};
+
+template <size_t Count>
+OSStatus Dispatch(const WindowEvent (&inEvents)[Count], EventRef inEvent, WindowRef inWindow)
 {
-    WindowControls* controls = FindWindowControls((WindowRef)inWindow);
-    if (!controls || !HasStandardHandler((WindowRef)inWindow))
-        return eventNotHandledErr;
+    WindowControls* controls = FindWindowControls(inWindow);
     const UInt32 eventClass = GetEventClass(inEvent), kind = GetEventKind(inEvent);
-    for (const WindowEvent& entry : kEvents)
-        if (entry.eventClass == eventClass && entry.kind == kind)
+    for (const WindowEvent& entry : inEvents)
+        if (controls && entry.eventClass == eventClass && entry.kind == kind)
             return entry.handle(*controls, inEvent);
     return eventNotHandledErr;
 }
 
+OSStatus HandleStandard(EventHandlerCallRef, EventRef inEvent, void* inWindow)
+{
+    if (!HasStandardHandler((WindowRef)inWindow))
+        return eventNotHandledErr;
+    return Dispatch(kStandard, inEvent, (WindowRef)inWindow);
+}
+
 OSStatus HandleAlways(EventHandlerCallRef, EventRef inEvent, void* inWindow)
 {
-    WindowControls* controls = FindWindowControls((WindowRef)inWindow);
-    if (!controls)
-        return eventNotHandledErr;
-    if (GetEventKind(inEvent) == kEventWindowDispose)
-        ForgetWindow(controls);
-    else if (controls->root)
-        GetWindowPortBounds(controls->window, &controls->root->bounds);
-    return eventNotHandledErr;
+    return Dispatch(kAlways, inEvent, (WindowRef)inWindow);
+}
+
+template <size_t Count>
+void Install(EventTargetRef inTarget, const WindowEvent (&inEvents)[Count], EventHandlerProcPtr inProc,
+             WindowRef inWindow)
+{
+    EventTypeSpec specs[Count];
+    for (size_t i = 0; i < Count; ++i)
+        specs[i] = { inEvents[i].eventClass, inEvents[i].kind };
+    events::InstallDefaultHandler(inTarget, Count, specs, inProc, inWindow);
 }
 
 // --- The keyboard's target: the focused control of the window that has the user focus
@@ -283,14 +320,9 @@ void RouteKeysToFocus()
 void InstallWindowHandler(WindowRef inWindow)
 {
     RouteKeysToFocus();
-    EventTypeSpec specs[std::size(kEvents)];
-    for (size_t i = 0; i < std::size(kEvents); ++i)
-        specs[i] = { kEvents[i].eventClass, kEvents[i].kind };
     const EventTargetRef target = GetWindowEventTarget(inWindow);
-    events::InstallDefaultHandler(target, std::size(specs), specs, HandleStandard, inWindow);
-    constexpr EventTypeSpec kAlways[] = { { kEventClassWindow, kEventWindowDispose },
-                                          { kEventClassWindow, kEventWindowBoundsChanged } };
-    events::InstallDefaultHandler(target, std::size(kAlways), kAlways, HandleAlways, inWindow);
+    Install(target, kStandard, HandleStandard, inWindow);
+    Install(target, kAlways, HandleAlways, inWindow);
 }
 
 } // namespace lampblack::controls

@@ -107,6 +107,11 @@ SInt16 GetDialogKeyboardFocusItem(DialogRef inDialog);                      // -
 void AppendDITL(DialogRef inDialog, Handle inItemList, DITLMethod inMethod);
 OSErr AppendDialogItemList(DialogRef inDialog, SInt16 inItemListID, DITLMethod inMethod);
 void ShortenDITL(DialogRef inDialog, DialogItemIndex inCount);
+// After item 0: before all others. The item's data is a control, or what SetDialogItem takes.
+OSStatus InsertDialogItem(DialogRef inDialog, DialogItemIndex inAfterItem, DialogItemType inType,
+                          Handle inItemHandle, const Rect* inBox);
+OSStatus RemoveDialogItems(DialogRef inDialog, DialogItemIndex inItem, DialogItemIndex inCount,
+                           Boolean inDisposeItemData);
 OSErr MoveDialogItem(DialogRef inDialog, DialogItemIndex inItem, SInt16 inH, SInt16 inV);
 OSErr SizeDialogItem(DialogRef inDialog, DialogItemIndex inItem, SInt16 inWidth, SInt16 inHeight);
 
