@@ -3,7 +3,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <filesystem>
 #include <numbers>
+#include <string>
 #include <vector>
 
 namespace lampblack::host {
@@ -25,8 +28,32 @@ std::vector<int16_t> Tone(double inHertz, double inSeconds, double inLoudness)
     return samples;
 }
 
+bool HasPlaybackDevice(const std::filesystem::path& inFolder)
+{
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(inFolder, error))
+        if (const std::string name = entry.path().filename(); name.starts_with("pcm") && name.ends_with("p"))
+            return true;
+    return false;
+}
+
+// Whether opening can succeed. A sound library that finds nothing would complain on the user's terminal.
+bool CanBeHeard()
+{
+    if (getenv("SDL_AUDIODRIVER") || getenv("PULSE_SERVER"))
+        return true;
+    std::error_code error;
+    if (const char* folder = getenv("XDG_RUNTIME_DIR"))
+        for (const char* socket : { "pulse/native", "pipewire-0" })
+            if (std::filesystem::exists(std::filesystem::path(folder) / socket, error))
+                return true;
+    return HasPlaybackDevice("/dev/snd");
+}
+
 SDL_AudioDeviceID OpenDevice()
 {
+    if (!CanBeHeard())
+        return 0;
     SDL_AudioSpec wanted = {};
     wanted.freq = kRate;
     wanted.format = AUDIO_S16SYS;

@@ -84,7 +84,7 @@ type_text() { xdotool type --delay 30 "$1"; sleep 0.1; }
 
 # What the user sees.
 picture() { import -window "$window" "$pictures/$name.$1.png" 2>/dev/null; }
-pixel() { import -window "$window" -crop "1x1+$1+$2" +repage -depth 8 txt:- | grep -o '#[0-9A-Fa-f]*' | head -1 | cut -c1-7; }
+pixel() { import -window "$window" -crop "1x1+$1+$2" +repage -depth 8 txt:- | tail -1 | grep -o '#[0-9A-F]*' | cut -c1-7; }
 different() { ! cmp -s <(convert "$1" -crop "$3" +repage rgb:-) <(convert "$2" -crop "$3" +repage rgb:-); }
 
 expect_line() { until_true 5 grep -q -- "$1" "$log" || fail "expected a line '$1'"; }
