@@ -1,0 +1,155 @@
+#include "GalleryWindow.h"
+
+#include "GalleryIDs.h"
+
+#include <string>
+
+namespace {
+
+constexpr unsigned long kAttributes = kWindowStandardHandlerAttribute | kWindowCloseBoxAttribute;
+constexpr double kFrame = 1.0 / 30; // seconds
+
+RGBColor ColourOf(SInt32 inButton)
+{
+    switch (inButton) {
+    case kGreenButton: return { 0x2222, 0x9999, 0x3333 };
+    case kBlueButton: return { 0x2222, 0x5555, 0xCCCC };
+    default: return { 0xCCCC, 0x2222, 0x2222 };
+    }
+}
+
+} // namespace
+
+AboutWindow::AboutWindow() : CWindow(kAboutWindow, kDocumentWindowClass, kAttributes) {}
+
+OSStatus AboutWindow::DoControlHit(EventRef)
+{
+    Hide();
+    return noErr;
+}
+
+OSStatus AboutWindow::DoWindowClose(EventRef) const
+{
+    HideWindow(fWindow);
+    return noErr;
+}
+
+GalleryWindow::GalleryWindow()
+    : CWindow(kGalleryWindow, kDocumentWindowClass, kAttributes), fColour(kRedButton)
+{
+}
+
+void GalleryWindow::StandardSetup()
+{
+    CWindow::StandardSetup();
+    SetupControlDrawHandler(GetControlByID(fWindow, kPlayground));
+    StartTimer(kFrame, kFrame);
+}
+
+void GalleryWindow::Timer()
+{
+    fProgress = (short)((fProgress + 1) % 101);
+    SetValue(kProgressBar, fProgress);
+    if (!GetValue(kMoveBox))
+        return;
+    fPlayground.Step(PaneBounds(), (short)GetValue(kSpeedBar), GetValue(kLargeBox) != 0);
+    Redraw(kPlayground);
+}
+
+GalleryWindow::Action GalleryWindow::ActionFor(SInt32 inControlID)
+{
+    switch (inControlID) {
+    case kOKButton: return &GalleryWindow::Quit;
+    case kAboutButton: return &GalleryWindow::ShowAbout;
+    case kBeepButton: return &GalleryWindow::Beep;
+    case kGreetButton: return &GalleryWindow::Greet;
+    case kRedButton:
+    case kGreenButton:
+    case kBlueButton: return &GalleryWindow::ChooseColour;
+    case kSpeedBar: return &GalleryWindow::ShowSpeed;
+    case kTrailBox:
+    case kLargeBox: return &GalleryWindow::Redraw;
+    default: return nullptr;
+    }
+}
+
+OSStatus GalleryWindow::DoControlHit(EventRef inEvent)
+{
+    const SInt32 control = GetControlID(GetCarbonEventControl(inEvent));
+    const Action action = ActionFor(control);
+    if (!action)
+        return eventNotHandledErr;
+    (this->*action)(control);
+    return noErr;
+}
+
+OSStatus GalleryWindow::DoWindowClose(EventRef) const
+{
+    QuitApplicationEventLoop();
+    return noErr;
+}
+
+void GalleryWindow::Quit(SInt32)
+{
+    QuitApplicationEventLoop();
+}
+
+void GalleryWindow::ShowAbout(SInt32)
+{
+    if (!fAbout) {
+        fAbout = std::make_unique<AboutWindow>();
+        fAbout->StandardSetup();
+    }
+    fAbout->Show();
+    SelectWindow(fAbout->fWindow);
+}
+
+void GalleryWindow::Beep(SInt32)
+{
+    SysBeep(1);
+}
+
+void GalleryWindow::Greet(SInt32)
+{
+    char name[256] = "";
+    GetEditTextControlContents(fWindow, kNameField, name);
+    SetStaticTextControlTitle(fWindow, kGreetingText, ("Hello, " + std::string(name) + ".").c_str());
+}
+
+void GalleryWindow::ChooseColour(SInt32 inControlID)
+{
+    fColour = inControlID;
+    for (const SInt32 button : { kRedButton, kGreenButton, kBlueButton })
+        SetValue(button, button == inControlID);
+    Redraw(kPlayground);
+}
+
+void GalleryWindow::ShowSpeed(SInt32)
+{
+    SetStaticTextControlTitle(fWindow, kSpeedText, std::to_string(GetValue(kSpeedBar)).c_str());
+}
+
+void GalleryWindow::Redraw(SInt32)
+{
+    const Rect pane = PaneBounds();
+    InvalWindowRect(fWindow, &pane);
+}
+
+OSStatus GalleryWindow::DoControlDraw(EventHandlerCallRef, EventRef)
+{
+    const StPortSaver port(fWindow);
+    fPlayground.Draw(PaneBounds(), Look());
+    return noErr;
+}
+
+Rect GalleryWindow::PaneBounds() const
+{
+    Rect bounds = { 0, 0, 0, 0 };
+    GetControlBounds(GetControlByID(fWindow, kPlayground), &bounds);
+    return bounds;
+}
+
+BallLook GalleryWindow::Look() const
+{
+    return { ColourOf(fColour), GetValue(kTrailBox) != 0, GetValue(kLargeBox) != 0 };
+}
