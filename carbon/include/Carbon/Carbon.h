@@ -20,6 +20,7 @@
 #include <Carbon/Quickdraw.h>
 #include <Carbon/Resources.h>
 #include <Carbon/Scrap.h>
+#include <Carbon/Sound.h>
 #include <Carbon/TextEdit.h>
 #include <Carbon/TextUtils.h>
 
