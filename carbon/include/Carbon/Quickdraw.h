@@ -46,7 +46,6 @@ enum {
 
 enum { RGBDirect = 16, k32ARGBPixelFormat = 0x00000020, baseAddr32 = 4 };
 enum { chunky = 0 };
-enum { sysPatListID = 0 };
 enum { iBeamCursor = 1, crossCursor = 2, plusCursor = 3, watchCursor = 4 };
 
 // GDevice flags

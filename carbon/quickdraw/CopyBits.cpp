@@ -1,0 +1,272 @@
+// CopyBits and ScrollRect, and pixels that other floors bring.
+#include "Copying.h"
+#include "Verbs.h"
+
+#include <Carbon/MacErrors.h>
+
+#include <cstring>
+#include <vector>
+
+using namespace lampblack::quickdraw;
+
+namespace lampblack::quickdraw {
+
+static constexpr int kRowBytesBits = 0x3FFF;
+
+// A port's own map is read from the port, so that nothing written into the visible record can mislead.
+static Source SourceOf(const BitMap* inMap)
+{
+    if (const PortRecord* port = FindPortOfMap(inMap))
+        return { reinterpret_cast<const uint8_t*>(port->fPixels), port->fRowPixels * 4, 32, port->fMapBounds, port };
+    const bool isPixMap = inMap->rowBytes < 0;
+    const int depth = isPixMap ? reinterpret_cast<const PixMap*>(inMap)->pixelSize : 1;
+    return { reinterpret_cast<const uint8_t*>(inMap->baseAddr), inMap->rowBytes & kRowBytesBits, depth, inMap->bounds,
+             nullptr };
+}
+
+// Bounds may promise more columns than a row has.
+static Box ReadableBox(const Source& inSource)
+{
+    Box box = BoxOf(inSource.bounds);
+    if (!inSource.base || inSource.rowBytes == 0)
+        return { 0, 0, 0, 0 };
+    box.x2 = std::min(box.x2, box.x1 + inSource.rowBytes * 8 / inSource.depth);
+    return box;
+}
+
+struct Copy {
+    Source from, to;
+    Rect fromRect, toRect;
+    Combination how;
+
+    bool Scales() const
+    {
+        return fromRect.right - fromRect.left != toRect.right - toRect.left ||
+               fromRect.bottom - fromRect.top != toRect.bottom - toRect.top;
+    }
+    Steps Columns(int h) const
+    {
+        return Steps(fromRect.right - fromRect.left, toRect.right - toRect.left, h - toRect.left);
+    }
+    Steps Rows(int v) const
+    {
+        return Steps(fromRect.bottom - fromRect.top, toRect.bottom - toRect.top, v - toRect.top);
+    }
+};
+
+// The first destination pixel that shows source pixel `at` or a later one.
+static int FirstShowing(int at, int source, int destination)
+{
+    if (at <= 0)
+        return 0;
+    return (int)std::min<int64_t>(((int64_t)at * destination + source - 1) / source, destination);
+}
+
+// The destination pixels whose source pixel exists.
+static Box ShownBox(const Copy& inCopy)
+{
+    const Box readable = ReadableBox(inCopy.from);
+    const Rect &from = inCopy.fromRect, &to = inCopy.toRect;
+    const int fromWidth = from.right - from.left, fromHeight = from.bottom - from.top;
+    const int width = to.right - to.left, height = to.bottom - to.top;
+    return { to.left + FirstShowing(readable.x1 - from.left, fromWidth, width),
+             to.top + FirstShowing(readable.y1 - from.top, fromHeight, height),
+             to.left + FirstShowing(std::min(readable.x2 - from.left, fromWidth), fromWidth, width),
+             to.top + FirstShowing(std::min(readable.y2 - from.top, fromHeight), fromHeight, height) };
+}
+
+static uint32_t* DestinationAt(const Copy& inCopy, int h, int v)
+{
+    return const_cast<uint32_t*>(reinterpret_cast<const uint32_t*>(inCopy.to.RowAt(v))) +
+           (h - inCopy.to.bounds.left);
+}
+
+static constexpr int kChunk = 512;
+
+// One row of the destination, in pieces that fit a buffer.
+static void CopyRow(const Copy& inCopy, int v, int inLeft, int inRight)
+{
+    uint32_t pixels[kChunk];
+    const bool scales = inCopy.Scales();
+    const int sourceRow = inCopy.fromRect.top + inCopy.Rows(v).At();
+    for (int h = inLeft; h < inRight; h += kChunk) {
+        const int count = std::min(kChunk, inRight - h);
+        if (scales)
+            FetchScaledRow(inCopy.from, sourceRow, inCopy.fromRect.left, inCopy.Columns(h), count, pixels);
+        else
+            FetchRow(inCopy.from, sourceRow, inCopy.fromRect.left + h - inCopy.toRect.left, count, pixels);
+        inCopy.how.Row(pixels, DestinationAt(inCopy, h, v), count);
+    }
+}
+
+// Depth 32 without scaling needs no buffer.
+static void CopyDirectBox(const Copy& inCopy, const Box& inBox)
+{
+    const int dh = inCopy.fromRect.left - inCopy.toRect.left, dv = inCopy.fromRect.top - inCopy.toRect.top;
+    for (int v = inBox.y1; v < inBox.y2; ++v) {
+        const auto* source = reinterpret_cast<const uint32_t*>(inCopy.from.RowAt(v + dv)) +
+                             (inBox.x1 + dh - inCopy.from.bounds.left);
+        inCopy.how.Row(source, DestinationAt(inCopy, inBox.x1, v), inBox.x2 - inBox.x1);
+    }
+}
+
+static void CopyScaledBox(const Copy& inCopy, const Box& inBox)
+{
+    if (!inCopy.how.IsPlainCopy() || inCopy.from.depth != 32) {
+        for (int v = inBox.y1; v < inBox.y2; ++v)
+            CopyRow(inCopy, v, inBox.x1, inBox.x2);
+        return;
+    }
+    Steps rows = inCopy.Rows(inBox.y1);
+    int lastRow = -1;
+    for (int v = inBox.y1; v < inBox.y2; ++v, rows.Next()) {
+        uint32_t* to = DestinationAt(inCopy, inBox.x1, v);
+        if (rows.At() == lastRow)
+            std::memcpy(to, DestinationAt(inCopy, inBox.x1, v - 1), (size_t)(inBox.x2 - inBox.x1) * 4);
+        else
+            FetchScaledRow(inCopy.from, inCopy.fromRect.top + rows.At(), inCopy.fromRect.left,
+                           inCopy.Columns(inBox.x1), inBox.x2 - inBox.x1, to);
+        lastRow = rows.At();
+    }
+}
+
+static void CopyRegion(const Copy& inCopy, const Region& inWhere)
+{
+    for (const Box& box : inWhere.Boxes()) {
+        if (inCopy.from.depth == 32 && !inCopy.Scales())
+            CopyDirectBox(inCopy, box);
+        else
+            CopyScaledBox(inCopy, box);
+    }
+}
+
+// Whether the two maps lie in the same memory.
+static bool ShareMemory(const Copy& inCopy)
+{
+    const auto ends = [](const Source& s) {
+        const auto rows = (ptrdiff_t)std::max(0, s.bounds.bottom - s.bounds.top);
+        return std::pair { s.base, s.base + rows * s.rowBytes };
+    };
+    const auto [from, fromEnd] = ends(inCopy.from);
+    const auto [to, toEnd] = ends(inCopy.to);
+    return from < toEnd && to < fromEnd;
+}
+
+// Source pixels that the copy would overwrite before it reads them are set aside first.
+static void CopyWithinMap(Copy inCopy, const Region& inWhere)
+{
+    static std::vector<uint32_t> aside;
+    const Box box = Intersection(BoxOf(inCopy.fromRect), ReadableBox(inCopy.from));
+    const int width = box.x2 - box.x1;
+    aside.resize((size_t)width * (size_t)(box.y2 - box.y1));
+    for (int v = box.y1; v < box.y2; ++v)
+        FetchRow(inCopy.from, v, box.x1, width, aside.data() + (size_t)width * (size_t)(v - box.y1));
+    inCopy.from = { reinterpret_cast<const uint8_t*>(aside.data()), width * 4, 32, RectOf(box), nullptr };
+    CopyRegion(inCopy, inWhere);
+}
+
+// Where the copy may change the destination.
+static Region WhereToCopy(const Copy& inCopy, const Region* inMask, PortRecord* inPort)
+{
+    Box box = Intersection(ShownBox(inCopy), ReadableBox(inCopy.to));
+    Region where(Intersection(box, BoxOf(inCopy.toRect)));
+    if (inPort && inPort == CurrentPort())
+        where.Intersect(where, inPort->Drawable());
+    if (inMask)
+        where.Intersect(where, *inMask);
+    return where;
+}
+
+static void Perform(const Copy& inCopy, const Region& inWhere, PortRecord* ioPort)
+{
+    if (inWhere.IsEmpty())
+        return;
+    if (ShareMemory(inCopy))
+        CopyWithinMap(inCopy, inWhere);
+    else
+        CopyRegion(inCopy, inWhere);
+    if (ioPort)
+        ioPort->Damage(inWhere.Extents());
+}
+
+// dst = src + dst * (255 - alpha) / 255, two channels at a time.
+static uint32_t Over(uint32_t inSource, uint32_t inDestination)
+{
+    const uint32_t rest = 255 - (inSource >> 24);
+    const auto scaled = [rest](uint32_t pair) {
+        const uint32_t product = pair * rest + 0x00800080;
+        return (product + (product >> 8 & 0x00FF00FF)) >> 8 & 0x00FF00FF;
+    };
+    const uint32_t redBlue = scaled(inDestination & 0x00FF00FF);
+    const uint32_t green = scaled(inDestination >> 8 & 0xFF);
+    return ((inSource & kColorBits) + (redBlue | green << 8)) & kColorBits;
+}
+
+static void OverRow(const uint32_t* inSource, uint32_t* ioDestination, int inCount)
+{
+    for (int i = 0; i < inCount; ++i) {
+        const uint32_t source = inSource[i];
+        if (source >= 0xFF000000)
+            ioDestination[i] = source & kColorBits;
+        else if (source != 0)
+            ioDestination[i] = Over(source, ioDestination[i]);
+    }
+}
+
+void DrawPremultiplied(const uint32_t* inPixels, int inRowPixels, const Rect& inLocal)
+{
+    PortRecord* port = CurrentPort();
+    if (!port || !inPixels || IsEmpty(inLocal))
+        return;
+    const Region& drawable = port->Drawable();
+    const Box local = BoxOf(inLocal);
+    for (const Box& clip : drawable.Boxes()) {
+        const Box box = Intersection(local, clip);
+        for (int v = box.y1; v < box.y2 && box.x1 < box.x2; ++v)
+            OverRow(inPixels + (ptrdiff_t)(v - local.y1) * inRowPixels + (box.x1 - local.x1),
+                    port->PixelAt(box.x1, v), box.x2 - box.x1);
+    }
+    port->Damage(Intersection(local, drawable.Extents()));
+}
+
+} // namespace lampblack::quickdraw
+
+void CopyBits(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect, const Rect* dstRect, short mode,
+              RgnHandle maskRgn)
+{
+    const Region* mask = FindRegion(maskRgn);
+    if (!srcBits || !dstBits || !srcRect || !dstRect || (maskRgn && !mask))
+        return SetQDError(paramErr);
+    SetQDError(noErr);
+    if (IsEmpty(*srcRect) || IsEmpty(*dstRect))
+        return;
+    const PortRecord* current = CurrentPort();
+    const Copy copy = { SourceOf(srcBits), SourceOf(dstBits), *srcRect, *dstRect,
+                        Combination(mode, current ? current->fForePixel : kBlackPixel,
+                                    current ? current->fBackPixel : kWhitePixel) };
+    if ((copy.from.depth != 32 && copy.from.depth != 1) || copy.to.depth != 32)
+        return SetQDError(cDepthErr);
+    PortRecord* port = FindPortOfMap(dstBits);
+    Perform(copy, WhereToCopy(copy, mask, port), port);
+}
+
+void ScrollRect(const Rect* r, short dh, short dv, RgnHandle updateRgn)
+{
+    PortRecord* port = CurrentPort();
+    if (!port || !r)
+        return;
+    Region area(*r), moved, uncovered;
+    area.Intersect(area, port->Drawable());
+    moved = area;
+    moved.Offset(dh, dv);
+    moved.Intersect(moved, area);
+    uncovered.Subtract(area, moved);
+    if (dh == 0 && dv == 0)
+        uncovered.Clear();
+    else if (!moved.IsEmpty())
+        MovePixels(*port, moved, dh, dv);
+    port->Damage(moved.Extents());
+    DrawRegion(Verb::Erase, uncovered, nullptr);
+    if (Region* update = FindRegion(updateRgn))
+        *update = uncovered;
+}

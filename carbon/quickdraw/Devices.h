@@ -1,0 +1,18 @@
+// Graphics devices: the main screen, and one for each offscreen world.
+#ifndef LAMPBLACK_QUICKDRAW_DEVICES_H
+#define LAMPBLACK_QUICKDRAW_DEVICES_H
+
+#include <Carbon/Quickdraw.h>
+
+namespace lampblack::quickdraw {
+
+bool IsDevice(GDHandle);
+GDHandle NewWorldDevice(PixMapHandle, const Rect& bounds);
+void MoveWorldDevice(GDHandle, const Rect& bounds);
+void DisposeWorldDevice(GDHandle); // null is fine; a current one gives way to the main device
+
+Rect ScreenBounds(); // global
+
+} // namespace lampblack::quickdraw
+
+#endif
