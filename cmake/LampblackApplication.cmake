@@ -16,11 +16,19 @@ function(lampblack_add_application name)
   if(ARG_SIGNATURE)
     set(options --creator ${ARG_SIGNATURE} --type APPL)
   endif()
-  set(output ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${name}.rsrc)
+  # The folder of the executable: CMake lets no output of a command depend on a target's own.
+  set(folder ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+  if(NOT folder)
+    set(folder ${CMAKE_CURRENT_BINARY_DIR})
+  endif()
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${folder})
+  set(output ${folder}/${name}.rsrc)
+  set(rule ${CMAKE_CURRENT_BINARY_DIR}/${name}.rsrc.d) # which files the descriptions include
   add_custom_command(
     OUTPUT ${output}
-    COMMAND $<TARGET_FILE:Lampblack::rsrc> build ${ARG_RESOURCES} ${options} -o ${output}
+    COMMAND $<TARGET_FILE:Lampblack::rsrc> build ${ARG_RESOURCES} ${options} -o ${output} -M ${rule}
     DEPENDS ${ARG_RESOURCES} Lampblack::rsrc
+    DEPFILE ${rule}
     COMMENT "Building the resources of ${name}"
     VERBATIM)
   add_custom_target(${name}_resources ALL DEPENDS ${output})

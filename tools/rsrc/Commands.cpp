@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <set>
 
 namespace lampblack::rsrc {
 
@@ -15,13 +16,14 @@ namespace {
 
 constexpr char kUsage[] = R"(usage: rsrc list [--json] FILE
        rsrc get FILE TYPE ID
-       rsrc build INPUT... -o OUT [--type TYPE --creator CODE] [-I FOLDER] [-D NAME[=VALUE]]
+       rsrc build INPUT... -o OUT [--type TYPE --creator CODE] [-I FOLDER] [-D NAME[=VALUE]] [-M FILE]
 
 list    the resources of FILE; --json as an array of objects with type, id, name, attributes, size
 get     the bytes of one resource on the standard output
 build   makes the resource file OUT of readable descriptions (*.r) and of resource files, which are merged;
         a resource of a later input takes the place of one with the same type and ID. OUT is a bare resource
-        fork, or with --type and --creator an AppleDouble file that carries these two codes as well.
+        fork, or with --type and --creator an AppleDouble file that carries these two codes as well. -M writes
+        a rule for make that names every file read.
 
 FILE may be a bare resource fork, AppleDouble, AppleSingle, MacBinary or BinHex, or a file with such a
 companion (._FILE, FILE.rsrc). Type codes and names are read and written as UTF-8.
@@ -117,7 +119,7 @@ int Get(const Arguments& inArguments, Streams ioStreams)
 
 struct BuildOptions {
     Arguments inputs, folders, definitions;
-    std::string output;
+    std::string output, rule;
     OSType type = 0, creator = 0;
     bool hasInfo = false;
 };
@@ -134,6 +136,8 @@ void ReadOption(const std::string& inOption, const std::string& inValue, BuildOp
 {
     if (inOption == "-o")
         outOptions->output = inValue;
+    else if (inOption == "-M")
+        outOptions->rule = inValue;
     else if (inOption == "-I")
         outOptions->folders.push_back(inValue);
     else if (inOption == "-D")
@@ -145,7 +149,7 @@ void ReadOption(const std::string& inOption, const std::string& inValue, BuildOp
 
 BuildOptions ReadBuildOptions(const Arguments& inArguments)
 {
-    static const Arguments kOptions = { "-o", "-I", "-D", "--type", "--creator" };
+    static const Arguments kOptions = { "-o", "-I", "-D", "-M", "--type", "--creator" };
     BuildOptions options;
     for (size_t i = 0; i < inArguments.size(); ++i) {
         const std::string& argument = inArguments[i];
@@ -191,10 +195,35 @@ bool AddInput(const std::string& inPath, Compiler& ioCompiler, Streams ioStreams
     return sound;
 }
 
+// A name as it stands in a rule for make.
+std::string RuleName(const std::string& inPath)
+{
+    std::string name;
+    for (const char letter : inPath) {
+        if (letter == ' ' || letter == '#' || letter == '\\')
+            name += '\\';
+        name += letter == '$' ? "$$" : std::string(1, letter);
+    }
+    return name;
+}
+
+void WriteRule(const BuildOptions& inOptions, const std::set<std::string>& inRead)
+{
+    std::string rule = RuleName(inOptions.output) + ":";
+    for (const std::string& path : inRead)
+        rule += " " + RuleName(path);
+    rule += "\n";
+    WriteFile(inOptions.rule, { (const uint8_t*)rule.data(), rule.size() });
+}
+
 int Build(const Arguments& inArguments, Streams ioStreams)
 {
     const BuildOptions options = ReadBuildOptions(inArguments);
-    Compiler compiler(LoadFile, options.folders);
+    std::set<std::string> read(options.inputs.begin(), options.inputs.end());
+    const FileLoader load = [&read](const std::string& inPath, std::string* outBytes) {
+        return LoadFile(inPath, outBytes) && (read.insert(inPath), true);
+    };
+    Compiler compiler(load, options.folders);
     for (const std::string& definition : options.definitions)
         compiler.Define(definition);
     std::vector<Resource> resources;
@@ -207,6 +236,8 @@ int Build(const Arguments& inArguments, Streams ioStreams)
     if (options.hasInfo)
         contents = WrapFork(contents, options.type, options.creator);
     WriteFile(options.output, contents);
+    if (!options.rule.empty())
+        WriteRule(options, read);
     return 0;
 }
 

@@ -129,6 +129,18 @@ TEST_CASE("build: an output that cannot be written is told and leaves nothing be
     CHECK(shop.CountFiles() == 2);
 }
 
+TEST_CASE("build -M: a rule for make names what was read")
+{
+    Workshop shop;
+    shop.Put("ids.r", "#define kID 7\n");
+    const std::string text = shop.Put("a b.r", "#include \"ids.r\"\ndata 'abcd' (kID) { };");
+    const std::string out = shop.Path("a.rsrc"), rule = shop.Path("a.d");
+    CHECK(Run({ "build", text, "-o", out, "-M", rule }).code == 0);
+    std::string bytes;
+    REQUIRE(LoadFile(rule, &bytes));
+    CHECK(bytes == out + ": " + shop.Path("a\\ b.r") + " " + shop.Path("ids.r") + "\n");
+}
+
 TEST_CASE("list, get: missing files, wrong files and missing resources fail with a line")
 {
     Workshop shop;
