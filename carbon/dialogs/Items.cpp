@@ -26,11 +26,6 @@ Item* ItemOf(DialogRef inDialog, DialogItemIndex inItem)
     return dialog ? dialog->ItemAt(inItem) : nullptr;
 }
 
-bool HasText(DialogItemType inKind)
-{
-    return inKind == kStaticTextDialogItem || inKind == kEditTextDialogItem;
-}
-
 std::string TextOf(ControlRef inControl)
 {
     Size size = 0;
