@@ -2,7 +2,7 @@
 #ifndef LAMPBLACK_APPEARANCE_GEOMETRY_H
 #define LAMPBLACK_APPEARANCE_GEOMETRY_H
 
-#include "appearance/Piece.h"
+#include "appearance/Look.h"
 
 #include <Carbon/Appearance.h>
 

@@ -7,21 +7,13 @@
 #define LAMPBLACK_APPEARANCE_PIECE_H
 
 #include "appearance/Canvas.h"
+#include "appearance/Look.h"
 
 #include <Carbon/MacTypes.h>
 
 #include <cstddef>
 
 namespace lampblack::appearance {
-
-enum class Tone : uint8_t { Active, Pressed, Inactive, Dim };
-
-// How an element looks; what value and variant mean is the painter's.
-struct Look {
-    Tone tone = Tone::Active;
-    uint8_t value = 0;
-    uint16_t variant = 0;
-};
 
 using Painter = void (*)(Canvas&, int inWidth, int inHeight, Look);
 
