@@ -103,7 +103,9 @@ static void CopyRow(const Copy& inCopy, int v, int inLeft, int inRight)
 static void CopyDirectBox(const Copy& inCopy, const Box& inBox)
 {
     const int dh = inCopy.fromRect.left - inCopy.toRect.left, dv = inCopy.fromRect.top - inCopy.toRect.top;
-    for (int v = inBox.y1; v < inBox.y2; ++v) {
+    const int rows = inBox.y2 - inBox.y1;
+    for (int i = 0; i < rows; ++i) {
+        const int v = dv < 0 ? inBox.y2 - 1 - i : inBox.y1 + i; // reads each pixel before it is written
         const auto* source = reinterpret_cast<const uint32_t*>(inCopy.from.RowAt(v + dv)) +
                              (inBox.x1 + dh - inCopy.from.bounds.left);
         inCopy.how.Row(source, DestinationAt(inCopy, inBox.x1, v), inBox.x2 - inBox.x1);
@@ -152,6 +154,14 @@ static bool ShareMemory(const Copy& inCopy)
     return from < toEnd && to < fromEnd;
 }
 
+// A plain copy of one rectangle within a map reads each pixel before it is written.
+static bool IsSafeInPlace(const Copy& inCopy, const Region& inWhere)
+{
+    return inWhere.IsRectangle() && !inCopy.Scales() && inCopy.how.IsPlainCopy() && inCopy.from.depth == 32 &&
+           inCopy.from.base == inCopy.to.base && inCopy.from.rowBytes == inCopy.to.rowBytes &&
+           EqualRect(&inCopy.from.bounds, &inCopy.to.bounds);
+}
+
 // Source pixels that the copy would overwrite before it reads them are set aside first.
 static void CopyWithinMap(Copy inCopy, const Region& inWhere)
 {
@@ -181,7 +191,7 @@ static void Perform(const Copy& inCopy, const Region& inWhere, PortRecord* ioPor
 {
     if (inWhere.IsEmpty())
         return;
-    if (ShareMemory(inCopy))
+    if (ShareMemory(inCopy) && !IsSafeInPlace(inCopy, inWhere))
         CopyWithinMap(inCopy, inWhere);
     else
         CopyRegion(inCopy, inWhere);

@@ -79,6 +79,8 @@ static uint32_t PixelOf(const Cursor& inCursor, int h, int v)
 
 static void Show(const Cursor& inCursor)
 {
+    if (!host::Machine().setCursorImage)
+        return;
     static uint32_t pixels[16 * 16]; // a host may read them until the next call
     for (int v = 0; v < 16; ++v)
         for (int h = 0; h < 16; ++h)
@@ -94,7 +96,7 @@ static void ShowArrow()
     const bool isOurs = std::memcmp(&gArrow, &kArrow, sizeof(Cursor)) == 0;
     if (isOurs && host::Machine().setThemeCursor)
         host::Machine().setThemeCursor(0);
-    else if (host::Machine().setCursorImage)
+    else
         Show(gArrow);
 }
 
@@ -155,7 +157,7 @@ void SetCursor(const Cursor* crsr)
         return;
     if (std::memcmp(crsr, &gArrow, sizeof(Cursor)) == 0)
         ShowArrow();
-    else if (host::Machine().setCursorImage)
+    else
         Show(*crsr);
 }
 

@@ -1,0 +1,33 @@
+// Families by number and name, and the files of their faces. Classic families are stood in for by installed ones.
+#ifndef LAMPBLACK_QUICKDRAW_FONTFAMILIES_H
+#define LAMPBLACK_QUICKDRAW_FONTFAMILIES_H
+
+#include <Carbon/MacTypes.h>
+
+#include <string>
+#include <string_view>
+
+namespace lampblack::quickdraw {
+
+inline constexpr SInt16 kNoFamily = -1;
+
+// UTF-8 names; whatever the case. kNoFamily when there is none.
+SInt16 FamilyNamed(std::string_view name);
+// The name of a family; empty when none has this number.
+std::string NameOfFamily(SInt16 number);
+
+// Has a family stand for another one from now on, before its first use.
+void SubstituteFamily(std::string_view name, std::string_view installedFamily);
+
+struct FaceFile {
+    std::string path; // empty: no font at all is installed
+    int index = 0;
+    bool hasBold = false, hasItalic = false; // what of the wished style this file has
+};
+FaceFile FileOfFace(SInt16 family, bool bold, bool italic);
+// A face that has the character, whichever it is.
+FaceFile FileWithCharacter(char32_t character, bool bold, bool italic);
+
+} // namespace lampblack::quickdraw
+
+#endif

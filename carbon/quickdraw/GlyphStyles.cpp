@@ -1,0 +1,69 @@
+#include "GlyphStyles.h"
+
+#include <algorithm>
+
+namespace lampblack::quickdraw {
+
+// The same glyph with empty pixels around it.
+static CoverageMap Padded(const CoverageMap& inMap, int left, int top, int right, int bottom)
+{
+    CoverageMap result;
+    result.left = inMap.left - left;
+    result.top = inMap.top - top;
+    result.width = inMap.width + left + right;
+    result.height = inMap.height + top + bottom;
+    result.bits.assign((size_t)result.width * (size_t)result.height, 0);
+    for (int row = 0; row < inMap.height; ++row)
+        std::copy_n(inMap.bits.begin() + (ptrdiff_t)row * inMap.width, inMap.width,
+                    result.bits.begin() + (ptrdiff_t)(row + top) * result.width + left);
+    return result;
+}
+
+// Adds a copy moved by (dh, dv); where both are, the darker one counts.
+static void AddMoved(CoverageMap& ioMap, const CoverageMap& inFrom, int dh, int dv)
+{
+    for (int row = std::max(0, dv); row < std::min(ioMap.height, ioMap.height + dv); ++row)
+        for (int column = std::max(0, dh); column < std::min(ioMap.width, ioMap.width + dh); ++column) {
+            uint8_t& to = ioMap.bits[(size_t)row * ioMap.width + column];
+            to = std::max(to, inFrom.bits[(size_t)(row - dv) * ioMap.width + (column - dh)]);
+        }
+}
+
+void Smear(CoverageMap& ioMap)
+{
+    if (ioMap.width == 0)
+        return;
+    const CoverageMap plain = Padded(ioMap, 0, 0, 1, 0);
+    ioMap = plain;
+    AddMoved(ioMap, plain, 1, 0);
+}
+
+void Hollow(CoverageMap& ioMap, int inShadow)
+{
+    if (ioMap.width == 0)
+        return;
+    const CoverageMap plain = Padded(ioMap, 1, 1, 1 + inShadow, 1 + inShadow);
+    CoverageMap grown = plain;
+    for (int dv = -1; dv <= 1 + inShadow; ++dv)
+        for (int dh = -1; dh <= 1 + inShadow; ++dh)
+            AddMoved(grown, plain, dh, dv);
+    for (size_t i = 0; i < grown.bits.size(); ++i)
+        grown.bits[i] = (uint8_t)(grown.bits[i] - std::min(grown.bits[i], plain.bits[i]));
+    ioMap = grown;
+}
+
+int ExtraAdvance(Style inFace, bool inSmears)
+{
+    int extra = inSmears ? 1 : 0;
+    if (inFace & shadow)
+        extra += 2;
+    else if (inFace & outline)
+        extra += 1;
+    if (inFace & condense)
+        extra -= 1;
+    if (inFace & extend)
+        extra += 1;
+    return extra;
+}
+
+} // namespace lampblack::quickdraw
