@@ -28,7 +28,7 @@ public:
     bool IsRunning() const { return fRun != nullptr; }
 
 private:
-    Run* fRun = nullptr;
+    LoopRun* fRun = nullptr;
     bool fQuit = false;
 };
 

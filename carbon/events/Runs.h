@@ -4,23 +4,23 @@
 
 namespace lampblack::events {
 
-struct Run {
+struct LoopRun {
     enum class Kind { Application, Current, Modal };
 
-    explicit Run(Kind);
-    ~Run();
-    Run(const Run&) = delete;
-    Run& operator=(const Run&) = delete;
+    explicit LoopRun(Kind);
+    ~LoopRun();
+    LoopRun(const LoopRun&) = delete;
+    LoopRun& operator=(const LoopRun&) = delete;
 
     Kind kind;
     bool quit = false;
-    Run* outer;
+    LoopRun* outer;
 };
 
-Run* InnermostRun();
+LoopRun* InnermostRun();
 
 // Ends a run and those inside of it, the innermost first.
-void QuitFrom(Run* inRun);
+void QuitFrom(LoopRun* inRun);
 
 // Whether whoever receives events now must leave: the innermost run ends, or the loop was told to quit while
 // none ran (which is then forgotten).

@@ -5,8 +5,8 @@
 namespace lampblack::events {
 
 // Called before each wait with the time now; answers when it must be called again at the latest
-// (host::kForever: never). In a loop that is too busy to wait it is called all the same, at the time it asked
-// for, between two events. A hook may post events, install and remove timers; it must not run a loop.
+// (host::kForever: never). In a loop that is too busy to wait it is called all the same, sixty times a
+// second, between two events. A hook may post events, install and remove timers; it must not run a loop.
 void AddWaitHook(double (*inHook)(double inNow));
 
 } // namespace lampblack::events

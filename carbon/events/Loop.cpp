@@ -1,0 +1,288 @@
+// Waiting, receiving and running.
+#include "Host.h"
+#include "events/Input.h"
+#include "events/Loop.h"
+#include "events/ModalLoop.h"
+#include "events/TargetRecord.h"
+#include "events/Timers.h"
+#include "events/WaitHooks.h"
+
+#include <Carbon/CarbonEvents.h>
+
+#include <algorithm>
+#include <atomic>
+#include <utility>
+
+namespace lampblack::events {
+
+// Runs
+
+namespace {
+
+LoopRun* gInnermostRun = nullptr;
+bool gQuitWithoutRun = false;            // QuitEventLoop while nothing ran
+bool gQuitApplicationWithoutRun = false; // QuitApplicationEventLoop before the application ran its loop
+
+} // namespace
+
+LoopRun::LoopRun(Kind inKind) : kind(inKind), outer(gInnermostRun)
+{
+    gInnermostRun = this;
+}
+
+LoopRun::~LoopRun()
+{
+    gInnermostRun = outer;
+}
+
+LoopRun* InnermostRun()
+{
+    return gInnermostRun;
+}
+
+void QuitFrom(LoopRun* inRun)
+{
+    for (LoopRun* run = gInnermostRun; run; run = run->outer) {
+        run->quit = true;
+        if (run == inRun)
+            break;
+    }
+    WakeLoop();
+}
+
+bool TakeQuit()
+{
+    if (gInnermostRun) [[likely]]
+        return gInnermostRun->quit;
+    return std::exchange(gQuitWithoutRun, false);
+}
+
+// Hooks
+
+namespace {
+
+constexpr double kFrame = 1.0 / 60;
+constexpr int kEventsBetweenLooks = 32; // the clock is not asked for every event
+
+std::vector<double (*)(double)>& Hooks()
+{
+    static std::vector<double (*)(double)> hooks;
+    return hooks;
+}
+
+double gHooksRan = 0; // when
+int gEventsSinceLook = 0;
+std::atomic<bool> gIsWaiting = false;
+
+// For a loop that always finds an event and so never waits.
+void RunHooksWhenBusy()
+{
+    if (++gEventsSinceLook < kEventsBetweenLooks) [[likely]]
+        return;
+    gEventsSinceLook = 0;
+    const double now = host::Now();
+    if (now - gHooksRan >= kFrame)
+        RunWaitHooks(now);
+}
+
+} // namespace
+
+void AddWaitHook(double (*inHook)(double inNow))
+{
+    if (inHook && std::find(Hooks().begin(), Hooks().end(), inHook) == Hooks().end())
+        Hooks().push_back(inHook);
+}
+
+double RunWaitHooks(double inNow)
+{
+    gHooksRan = inNow;
+    gEventsSinceLook = 0;
+    double earliest = host::kForever;
+    for (size_t i = 0; i < Hooks().size(); ++i)
+        earliest = std::min(earliest, Hooks()[i](inNow));
+    return earliest;
+}
+
+void WakeLoop()
+{
+    if (gIsWaiting)
+        host::Machine().wake();
+}
+
+// Waiting
+
+double DeadlineAfter(EventTimeout inTimeout)
+{
+    if (inTimeout == kEventDurationNoWait)
+        return 0;
+    return inTimeout > 0 ? host::Now() + inTimeout : host::kForever;
+}
+
+static void WaitUntil(double inTime)
+{
+    gIsWaiting = true;
+    host::Machine().wait(inTime);
+    gIsWaiting = false;
+}
+
+OSStatus Await(const Matcher& inMatcher, double inDeadline, Event** outEvent)
+{
+    while (true) {
+        if (!gTimers.IsEmpty())
+            gTimers.FireDue(host::Now());
+        if (TakeQuit())
+            return eventLoopQuitErr;
+        if ((*outEvent = gQueue.First(inMatcher)))
+            return noErr;
+        if (TakeInput())
+            continue;
+        const double now = host::Now();
+        const double hooks = RunWaitHooks(now);
+        if ((*outEvent = gQueue.First(inMatcher))) // a hook may post
+            return noErr;
+        if (now >= inDeadline)
+            return eventLoopTimedOutErr;
+        WaitUntil(std::min({ inDeadline, hooks, gTimers.Next() }));
+    }
+}
+
+void Take(Event* inEvent)
+{
+    gQueue.Remove(inEvent);
+    NoteTaken(*inEvent);
+    RunHooksWhenBusy();
+}
+
+OSStatus Dispatch(Event* inEvent)
+{
+    const StOwned owned(inEvent);
+    return Send(inEvent, GetEventDispatcherTarget(), kNilOptions);
+}
+
+OSStatus DispatchUntil(double inDeadline)
+{
+    while (true) {
+        Event* event = nullptr;
+        if (const OSStatus status = Await({}, inDeadline, &event))
+            return status;
+        Take(event);
+        Dispatch(event);
+    }
+}
+
+// Modal loops
+
+OSStatus ModalLoop::Run(EventTimeout inTimeout)
+{
+    if (fRun)
+        return eventInternalErr;
+    struct StRunning {
+        LoopRun*& slot;
+        ~StRunning() { slot = nullptr; }
+    } const running{ fRun };
+    LoopRun run(LoopRun::Kind::Modal);
+    run.quit = fQuit;
+    fRun = &run;
+    const OSStatus status = DispatchUntil(DeadlineAfter(inTimeout));
+    return std::exchange(fQuit, false) ? OSStatus{ noErr } : status;
+}
+
+void ModalLoop::Quit()
+{
+    fQuit = true;
+    if (fRun)
+        QuitFrom(fRun);
+}
+
+// The control interface runs the loop as the application would.
+static void RunForSeconds(double inSeconds)
+{
+    LoopRun run(LoopRun::Kind::Application);
+    DispatchUntil(DeadlineAfter(std::max(inSeconds, 0.0)));
+}
+
+static const bool gIsReachable = (host::UpwardHooks().runCurrentEventLoop = RunForSeconds, true);
+
+} // namespace lampblack::events
+
+using namespace lampblack;
+using namespace lampblack::events;
+
+OSStatus ReceiveNextEvent(ItemCount inNumTypes, const EventTypeSpec* inList, EventTimeout inTimeout,
+                          Boolean inPullEvent, EventRef* outEvent)
+{
+    if (!outEvent || (inNumTypes && !inList))
+        return paramErr;
+    *outEvent = nullptr;
+    const TypeList list = { inNumTypes, inList };
+    Event* event = nullptr;
+    if (const OSStatus status = Await(MatchTypes(list), DeadlineAfter(inTimeout), &event))
+        return status;
+    if (inPullEvent)
+        Take(event);
+    *outEvent = ReferenceTo(event);
+    return noErr;
+}
+
+EventLoopRef GetMainEventLoop(void)
+{
+    static char loop;
+    return reinterpret_cast<EventLoopRef>(&loop);
+}
+
+EventLoopRef GetCurrentEventLoop(void)
+{
+    return GetMainEventLoop();
+}
+
+// A program calls this to wait for something that a timer or another call of the platform brings about, often
+// from inside a handler, and does not expect its handlers to run then. So events are left in the queue.
+OSStatus RunCurrentEventLoop(EventTimeout inTimeout)
+{
+    LoopRun run(LoopRun::Kind::Current);
+    Event* none = nullptr;
+    const Matcher nothing = { [](const Event&, const void*) { return false; }, nullptr };
+    return Await(nothing, DeadlineAfter(inTimeout), &none);
+}
+
+OSStatus QuitEventLoop(EventLoopRef inEventLoop)
+{
+    if (inEventLoop != GetMainEventLoop())
+        return paramErr;
+    if (InnermostRun())
+        QuitFrom(InnermostRun());
+    else
+        gQuitWithoutRun = true;
+    return noErr;
+}
+
+static void SendApplicationQuit()
+{
+    if (Event* event = NewEvent(kEventClassApplication, kEventAppQuit, host::Now(), kEventAttributeNone)) {
+        const StOwned owned(event);
+        Send(event, GetApplicationEventTarget(), kNilOptions);
+    }
+}
+
+void RunApplicationEventLoop(void)
+{
+    {
+        LoopRun run(LoopRun::Kind::Application);
+        run.quit = std::exchange(gQuitApplicationWithoutRun, false);
+        DispatchUntil(host::kForever);
+    }
+    SendApplicationQuit();
+}
+
+// The outermost loop of the application ends, and with it all that run inside.
+void QuitApplicationEventLoop(void)
+{
+    LoopRun* application = nullptr;
+    for (LoopRun* run = InnermostRun(); run; run = run->outer)
+        if (run->kind == LoopRun::Kind::Application)
+            application = run;
+    if (application)
+        QuitFrom(application);
+    else
+        gQuitApplicationWithoutRun = true;
+}

@@ -1,0 +1,198 @@
+// The queue, and the published calls on it.
+#include "events/Input.h"
+#include "events/Loop.h"
+#include "events/Queue.h"
+
+namespace lampblack::events {
+
+Queue gQueue;
+
+static bool IsOfTypes(const Event& inEvent, const void* inList)
+{
+    const TypeList& list = *static_cast<const TypeList*>(inList);
+    for (ItemCount i = 0; i < list.count; ++i)
+        if (list.types[i].eventClass == inEvent.eventClass && list.types[i].eventKind == inEvent.kind)
+            return true;
+    return false;
+}
+
+Matcher MatchTypes(const TypeList& inList)
+{
+    return inList.count ? Matcher{ IsOfTypes, &inList } : Matcher{};
+}
+
+void Queue::Post(Event* inEvent, EventPriority inPriority)
+{
+    List& list = fLists[inPriority];
+    inEvent->next = nullptr;
+    inEvent->previous = list.last;
+    (list.last ? list.last->next : list.first) = inEvent;
+    list.last = inEvent;
+    inEvent->priority = (UInt8)inPriority;
+    inEvent->isQueued = true;
+    ++inEvent->retains;
+    ++fCount;
+}
+
+void Queue::Remove(Event* inEvent)
+{
+    List& list = fLists[inEvent->priority];
+    (inEvent->previous ? inEvent->previous->next : list.first) = inEvent->next;
+    (inEvent->next ? inEvent->next->previous : list.last) = inEvent->previous;
+    inEvent->isQueued = false;
+    --fCount;
+}
+
+Event* Queue::First(const Matcher& inMatcher) const
+{
+    for (int priority = kEventPriorityHigh; fCount && priority >= kEventPriorityLow; --priority)
+        for (Event* event = fLists[priority].first; event; event = event->next)
+            if (inMatcher(*event))
+                return event;
+    return nullptr;
+}
+
+void Queue::Flush(const Matcher& inMatcher)
+{
+    while (Event* event = First(inMatcher)) {
+        Remove(event);
+        Release(event);
+    }
+}
+
+static bool IsMainQueue(EventQueueRef inQueue)
+{
+    return inQueue == GetMainEventQueue();
+}
+
+} // namespace lampblack::events
+
+using namespace lampblack::events;
+
+EventQueueRef GetMainEventQueue(void)
+{
+    return reinterpret_cast<EventQueueRef>(&gQueue);
+}
+
+EventQueueRef GetCurrentEventQueue(void)
+{
+    return GetMainEventQueue();
+}
+
+OSStatus PostEventToQueue(EventQueueRef inQueue, EventRef inEvent, EventPriority inPriority)
+{
+    Event* event = FindEvent(inEvent);
+    if (!event || !IsMainQueue(inQueue) || inPriority > kEventPriorityHigh)
+        return paramErr;
+    if (event->isQueued)
+        return eventAlreadyPostedErr;
+    gQueue.Post(event, inPriority);
+    WakeLoop();
+    return noErr;
+}
+
+OSStatus RemoveEventFromQueue(EventQueueRef inQueue, EventRef inEvent)
+{
+    Event* event = FindEvent(inEvent);
+    if (!event || !IsMainQueue(inQueue))
+        return paramErr;
+    if (!event->isQueued)
+        return eventNotInQueueErr;
+    gQueue.Remove(event);
+    Release(event);
+    return noErr;
+}
+
+OSStatus FlushEventQueue(EventQueueRef inQueue)
+{
+    if (!IsMainQueue(inQueue))
+        return paramErr;
+    TakeAllInput();
+    gQueue.Flush({});
+    return noErr;
+}
+
+OSStatus FlushEventsMatchingListFromQueue(EventQueueRef inQueue, ItemCount inNumTypes,
+                                          const EventTypeSpec* inList)
+{
+    if (!IsMainQueue(inQueue) || !inNumTypes || !inList)
+        return paramErr;
+    TakeAllInput();
+    const TypeList list = { inNumTypes, inList };
+    gQueue.Flush(MatchTypes(list));
+    return noErr;
+}
+
+OSStatus FlushSpecificEventsFromQueue(EventQueueRef inQueue, EventComparatorUPP inComparator,
+                                      void* inCompareData)
+{
+    if (!IsMainQueue(inQueue) || !inComparator)
+        return paramErr;
+    TakeAllInput();
+    gQueue.ForEach([=](Event* event) {
+        const StRetained alive(event);
+        if (inComparator(ReferenceTo(event), inCompareData) && event->isQueued) {
+            gQueue.Remove(event);
+            Release(event);
+        }
+        return false;
+    });
+    return noErr;
+}
+
+EventRef FindSpecificEventInQueue(EventQueueRef inQueue, EventComparatorUPP inComparator, void* inCompareData)
+{
+    if (!IsMainQueue(inQueue) || !inComparator)
+        return nullptr;
+    TakeAllInput();
+    EventRef found = nullptr;
+    gQueue.ForEach([&](Event* event) {
+        const StRetained alive(event);
+        if (inComparator(ReferenceTo(event), inCompareData) && event->isQueued)
+            found = ReferenceTo(event);
+        return found != nullptr;
+    });
+    return found;
+}
+
+ItemCount GetNumEventsInQueue(EventQueueRef inQueue)
+{
+    if (!IsMainQueue(inQueue))
+        return 0;
+    TakeAllInput();
+    return gQueue.Count();
+}
+
+Boolean IsEventInQueue(EventQueueRef inQueue, EventRef inEvent)
+{
+    const Event* event = FindEvent(inEvent);
+    return event && IsMainQueue(inQueue) && event->isQueued;
+}
+
+EventRef AcquireFirstMatchingEventInQueue(EventQueueRef inQueue, ItemCount inNumTypes,
+                                          const EventTypeSpec* inList, OptionBits)
+{
+    if (!IsMainQueue(inQueue) || (inNumTypes && !inList))
+        return nullptr;
+    const TypeList list = { inNumTypes, inList };
+    Event* event = gQueue.First(MatchTypes(list));
+    while (!event && TakeInput())
+        event = gQueue.First(MatchTypes(list));
+    if (!event)
+        return nullptr;
+    gQueue.Remove(event);
+    NoteTaken(*event);
+    return ReferenceTo(event);
+}
+
+EventComparatorUPP NewEventComparatorUPP(EventComparatorProcPtr inProc)
+{
+    return inProc;
+}
+
+void DisposeEventComparatorUPP(EventComparatorUPP) {}
+
+Boolean InvokeEventComparatorUPP(EventRef inEvent, void* inCompareData, EventComparatorUPP inUPP)
+{
+    return inUPP && inUPP(inEvent, inCompareData);
+}
