@@ -74,10 +74,22 @@ void GiveParts(WindowRecord& ioWindow)
     List().AddInFront(ioWindow);
 }
 
+// Opens the screen, once, and lets the floor above put up its menu bar.
+void Start()
+{
+    static bool started = false;
+    if (started)
+        return;
+    started = true;
+    Screen();
+    InstallWindowRouting();
+    if (TheSurfaceHooks().started)
+        TheSurfaceHooks().started();
+}
+
 WindowRecord* NewRecord(const ClassTraits& inTraits, WindowAttributes inAttributes, const Rect& inContent)
 {
-    Screen(); // opens it
-    InstallWindowRouting();
+    Start();
     WindowRecord* window = Windows().New();
     window->traits = &inTraits;
     window->attributes = inAttributes;
@@ -157,6 +169,18 @@ WindowRef NewSurface(Layer inLayer, const Rect& inBounds, bool inShadow)
     window->internal = true;
     GiveParts(*window);
     return window->Ref();
+}
+
+SurfaceHooks& TheSurfaceHooks()
+{
+    static SurfaceHooks hooks;
+    return hooks;
+}
+
+void SurfaceIsStale(WindowRef inSurface)
+{
+    if (WindowRecord* window = Find(inSurface))
+        Screen().WindowDamaged(*window);
 }
 
 void SetSurfaceShape(WindowRef inSurface, RgnHandle inShape)

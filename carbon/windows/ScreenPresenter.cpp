@@ -1,6 +1,7 @@
 // Composing and presenting the one screen.
 #include "ScreenPresenter.h"
 
+#include "Surface.h"
 #include "Updates.h"
 #include "WindowFrame.h"
 #include "WindowList.h"
@@ -174,6 +175,8 @@ void ScreenPresenter::FollowScreenSize()
     quickdraw::SetScreenPixels(fPixels.data(), Width(fBounds), Width(fBounds), Height(fBounds));
     fLayoutStale = true;
     EverythingDamaged();
+    if (TheSurfaceHooks().screenChanged)
+        TheSurfaceHooks().screenChanged();
 }
 
 // --- Composing
@@ -252,6 +255,8 @@ void ScreenPresenter::Compose()
 
 void ScreenPresenter::Present(double inNow)
 {
+    if (TheSurfaceHooks().beforeFrame)
+        TheSurfaceHooks().beforeFrame();
     for (WindowRecord* window : List().Order())
         if (window->OnScreen())
             DrawFrameIfStale(*window);

@@ -11,6 +11,16 @@ WindowRef NewSurface(Layer inLayer, const Rect& inBounds, bool inShadow);
 // Local coordinates; for corners that are not square.
 void SetSurfaceShape(WindowRef inSurface, RgnHandle inShape);
 
+struct SurfaceHooks {
+    void (*started)() = nullptr;       // the first window was asked for
+    void (*screenChanged)() = nullptr; // another size
+    void (*beforeFrame)() = nullptr;   // the last chance to draw for the frame about to be composed
+};
+SurfaceHooks& TheSurfaceHooks();
+
+// All of the surface will be drawn anew before the next frame.
+void SurfaceIsStale(WindowRef inSurface);
+
 } // namespace lampblack::windows
 
 #endif

@@ -13,6 +13,7 @@ namespace lampblack::windows {
 namespace {
 
 constexpr short kGrowBoxSize = 15;
+constexpr ScriptCode kSystemScript = -1;
 
 ThemeWindowType FrameTheme(const WindowRecord& inWindow)
 {
@@ -103,7 +104,7 @@ void DrawTitle(const Rect* inBounds, SInt16 inDepth, Boolean inColor, URefCon in
 {
     const auto& window = *reinterpret_cast<const WindowRecord*>(inWindow);
     FontInfo font;
-    UseThemeFont(TitleFont(window), smSystemScript);
+    UseThemeFont(TitleFont(window), kSystemScript);
     GetFontInfo(&font);
     SetThemeTextColor(TitleColor(window), inDepth, inColor);
     Str255 title;
@@ -208,7 +209,7 @@ void MeasureTitle(WindowRecord& ioWindow)
     ThemeDrawingState state = nullptr;
     GetThemeDrawingState(&state);
     FontInfo font;
-    UseThemeFont(TitleFont(ioWindow), smSystemScript);
+    UseThemeFont(TitleFont(ioWindow), kSystemScript);
     GetFontInfo(&font);
     ioWindow.metrics.titleHeight = (SInt16)(font.ascent + font.descent);
     ioWindow.metrics.titleWidth = StringWidth(ioWindow.title);

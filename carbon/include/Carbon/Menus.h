@@ -54,6 +54,19 @@ enum {
 typedef UInt32 MenuTrackingMode;
 enum { kMenuTrackingModeMouse = 1, kMenuTrackingModeKeyboard = 2 };
 
+// Where it stands: the bits of kEventParamMenuContext.
+enum {
+    kMenuContextMenuBar = 1 << 0,
+    kMenuContextPullDown = 1 << 8,
+    kMenuContextPopUp = 1 << 9,
+    kMenuContextSubmenu = 1 << 10,
+    kMenuContextMenuBarTracking = 1 << 16,
+    kMenuContextPopUpTracking = 1 << 17,
+    kMenuContextKeyMatching = 1 << 18,
+    kMenuContextMenuEnabling = 1 << 19,
+    kMenuContextCommandIDSearch = 1 << 20
+};
+
 enum { kMenuPropertyPersistent = 0x00000001 };
 
 LAMPBLACK_BEGIN_C
