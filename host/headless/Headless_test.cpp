@@ -4,8 +4,14 @@
 
 #include <doctest/doctest.h>
 
+#include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <thread>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace lampblack::host;
 
@@ -147,6 +153,25 @@ TEST_CASE("wake: from another thread ends one wait that would last for ever")
     const double start = Now();
     CHECK_FALSE(Machine().wait(kForever));
     CHECK(Now() == start);
+}
+
+TEST_CASE("wait: on the virtual clock, for ever and with nothing that could come, ends the process")
+{
+    DrainInput();
+    const pid_t child = fork();
+    if (child == 0) {
+        const rlimit noCore = { 0, 0 };
+        setrlimit(RLIMIT_CORE, &noCore);
+        signal(SIGABRT, SIG_DFL); // the test runner's own handler would report
+        fclose(stderr);
+        alarm(10);
+        Machine().wait(kForever);
+        _exit(0);
+    }
+    int status = 0;
+    REQUIRE(waitpid(child, &status, 0) == child);
+    CHECK(WIFSIGNALED(status));
+    CHECK(WTERMSIG(status) == SIGABRT);
 }
 
 TEST_CASE("now: a loop that polls the virtual clock comes to an end")
