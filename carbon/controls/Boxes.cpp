@@ -26,6 +26,7 @@ public:
     using Kind::Kind;
     OSType Code() const override { return kControlKindUserPane; }
     UInt32 Features() const override { return kContainer; }
+    void Erase() override {}
     void Draw(ControlPartCode) override {}
 };
 
@@ -45,6 +46,13 @@ public:
             DrawCheckBox(title);
         UseControlTextColor(fControl, kThemeTextColorDialogActive, kThemeTextColorDialogInactive);
         DrawLine(fControl.title, TextRect(title), 0);
+    }
+
+    void Erase() override
+    {
+        UseControlFont(fControl);
+        const Rect title = TitleRect();
+        EraseRect(&title);
     }
 
     ControlPartCode HitTest(Point inPoint) const override
@@ -149,6 +157,7 @@ public:
     using Kind::Kind;
     OSType Code() const override { return kControlKindPlacard; }
     UInt32 Features() const override { return kContainer; }
+    void Erase() override {}
     void Draw(ControlPartCode) override { DrawThemePlacard(&fControl.bounds, FrameState(fControl)); }
     bool SetUpBackground(SInt16 inDepth, Boolean inIsColor) override
     {
@@ -162,6 +171,7 @@ public:
     using Kind::Kind;
     OSType Code() const override { return kControlKindWindowHeader; }
     UInt32 Features() const override { return kContainer; }
+    void Erase() override {}
     void Draw(ControlPartCode) override
     {
         if (IsForListView())

@@ -9,22 +9,11 @@
 
 namespace lampblack::controls {
 
-StDrawing::StDrawing(const Control& inControl)
+StPortState::StPortState()
 {
-    Enter(inControl.window);
-}
-StDrawing::StDrawing(WindowRef inWindow)
-{
-    Enter(inWindow);
-}
-
-void StDrawing::Enter(WindowRef inWindow)
-{
-    GetGWorld(&fOldPort, &fOldDevice);
-    fPort = GetWindowPort(inWindow);
+    GetPort(&fPort);
     if (!fPort)
         return;
-    SetPortWindowPort(inWindow);
     fFont = GetPortTextFont(fPort);
     fSize = GetPortTextSize(fPort);
     fMode = GetPortTextMode(fPort);
@@ -32,22 +21,44 @@ void StDrawing::Enter(WindowRef inWindow)
     GetForeColor(&fFore);
     GetBackColor(&fBack);
     GetPenState(&fPen);
-    PenNormal();
 }
 
-StDrawing::~StDrawing()
+// The port may have gone meanwhile, and another one may be current.
+StPortState::~StPortState()
 {
-    if (fPort && IsValidPort(fPort)) {
+    if (!fPort || !IsValidPort(fPort))
+        return;
+    CGrafPtr now = nullptr;
+    GDHandle device = nullptr;
+    GetGWorld(&now, &device);
+    if (now != fPort)
         SetGWorld(fPort, nullptr);
-        TextFont(fFont);
-        TextSize(fSize);
-        TextMode(fMode);
-        TextFace(fFace);
-        RGBForeColor(&fFore);
-        RGBBackColor(&fBack);
-        SetPenState(&fPen);
-    }
-    SetGWorld(fOldPort, fOldDevice);
+    TextFont(fFont);
+    TextSize(fSize);
+    TextMode(fMode);
+    TextFace(fFace);
+    RGBForeColor(&fFore);
+    RGBBackColor(&fBack);
+    SetPenState(&fPen);
+    if (now != fPort)
+        SetGWorld(now, device);
+}
+
+StDrawing::StPort::StPort(WindowRef inWindow)
+{
+    GetGWorld(&fPort, &fDevice);
+    if (GetWindowPort(inWindow))
+        SetPortWindowPort(inWindow);
+}
+
+StDrawing::StPort::~StPort()
+{
+    SetGWorld(fPort, fDevice);
+}
+
+StDrawing::StDrawing(WindowRef inWindow) : fPort(inWindow)
+{
+    PenNormal();
 }
 
 StClip::StClip(const Rect& inRect) : fOld(NewRgn())
@@ -75,6 +86,7 @@ namespace {
 
 void DrawOne(Control& inControl)
 {
+    StPortState state;
     PenNormal();
     SendDraw(inControl, kControlEntireControl);
 }
@@ -98,10 +110,15 @@ void DrawTouching(Control& inControl, const Rect& inArea)
         DrawTouching(*inControl.children[i], inArea);
 }
 
-void EraseStructure(const Control& inControl)
+void DrawErasedTree(Control& inControl)
 {
-    const Rect bounds = inControl.kind->StructureBounds();
-    EraseRect(&bounds);
+    if (!inControl.visible)
+        return;
+    StPin pin(&inControl);
+    inControl.kind->Erase();
+    DrawOne(inControl);
+    for (size_t i = 0; pin.Alive() && i < inControl.children.size(); ++i)
+        DrawErasedTree(*inControl.children[i]);
 }
 
 } // namespace
@@ -130,8 +147,7 @@ void RedrawErased(Control& inControl)
         return;
     StDrawing drawing(inControl);
     SetUpControlBackground(inControl.Ref(), kScreenDepth, true);
-    EraseStructure(inControl);
-    DrawTree(inControl);
+    DrawErasedTree(inControl);
 }
 
 void RedrawArea(WindowControls& inControls, const Rect& inArea)

@@ -8,26 +8,45 @@
 
 namespace lampblack::controls {
 
-// The control's window port is current and in its normal state; on leaving, the port that was current is so
-// again, and the window's port has the font, colours, pen and clip that it had.
-class StDrawing {
+// Keeps the font, colours and pen of the current port, which stays the current one.
+class StPortState {
 public:
-    [[nodiscard]] explicit StDrawing(const Control& inControl);
-    [[nodiscard]] explicit StDrawing(WindowRef inWindow);
-    ~StDrawing();
-    StDrawing(const StDrawing&) = delete;
-    StDrawing& operator=(const StDrawing&) = delete;
+    [[nodiscard]] StPortState();
+    ~StPortState();
+    StPortState(const StPortState&) = delete;
+    StPortState& operator=(const StPortState&) = delete;
 
 private:
-    void Enter(WindowRef inWindow);
-
-    GrafPtr fOldPort = nullptr;
-    GDHandle fOldDevice = nullptr;
     CGrafPtr fPort = nullptr;
     SInt16 fFont = 0, fSize = 0, fMode = 0;
     Style fFace = 0;
     RGBColor fFore = {}, fBack = {};
     PenState fPen = {};
+};
+
+// The control's window port is current, with a normal pen; on leaving, the port that was current is so again,
+// and the window's port is as it was.
+class StDrawing {
+public:
+    [[nodiscard]] explicit StDrawing(const Control& inControl) : StDrawing(inControl.window) {}
+    [[nodiscard]] explicit StDrawing(WindowRef inWindow);
+    StDrawing(const StDrawing&) = delete;
+    StDrawing& operator=(const StDrawing&) = delete;
+
+private:
+    class StPort {
+    public:
+        [[nodiscard]] explicit StPort(WindowRef inWindow);
+        ~StPort();
+        StPort(const StPort&) = delete;
+        StPort& operator=(const StPort&) = delete;
+
+    private:
+        GrafPtr fPort = nullptr;
+        GDHandle fDevice = nullptr;
+    };
+    StPort fPort;
+    StPortState fState; // after the port, so that it is restored before
 };
 
 // Limits drawing to a rectangle within the clip that was, until it leaves.

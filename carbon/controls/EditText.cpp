@@ -156,8 +156,15 @@ void EditText::Draw(ControlPartCode)
     DrawThemeEditTextFrame(&frame, usable ? kThemeStateActive : kThemeStateInactive);
     if (fCaretOn)
         DrawThemeFocusRect(&frame, true);
-    StEditing editing(*this);
+    StClip clip(fControl.bounds);
+    UseControlFont(fControl);
+    UseControlTextColor(fControl, kThemeTextColorDialogActive, kThemeTextColorDialogInactive);
+    CGrafPtr here = nullptr; // the window's port, or one that the control is pictured in
+    GetPort(&here);
+    const CGrafPtr own = (**fText).inPort;
+    (**fText).inPort = here;
     TEUpdate(&fControl.bounds, fText);
+    (**fText).inPort = own;
 }
 
 ControlPartCode EditText::HitTest(Point inPoint) const

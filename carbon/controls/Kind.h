@@ -44,6 +44,9 @@ public:
 
     virtual void Draw(ControlPartCode inPart) = 0;
     virtual Rect StructureBounds() const { return fControl.bounds; } // all that it draws
+    // Before it is drawn over what it drew before. Containers leave what they contain, and what lies between,
+    // alone.
+    virtual void Erase();
     virtual ControlPartCode HitTest(Point) const { return kControlNoPart; }
     virtual OSStatus PartBounds(ControlPartCode inPart, Rect* outBounds) const;
 

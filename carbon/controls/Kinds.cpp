@@ -56,6 +56,12 @@ OSErr CopyOut(const std::string& inText, void* outData, Size inBufferSize)
     return noErr;
 }
 
+void Kind::Erase()
+{
+    const Rect bounds = StructureBounds();
+    EraseRect(&bounds);
+}
+
 OSStatus Kind::PartBounds(ControlPartCode inPart, Rect* outBounds) const
 {
     if (inPart == kControlEntireControl || inPart == kControlContentMetaPart)

@@ -20,6 +20,7 @@ public:
     }
     UInt32 Features() const override { return fFeatures | kControlSupportsDataAccess; }
 
+    void Erase() override {} // its drawing procedure covers what it drew
     void Draw(ControlPartCode inPart) override
     {
         if (fDraw)
