@@ -5,6 +5,7 @@
 #include <doctest/doctest.h>
 #include <lampblack/host.h>
 
+#include <cstdio>
 #include <cstring>
 #include <string>
 
@@ -107,6 +108,7 @@ TEST_CASE("GetProcessForPID: this process only")
 
 TEST_CASE("ExitToShell: ends the process with status 0")
 {
+    fflush(nullptr);
     const pid_t child = fork();
     if (child == 0) {
         alarm(10);

@@ -158,6 +158,7 @@ TEST_CASE("wake: from another thread ends one wait that would last for ever")
 TEST_CASE("wait: on the virtual clock, for ever and with nothing that could come, ends the process")
 {
     DrainInput();
+    fflush(nullptr);
     const pid_t child = fork();
     if (child == 0) {
         const rlimit noCore = { 0, 0 };
