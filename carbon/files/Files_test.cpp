@@ -16,6 +16,8 @@
 
 using namespace lampblack;
 
+// The published records are packed to 2 bytes: a '+' before a field keeps a check from taking its address.
+
 namespace {
 
 struct PascalString {
@@ -93,10 +95,10 @@ TEST_CASE("FSMakeFSSpec: a file that is there, and one that is not, which is fil
     FSSpec spec = {};
     CHECK(scratch.Make("Here", &spec) == noErr);
     CHECK(spec.vRefNum == -1);
-    CHECK(spec.parID == scratch.folder.id);
+    CHECK(+spec.parID == scratch.folder.id);
     CHECK(NameOf(spec) == "Here");
     CHECK(scratch.Make("Nowhere", &spec) == fnfErr);
-    CHECK(spec.parID == scratch.folder.id);
+    CHECK(+spec.parID == scratch.folder.id);
     CHECK(NameOf(spec) == "Nowhere");
 }
 
@@ -111,11 +113,11 @@ TEST_CASE("FSMakeFSSpec: partial paths go down and up; what is missing on the wa
     CHECK(NameOf(spec) == "File");
     files::Item item;
     REQUIRE(files::Resolve(folder, &item) == noErr);
-    CHECK(spec.parID == files::NodeOf(item).id);
+    CHECK(+spec.parID == files::NodeOf(item).id);
     CHECK(scratch.Make(":A:B::B:File", &folder) == noErr);
-    CHECK(folder.parID == spec.parID);
+    CHECK(+folder.parID == +spec.parID);
     CHECK(scratch.Make(":A:B:::Top", &folder) == noErr);
-    CHECK(folder.parID == scratch.folder.id);
+    CHECK(+folder.parID == scratch.folder.id);
     CHECK(scratch.Make(":A:C:File", &folder) == dirNFErr);
     CHECK(scratch.Make(":Top:File", &folder) == dirNFErr);
     CHECK(scratch.Make(":Top:", &folder) == dirNFErr);
@@ -132,10 +134,10 @@ TEST_CASE("FSMakeFSSpec: a full path ignores the directory; the volume itself ha
         c = c == '/' ? ':' : c;
     FSSpec spec = {};
     CHECK(FSMakeFSSpec(0, 0, PascalString("Host" + path), &spec) == noErr);
-    CHECK(spec.parID == scratch.folder.id);
+    CHECK(+spec.parID == scratch.folder.id);
     CHECK(scratch.Make("host:", &spec) == noErr);
     CHECK(spec.vRefNum == -1);
-    CHECK(spec.parID == fsRtParID);
+    CHECK(+spec.parID == fsRtParID);
     CHECK(NameOf(spec) == "Host");
     CHECK(scratch.Make("No such volume:File", &spec) == nsvErr);
     CHECK(scratch.Make("Host::x", &spec) == dirNFErr);
@@ -148,7 +150,7 @@ TEST_CASE("FSMakeFSSpec: an empty name is the directory itself")
     CHECK(FSMakeFSSpec(-1, scratch.folder.id, PascalString(""), &spec) == noErr);
     CHECK(files::HostNameOf(NameOf(spec)) == scratch.Path().filename().string());
     CHECK(FSMakeFSSpec(-1, fsRtDirID, nullptr, &spec) == noErr);
-    CHECK(spec.parID == fsRtParID);
+    CHECK(+spec.parID == fsRtParID);
 }
 
 TEST_CASE("FSMakeFSSpec: bad volumes, directories, names and pointers")
@@ -246,7 +248,7 @@ TEST_CASE("AddVolume: a folder of the host as a volume of its own")
     CHECK(spec.vRefNum == volume);
     FSSpec same = {};
     CHECK(FSMakeFSSpec(0, 0, PascalString("Disk:Folder:File"), &same) == noErr);
-    CHECK(same.parID == spec.parID);
+    CHECK(+same.parID == +spec.parID);
     CHECK(FSMakeFSSpec(volume, fsRtDirID, PascalString("::x"), &spec) == dirNFErr);
     FSRef first, second;
     CHECK(FSPathMakeRef((const UInt8*)(scratch.Path() / "disk/Folder/File").c_str(), &first, nullptr) ==
@@ -268,7 +270,7 @@ TEST_CASE("HGetVol, HSetVol: the default directory is where volume 0 and directo
     CHECK(TextOf(name) == "Host");
     FSSpec spec = {};
     CHECK(FSMakeFSSpec(0, 0, PascalString("File"), &spec) == noErr);
-    CHECK(spec.parID == directory);
+    CHECK(+spec.parID == directory);
     CHECK(HSetVol(nullptr, volume, 0x7FFFFFF0) == dirNFErr);
     CHECK(HSetVol(PascalString("File"), 0, 0) == dirNFErr);
     CHECK(HSetVol(PascalString("Missing"), 0, 0) == dirNFErr);
@@ -288,7 +290,7 @@ TEST_CASE("FSpGetFInfo: a folder and a missing file are fnfErr; a bare file has 
     CHECK(FSpGetFInfo(&spec, &info) == fnfErr);
     spec = scratch.Spec("File");
     CHECK(FSpGetFInfo(&spec, &info) == noErr);
-    CHECK(info.fdType == 0);
+    CHECK(+info.fdType == 0);
     CHECK(FSpGetFInfo(nullptr, &info) == paramErr);
 }
 
@@ -303,8 +305,8 @@ TEST_CASE("FSpGetFInfo: from each place beside the file and in it")
         const FSSpec spec = scratch.Spec("File");
         FInfo info = {};
         CHECK(FSpGetFInfo(&spec, &info) == noErr);
-        CHECK(info.fdType == 'APPL');
-        CHECK(info.fdCreator == 'lamp');
+        CHECK(+info.fdType == 'APPL');
+        CHECK(+info.fdCreator == 'lamp');
     }
     for (const char* seed : { "macbinary2", "applesingle", "binhex" }) {
         CAPTURE(seed);
@@ -313,7 +315,7 @@ TEST_CASE("FSpGetFInfo: from each place beside the file and in it")
         const FSSpec spec = scratch.Spec("File");
         FInfo info = {};
         CHECK(FSpGetFInfo(&spec, &info) == noErr);
-        CHECK(info.fdCreator == 'lamp');
+        CHECK(+info.fdCreator == 'lamp');
     }
 }
 
@@ -412,21 +414,21 @@ TEST_CASE("FSGetCatalogInfo: every field of a file")
     REQUIRE(FSGetCatalogInfo(&ref, kFSCatInfoGettableInfo, &info, &name, &spec, &parent) == noErr);
     CHECK((info.nodeFlags & kFSNodeIsDirectoryMask) == 0);
     CHECK(info.volume == -1);
-    CHECK(info.parentDirID == (UInt32)scratch.folder.id);
-    CHECK(info.nodeID > 15);
-    CHECK(info.dataLogicalSize == 5);
-    CHECK(info.dataPhysicalSize == 4096);
-    CHECK(info.rsrcLogicalSize == 321);
-    CHECK(info.valence == 0);
-    CHECK(info.createDate.lowSeconds > 3600000000u); // after 2018
-    CHECK(info.createDate.highSeconds == 0);
-    CHECK(info.backupDate.lowSeconds == 0);
+    CHECK(+info.parentDirID == (UInt32)scratch.folder.id);
+    CHECK(+info.nodeID > 15);
+    CHECK(+info.dataLogicalSize == 5);
+    CHECK(+info.dataPhysicalSize == 4096);
+    CHECK(+info.rsrcLogicalSize == 321);
+    CHECK(+info.valence == 0);
+    CHECK(+info.createDate.lowSeconds > 3600000000u); // after 2018
+    CHECK(+info.createDate.highSeconds == 0);
+    CHECK(+info.backupDate.lowSeconds == 0);
     FInfo finder;
     std::memcpy(&finder, info.finderInfo, sizeof finder);
-    CHECK(finder.fdType == 'APPL');
+    CHECK(+finder.fdType == 'APPL');
     FSPermissionInfo permissions;
     std::memcpy(&permissions, info.permissions, sizeof permissions);
-    CHECK(permissions.userID == getuid());
+    CHECK(+permissions.userID == getuid());
     CHECK((permissions.userAccess & 4) == 4);
     CHECK(name.length == 4);
     CHECK(name.unicode[0] == 'F');
@@ -446,9 +448,9 @@ TEST_CASE(
     std::memset(&info, 0xAA, sizeof info);
     REQUIRE(FSGetCatalogInfo(&ref, kFSCatInfoValence | kFSCatInfoNodeFlags, &info, nullptr, nullptr,
                              nullptr) == noErr);
-    CHECK(info.valence == 2);
+    CHECK(+info.valence == 2);
     CHECK((info.nodeFlags & kFSNodeIsDirectoryMask) != 0);
-    CHECK(info.dataLogicalSize == 0xAAAAAAAAAAAAAAAAu);
+    CHECK(+info.dataLogicalSize == 0xAAAAAAAAAAAAAAAAu);
     CHECK(FSGetCatalogInfo(&ref, 0x00100000, &info, nullptr, nullptr, nullptr) == paramErr);
 }
 
@@ -466,7 +468,7 @@ TEST_CASE("FSGetCatalogInfo: the name in full, and no parent above a volume")
     REQUIRE(FSPathMakeRef((const UInt8*)"/", &root, nullptr) == noErr);
     FSSpec spec;
     REQUIRE(FSGetCatalogInfo(&root, 0, nullptr, nullptr, &spec, &parent) == noErr);
-    CHECK(spec.parID == fsRtParID);
+    CHECK(+spec.parID == fsRtParID);
     CHECK(std::all_of(parent.hidden, parent.hidden + 80, [](UInt8 byte) { return byte == 0; }));
 }
 
@@ -487,10 +489,10 @@ TEST_CASE("PBGetFCBInfoSync: a reference number leads to its file")
     block.ioRefNum = refNum;
     CHECK(PBGetFCBInfoSync(&block) == noErr);
     CHECK(TextOf(name) == "Open me");
-    CHECK(block.ioFCBVRefNum == -1);
-    CHECK(block.ioFCBParID == scratch.folder.id);
-    CHECK(block.ioFCBEOF == 5000);
-    CHECK(block.ioFCBPLen == 8192);
+    CHECK(+block.ioFCBVRefNum == -1);
+    CHECK(+block.ioFCBParID == scratch.folder.id);
+    CHECK(+block.ioFCBEOF == 5000);
+    CHECK(+block.ioFCBPLen == 8192);
     block.ioFCBIndx = 1;
     block.ioRefNum = 0;
     block.ioVRefNum = 0;
@@ -519,7 +521,7 @@ TEST_CASE("PBHGetVolParmsSync: catalogue search is offered; a short buffer gets 
     block.ioParam.ioBuffer = (Ptr)buffer;
     block.ioParam.ioReqCount = 32;
     CHECK(PBHGetVolParmsSync(&block) == noErr);
-    CHECK(block.ioParam.ioActCount == 32);
+    CHECK(+block.ioParam.ioActCount == 32);
     CHECK(buffer[32] == 0xAA);
     GetVolParmsInfoBuffer info;
     std::memcpy(&info, buffer, 32);
