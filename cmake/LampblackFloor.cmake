@@ -29,6 +29,15 @@ function(lampblack_floor name)
   endforeach()
   list(REMOVE_DUPLICATES closure)
   set_property(GLOBAL PROPERTY LAMPBLACK_CLOSURE_${name} ${closure})
+  foreach(lower ${closure})
+    # What a lower floor's headers include must be found; tools/check-layers says who may include it himself.
+    target_include_directories(floor_${name} PUBLIC
+      $<TARGET_PROPERTY:floor_${lower},INTERFACE_INCLUDE_DIRECTORIES>)
+    get_target_property(libraries floor_${lower} INTERFACE_LINK_LIBRARIES)
+    if(libraries)
+      target_link_libraries(floor_${name} PUBLIC ${libraries})
+    endif()
+  endforeach()
 
   set(objects floor_${name})
   foreach(lower ${closure})
