@@ -7,10 +7,9 @@
 #include <Carbon/MacWindows.h>
 #include <Host.h>
 #include <foundation/MacRoman.h>
-#include <windows/Modality.h>
-#include <windows/Presenter.h>
+#include <windows/PortSaver.h>
+#include <windows/Rects.h>
 #include <windows/Surface.h>
-#include <windows/WindowRecord.h>
 
 #include <algorithm>
 
@@ -284,7 +283,7 @@ Rect BarBounds()
 {
     SInt16 height = 0;
     GetThemeMenuBarHeight(&height);
-    return { 0, 0, height, windows::Screen().ScreenBounds().right };
+    return { 0, 0, height, windows::ScreenBounds().right };
 }
 
 bool IsUsable(MenuRef inMenu, const MenuItem& inItem)

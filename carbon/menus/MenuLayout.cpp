@@ -8,7 +8,8 @@
 #include <Carbon/Events.h>
 #include <Carbon/MacWindows.h>
 #include <quickdraw/Port.h>
-#include <windows/WindowRecord.h>
+#include <windows/PortSaver.h>
+#include <windows/Rects.h>
 
 #include <algorithm>
 

@@ -6,9 +6,9 @@
 
 #include <Carbon/Appearance.h>
 #include <Carbon/MacWindows.h>
-#include <windows/Presenter.h>
+#include <windows/PortSaver.h>
+#include <windows/Rects.h>
 #include <windows/Surface.h>
-#include <windows/WindowRecord.h>
 
 #include <algorithm>
 

@@ -3,6 +3,7 @@
 #ifndef LAMPBLACK_WINDOWS_PRESENTER_H
 #define LAMPBLACK_WINDOWS_PRESENTER_H
 
+#include "Surface.h"
 #include "WindowRecord.h"
 
 namespace lampblack::windows {
@@ -30,11 +31,6 @@ public:
 
 // The presenter of this process. The first call opens the screen.
 Presenter& Screen();
-
-// The desktop without the menu bar while there is one.
-Rect AvailableBounds();
-// menus/ tells how much of the top of the screen its bar takes.
-void SetMenuBarInset(short inHeight);
 
 } // namespace lampblack::windows
 

@@ -72,6 +72,11 @@ Presenter& Screen()
     return presenter;
 }
 
+Rect ScreenBounds()
+{
+    return Screen().ScreenBounds();
+}
+
 Rect AvailableBounds()
 {
     Rect bounds = Screen().ScreenBounds();

@@ -1,5 +1,6 @@
 // Surfaces for the floor above: windows of the top layers that no application sees, for menus and their bar.
-// Every published call takes them.
+// Every published call takes them. All of this floor that menus/ knows is here, in
+// WindowEvents.h, PortSaver.h, PropertyList.h and Rects.h.
 #ifndef LAMPBLACK_WINDOWS_SURFACE_H
 #define LAMPBLACK_WINDOWS_SURFACE_H
 
@@ -17,6 +18,15 @@ struct SurfaceHooks {
     void (*beforeFrame)() = nullptr;   // the last chance to draw for the frame about to be composed
 };
 SurfaceHooks& TheSurfaceHooks();
+
+// Opens the screen when it is not open yet.
+Rect ScreenBounds();
+// The screen without the menu bar while there is one.
+Rect AvailableBounds();
+// How much of the top of the screen the menu bar takes.
+void SetMenuBarInset(short inHeight);
+// Whether a window keeps the others, and with them most of the menus, from the user.
+bool IsAppModal();
 
 // All of the surface will be drawn anew before the next frame.
 void SurfaceIsStale(WindowRef inSurface);

@@ -1,6 +1,8 @@
 // Making and sending the events of windows.
 #include "WindowEvents.h"
 
+#include "WindowRecord.h"
+
 #include <Host.h>
 
 namespace lampblack::windows {

@@ -2,7 +2,8 @@
 #ifndef LAMPBLACK_WINDOWS_WINDOWEVENTS_H
 #define LAMPBLACK_WINDOWS_WINDOWEVENTS_H
 
-#include "WindowRecord.h"
+#include <Carbon/CarbonEvents.h>
+#include <Carbon/MacWindows.h>
 
 namespace lampblack::windows {
 

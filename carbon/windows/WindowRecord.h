@@ -2,6 +2,7 @@
 #ifndef LAMPBLACK_WINDOWS_WINDOWRECORD_H
 #define LAMPBLACK_WINDOWS_WINDOWRECORD_H
 
+#include "PortSaver.h"
 #include "PropertyList.h"
 #include "Region.h"
 #include "WindowClasses.h"
@@ -78,20 +79,6 @@ inline WindowRecord* Find(WindowRef inWindow)
 
 // Local coordinates of a window's port differ from those relative to its content by what SetOrigin did.
 Point LocalOrigin(const WindowRecord& inWindow);
-
-// Makes a window's port current with a wide-open clip, and puts everything back.
-class StWindowPort {
-public:
-    [[nodiscard]] explicit StWindowPort(CGrafPtr inPort);
-    ~StWindowPort();
-    StWindowPort(const StWindowPort&) = delete;
-    StWindowPort& operator=(const StWindowPort&) = delete;
-
-private:
-    CGrafPtr fSaved = nullptr, fPort;
-    GDHandle fDevice = nullptr;
-    RgnHandle fClip;
-};
 
 } // namespace lampblack::windows
 
