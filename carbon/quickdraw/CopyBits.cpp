@@ -17,11 +17,12 @@ static constexpr int kRowBytesBits = 0x3FFF;
 static Source SourceOf(const BitMap* inMap)
 {
     if (const PortRecord* port = FindPortOfMap(inMap))
-        return { reinterpret_cast<const uint8_t*>(port->fPixels), port->fRowPixels * 4, 32, port->fMapBounds, port };
+        return { reinterpret_cast<const uint8_t*>(port->fPixels), port->fRowPixels * 4, 32, port->fMapBounds,
+                 port };
     const bool isPixMap = inMap->rowBytes < 0;
     const int depth = isPixMap ? reinterpret_cast<const PixMap*>(inMap)->pixelSize : 1;
-    return { reinterpret_cast<const uint8_t*>(inMap->baseAddr), inMap->rowBytes & kRowBytesBits, depth, inMap->bounds,
-             nullptr };
+    return { reinterpret_cast<const uint8_t*>(inMap->baseAddr), inMap->rowBytes & kRowBytesBits, depth,
+             inMap->bounds, nullptr };
 }
 
 // Bounds may promise more columns than a row has.
@@ -147,7 +148,7 @@ static bool ShareMemory(const Copy& inCopy)
 {
     const auto ends = [](const Source& s) {
         const auto rows = (ptrdiff_t)std::max(0, s.bounds.bottom - s.bounds.top);
-        return std::pair { s.base, s.base + rows * s.rowBytes };
+        return std::pair{ s.base, s.base + rows * s.rowBytes };
     };
     const auto [from, fromEnd] = ends(inCopy.from);
     const auto [to, toEnd] = ends(inCopy.to);
@@ -241,8 +242,8 @@ void DrawPremultiplied(const uint32_t* inPixels, int inRowPixels, const Rect& in
 
 } // namespace lampblack::quickdraw
 
-void CopyBits(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect, const Rect* dstRect, short mode,
-              RgnHandle maskRgn)
+void CopyBits(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect, const Rect* dstRect,
+              short mode, RgnHandle maskRgn)
 {
     const Region* mask = FindRegion(maskRgn);
     if (!srcBits || !dstBits || !srcRect || !dstRect || (maskRgn && !mask))

@@ -23,7 +23,8 @@ void FetchRow(const Source& inSource, int v, int h, int inCount, uint32_t* outPi
         outPixels[i] = BitAt(row, first + i);
 }
 
-void FetchScaledRow(const Source& inSource, int v, int inLeft, Steps inSteps, int inCount, uint32_t* outPixels)
+void FetchScaledRow(const Source& inSource, int v, int inLeft, Steps inSteps, int inCount,
+                    uint32_t* outPixels)
 {
     const uint8_t* row = inSource.RowAt(v);
     const int first = inLeft - inSource.bounds.left;
@@ -44,7 +45,7 @@ Combination::Combination(short inMode, uint32_t inFore, uint32_t inBack) : fBack
     const Transfer transfer = TransferOf(mode > notSrcBic ? (short)srcCopy : mode);
     fSet = ChangeOf(transfer.set, inFore, inBack);
     fClear = ChangeOf(transfer.clear, inFore, inBack);
-    fPlain = !fTransparent && fSet == Change { 0, kBlackPixel } && fClear == Change { 0, kWhitePixel };
+    fPlain = !fTransparent && fSet == Change{ 0, kBlackPixel } && fClear == Change{ 0, kWhitePixel };
 }
 
 void Combination::Row(const uint32_t* inSource, uint32_t* ioDestination, int inCount) const
@@ -66,8 +67,8 @@ void Combination::Row(const uint32_t* inSource, uint32_t* ioDestination, int inC
     }
 }
 
-void Stretch(const uint32_t* from, int fromRow, int fromWidth, int fromHeight, uint32_t* to, int toRow, int toWidth,
-             int toHeight)
+void Stretch(const uint32_t* from, int fromRow, int fromWidth, int fromHeight, uint32_t* to, int toRow,
+             int toWidth, int toHeight)
 {
     Steps rows(fromHeight, toHeight, 0);
     for (int v = 0; v < toHeight; ++v, rows.Next()) {

@@ -6,12 +6,16 @@
 
 namespace lampblack::quickdraw {
 
-// The nearest pixel along one axis: destination pixel i shows source pixel i * source / destination, rounded down.
+// The nearest pixel along one axis: destination pixel i shows source pixel i * source / destination, rounded
+// down.
 class Steps {
 public:
     Steps(int source, int destination, int first)
-        : fWhole(source / destination), fRest(source % destination), fDestination(destination),
-          fAt((int)((int64_t)first * source / destination)), fError((int)((int64_t)first * source % destination))
+        : fWhole(source / destination),
+          fRest(source % destination),
+          fDestination(destination),
+          fAt((int)((int64_t)first * source / destination)),
+          fError((int)((int64_t)first * source % destination))
     {
     }
     int At() const { return fAt; }
@@ -59,8 +63,8 @@ private:
 };
 
 // Scales whole images of depth 32; the rows are given in pixels.
-void Stretch(const uint32_t* from, int fromRow, int fromWidth, int fromHeight, uint32_t* to, int toRow, int toWidth,
-             int toHeight);
+void Stretch(const uint32_t* from, int fromRow, int fromWidth, int fromHeight, uint32_t* to, int toRow,
+             int toWidth, int toHeight);
 
 // Moves the pixels of a port that come from (dh, dv) away into a region; the two may overlap.
 void MovePixels(PortRecord&, const Region& to, int dh, int dv);

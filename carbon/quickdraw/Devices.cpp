@@ -34,8 +34,9 @@ static GDHandle ReferenceOf(DeviceRecord* inDevice)
 
 static DeviceRecord* FindDevice(GDHandle inDevice)
 {
-    return inDevice ? Devices().Find((const DeviceRecord*)((uintptr_t)inDevice - offsetof(DeviceRecord, fPointer)))
-                    : nullptr;
+    return inDevice
+               ? Devices().Find((const DeviceRecord*)((uintptr_t)inDevice - offsetof(DeviceRecord, fPointer)))
+               : nullptr;
 }
 
 static GDHandle gCurrentDevice = nullptr; // null: the main device

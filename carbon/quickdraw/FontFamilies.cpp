@@ -50,7 +50,7 @@ static constexpr ClassicFamily kClassicFamilies[] = {
 
 struct KnownFiles {
     const char* family;
-    const char* path; // before the style
+    const char* path;      // before the style
     const char* styles[4]; // plain, bold, italic, both
 };
 
@@ -96,7 +96,8 @@ void SubstituteFamily(std::string_view inName, std::string_view inInstalledFamil
     Substitutes()[Lowered(inName)] = inInstalledFamily;
 }
 
-// Numbers of families that have no published one: from their name, so that they are the same in every process.
+// Numbers of families that have no published one: from their name, so that they are the same in every
+// process.
 static constexpr int kFirstNumber = 3000, kNumbers = 13000;
 
 static int HomeNumber(const std::string& inLoweredName)
@@ -227,7 +228,8 @@ static FaceFile KnownFile(const std::string& inFamily, bool inBold, bool inItali
     for (const KnownFiles& known : kKnownFiles) {
         if (!SameName(known.family, inFamily))
             continue;
-        const std::string path = std::string(known.path) + known.styles[(inBold ? 1 : 0) + (inItalic ? 2 : 0)];
+        const std::string path =
+            std::string(known.path) + known.styles[(inBold ? 1 : 0) + (inItalic ? 2 : 0)];
         if (access(path.c_str(), R_OK) == 0)
             return { path, 0, inBold, inItalic };
     }

@@ -1,4 +1,5 @@
-// Families by number and name, and the files of their faces. Classic families are stood in for by installed ones.
+// Families by number and name, and the files of their faces. Classic families are stood in for by installed
+// ones.
 #ifndef LAMPBLACK_QUICKDRAW_FONTFAMILIES_H
 #define LAMPBLACK_QUICKDRAW_FONTFAMILIES_H
 

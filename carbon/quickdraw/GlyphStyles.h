@@ -14,8 +14,9 @@ struct CoverageMap {
     std::vector<uint8_t> bits;
 };
 
-void Smear(CoverageMap&);            // bold: once more, one pixel to the right
-void Hollow(CoverageMap&, int shadow); // the outline around it, and a shadow of that many pixels below and right
+void Smear(CoverageMap&); // bold: once more, one pixel to the right
+void Hollow(CoverageMap&,
+            int shadow); // the outline around it, and a shadow of that many pixels below and right
 
 // By how much a style widens every character.
 int ExtraAdvance(Style face, bool smears);

@@ -13,9 +13,7 @@ Transfer TransferOf(short inMode)
         { Action::Invert, Action::Leave }, // xor
         { Action::Back, Action::Leave },   // bic
         { Action::Back, Action::Fore },    // the same of the inverted source
-        { Action::Leave, Action::Fore },
-        { Action::Leave, Action::Invert },
-        { Action::Leave, Action::Back },
+        { Action::Leave, Action::Fore },   { Action::Leave, Action::Invert }, { Action::Leave, Action::Back },
     };
     return inMode >= 0 && inMode <= notPatBic ? kTransfers[inMode & 7] : kTransfers[0];
 }

@@ -1,5 +1,6 @@
-// How pixels change when something is drawn. A transfer mode is what becomes of the pixels that the source sets
-// and of those that it leaves clear; every such change is (pixel & keep) ^ value, so that one loop serves all modes.
+// How pixels change when something is drawn. A transfer mode is what becomes of the pixels that the source
+// sets and of those that it leaves clear; every such change is (pixel & keep) ^ value, so that one loop
+// serves all modes.
 #ifndef LAMPBLACK_QUICKDRAW_INK_H
 #define LAMPBLACK_QUICKDRAW_INK_H
 
@@ -37,7 +38,7 @@ public:
 
 private:
     Pattern const* fPattern;
-    bool fSolid;        // fSet is for every pixel
+    bool fSolid; // fSet is for every pixel
     Change fSet, fClear;
 };
 

@@ -10,9 +10,9 @@ namespace lampblack::quickdraw {
 
 // What OpenRgn and OpenPoly collect.
 struct Outline {
-    std::vector<Point> points;  // of a polygon, in the order drawn
-    std::vector<Point> edges;   // of a region: pairs of end points
-    Region shapes;              // of a region: framed shapes, each one toggling
+    std::vector<Point> points;    // of a polygon, in the order drawn
+    std::vector<Point> edges;     // of a region: pairs of end points
+    Region shapes;                // of a region: framed shapes, each one toggling
     PolyHandle polygon = nullptr; // that will receive the points
 };
 

@@ -9,8 +9,8 @@ using namespace lampblack::quickdraw;
 
 namespace lampblack::quickdraw {
 
-// An application may flush after every sprite; the screen is composed no more often than it refreshes. What is
-// left out here is composed when the application next waits for events.
+// An application may flush after every sprite; the screen is composed no more often than it refreshes. What
+// is left out here is composed when the application next waits for events.
 static bool IsTimeToPresent()
 {
     static double last = -1;
@@ -41,7 +41,8 @@ static void Present()
 // What local coordinates have to be moved by to become global.
 static Point ToGlobal(const PortRecord& inPort)
 {
-    return { (short)(inPort.fGlobal.v - inPort.fMapBounds.top), (short)(inPort.fGlobal.h - inPort.fMapBounds.left) };
+    return { (short)(inPort.fGlobal.v - inPort.fMapBounds.top),
+             (short)(inPort.fGlobal.h - inPort.fMapBounds.left) };
 }
 
 static void MovePoint(const PortRecord* inPort, Point* ioPoint, int inSign)

@@ -56,7 +56,8 @@ struct PortRecord {
     PortRecord(const PortRecord&) = delete;
     PortRecord& operator=(const PortRecord&) = delete;
 
-    // What an application may look at; drawing trusts only the fields below, which an application cannot reach.
+    // What an application may look at; drawing trusts only the fields below, which an application cannot
+    // reach.
     PixMap fMap = {};
     PixMapPtr fMapPointer = &fMap;
 

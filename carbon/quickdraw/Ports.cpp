@@ -19,7 +19,7 @@ static Value* Answer(CGrafPtr inPort, Value* outValue, Member inMember)
     if (!outValue)
         return nullptr;
     const PortRecord* port = FindPort(inPort);
-    *outValue = port ? inMember(*port) : Value {};
+    *outValue = port ? inMember(*port) : Value{};
     return outValue;
 }
 
@@ -152,7 +152,7 @@ void* PortOwner(CGrafPtr inPort)
 PixelView PortPixels(CGrafPtr inPort)
 {
     const PortRecord* port = FindPort(inPort);
-    return port ? PixelView { port->fPixels, port->fRowPixels, port->fMapBounds } : PixelView {};
+    return port ? PixelView{ port->fPixels, port->fRowPixels, port->fMapBounds } : PixelView{};
 }
 
 void PortWasPresented(CGrafPtr inPort)

@@ -16,7 +16,8 @@ static short Scaled(int inValue, int inNumerator, int inDenominator)
         return 0;
     const int64_t product = (int64_t)inValue * inNumerator;
     const int64_t half = std::abs(inDenominator) / 2;
-    return Clamped((int)std::clamp<int64_t>((product + (product < 0 ? -half : half)) / inDenominator, -40000, 40000));
+    return Clamped(
+        (int)std::clamp<int64_t>((product + (product < 0 ? -half : half)) / inDenominator, -40000, 40000));
 }
 
 Point Mapped(Point inPoint, const Rect& from, const Rect& to)
@@ -28,8 +29,8 @@ Point Mapped(Point inPoint, const Rect& from, const Rect& to)
 
 Rect Mapped(const Rect& inRect, const Rect& from, const Rect& to)
 {
-    const Point topLeft = Mapped(Point { inRect.top, inRect.left }, from, to);
-    const Point bottomRight = Mapped(Point { inRect.bottom, inRect.right }, from, to);
+    const Point topLeft = Mapped(Point{ inRect.top, inRect.left }, from, to);
+    const Point bottomRight = Mapped(Point{ inRect.bottom, inRect.right }, from, to);
     return { topLeft.v, topLeft.h, bottomRight.v, bottomRight.h };
 }
 
@@ -108,7 +109,7 @@ void InsetRect(Rect* r, short dh, short dv)
 
 Boolean SectRect(const Rect* src1, const Rect* src2, Rect* dstRect)
 {
-    const Box box = src1 && src2 ? Intersection(BoxOf(*src1), BoxOf(*src2)) : Box { 0, 0, 0, 0 };
+    const Box box = src1 && src2 ? Intersection(BoxOf(*src1), BoxOf(*src2)) : Box{ 0, 0, 0, 0 };
     const bool meets = !IsEmpty(box);
     if (dstRect)
         *dstRect = meets ? RectOf(box) : kEmptyRect;

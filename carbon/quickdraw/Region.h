@@ -80,7 +80,10 @@ public:
             pixman_region32_union_rect(&fRegion, &fRegion, b.x1, b.y1, (unsigned)(b.x2 - b.x1),
                                        (unsigned)(b.y2 - b.y1));
     }
-    void Intersect(const Region& a, const Region& b) { pixman_region32_intersect(&fRegion, a.Get(), b.Get()); }
+    void Intersect(const Region& a, const Region& b)
+    {
+        pixman_region32_intersect(&fRegion, a.Get(), b.Get());
+    }
     void Intersect(const Box& b)
     {
         if (quickdraw::IsEmpty(b))

@@ -98,7 +98,7 @@ Rect* GetRegionBounds(RgnHandle region, Rect* bounds)
     if (!bounds)
         return nullptr;
     const Region* r = FindRegion(region);
-    *bounds = r && !r->IsEmpty() ? RectOf(r->Extents()) : Rect { 0, 0, 0, 0 };
+    *bounds = r && !r->IsEmpty() ? RectOf(r->Extents()) : Rect{ 0, 0, 0, 0 };
     return bounds;
 }
 

@@ -7,14 +7,16 @@
 namespace lampblack::quickdraw {
 
 RoundShape::RoundShape(const Box& inBox, int inOvalWidth, int inOvalHeight)
-    : fBox(inBox), fOvalWidth(std::clamp(inOvalWidth, 0, std::max(0, inBox.x2 - inBox.x1))),
+    : fBox(inBox),
+      fOvalWidth(std::clamp(inOvalWidth, 0, std::max(0, inBox.x2 - inBox.x1))),
       fOvalHeight(std::clamp(inOvalHeight, 0, std::max(0, inBox.y2 - inBox.y1)))
 {
 }
 
 RoundShape RoundShape::Inside(int inPenWidth, int inPenHeight) const
 {
-    const Box box = { fBox.x1 + inPenWidth, fBox.y1 + inPenHeight, fBox.x2 - inPenWidth, fBox.y2 - inPenHeight };
+    const Box box = { fBox.x1 + inPenWidth, fBox.y1 + inPenHeight, fBox.x2 - inPenWidth,
+                      fBox.y2 - inPenHeight };
     return RoundShape(box, fOvalWidth - 2 * inPenWidth, fOvalHeight - 2 * inPenHeight);
 }
 
@@ -72,7 +74,8 @@ Region RoundShape::AsRegion() const
 Wedge::Ray Wedge::RayAt(double inDegrees, int inWidth, int inHeight)
 {
     const double angle = inDegrees * 3.14159265358979323846 / 180.0;
-    return { std::llround(std::sin(angle) * 65536) * inWidth, -std::llround(std::cos(angle) * 65536) * inHeight };
+    return { std::llround(std::sin(angle) * 65536) * inWidth,
+             -std::llround(std::cos(angle) * 65536) * inHeight };
 }
 
 Wedge::Wedge(const Box& inBox, int inStartAngle, int inArcAngle) : fBox(inBox)

@@ -57,10 +57,10 @@ static void DrawFrame(Painter& ioPainter, const RoundShape& inShape, Point inPen
         return DrawWhole(ioPainter, inShape);
     if (!inShape.IsRectangle())
         return DrawRing(ioPainter, inShape, inner);
-    ioPainter.Fill(Box { outer.x1, outer.y1, outer.x2, hole.y1 });
-    ioPainter.Fill(Box { outer.x1, hole.y1, hole.x1, hole.y2 });
-    ioPainter.Fill(Box { hole.x2, hole.y1, outer.x2, hole.y2 });
-    ioPainter.Fill(Box { outer.x1, hole.y2, outer.x2, outer.y2 });
+    ioPainter.Fill(Box{ outer.x1, outer.y1, outer.x2, hole.y1 });
+    ioPainter.Fill(Box{ outer.x1, hole.y1, hole.x1, hole.y2 });
+    ioPainter.Fill(Box{ hole.x2, hole.y1, outer.x2, hole.y2 });
+    ioPainter.Fill(Box{ outer.x1, hole.y2, outer.x2, outer.y2 });
 }
 
 static void Draw(Verb inVerb, const Rect* inRect, int inOvalWidth, int inOvalHeight, const Pattern* inPattern)

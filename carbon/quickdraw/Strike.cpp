@@ -119,8 +119,8 @@ static CoverageMap CoverageOf(FT_GlyphSlot inSlot)
     map.height = (int)bitmap.rows;
     map.bits.resize((size_t)map.width * (size_t)map.height);
     for (int row = 0; row < map.height; ++row)
-        std::memcpy(map.bits.data() + (ptrdiff_t)row * map.width, bitmap.buffer + (ptrdiff_t)row * bitmap.pitch,
-                    (size_t)map.width);
+        std::memcpy(map.bits.data() + (ptrdiff_t)row * map.width,
+                    bitmap.buffer + (ptrdiff_t)row * bitmap.pitch, (size_t)map.width);
     return map;
 }
 
@@ -129,7 +129,8 @@ static CoverageMap Render(FT_GlyphSlot inSlot, bool inSlants)
     FT_Matrix slant = { 0x10000, 0x4000, 0, 0x10000 };
     if (inSlants && inSlot->format == FT_GLYPH_FORMAT_OUTLINE)
         FT_Outline_Transform(&inSlot->outline, &slant);
-    if (FT_Render_Glyph(inSlot, FT_RENDER_MODE_NORMAL) != 0 || inSlot->bitmap.pixel_mode != FT_PIXEL_MODE_GRAY)
+    if (FT_Render_Glyph(inSlot, FT_RENDER_MODE_NORMAL) != 0 ||
+        inSlot->bitmap.pixel_mode != FT_PIXEL_MODE_GRAY)
         return {};
     return CoverageOf(inSlot);
 }

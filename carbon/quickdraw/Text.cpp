@@ -41,7 +41,7 @@ static Bytes BytesOf(const void* inText, int inFirst, int inCount)
 
 static Bytes BytesOf(ConstStr255Param inString)
 {
-    return inString ? BytesOf(inString, 1, inString[0]) : Bytes {};
+    return inString ? BytesOf(inString, 1, inString[0]) : Bytes{};
 }
 
 // What SpaceExtra adds to a text with that many spaces.
@@ -258,7 +258,7 @@ void DrawText(const void* textBuf, short firstByte, short byteCount)
 short CharWidth(CharParameter ch)
 {
     const auto byte = (uint8_t)ch;
-    return Clamped(WidthOf(Bytes { &byte, 1 }));
+    return Clamped(WidthOf(Bytes{ &byte, 1 }));
 }
 
 short StringWidth(ConstStr255Param s)

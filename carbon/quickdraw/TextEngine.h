@@ -1,5 +1,5 @@
-// Text in UTF-8 by the fonts of QuickDraw, for floors whose text is not Mac Roman. Every character is drawn by its own
-// glyph, left to right; scripts whose letters join or turn around are not shaped yet.
+// Text in UTF-8 by the fonts of QuickDraw, for floors whose text is not Mac Roman. Every character is drawn
+// by its own glyph, left to right; scripts whose letters join or turn around are not shaped yet.
 #ifndef LAMPBLACK_QUICKDRAW_TEXTENGINE_H
 #define LAMPBLACK_QUICKDRAW_TEXTENGINE_H
 

@@ -28,7 +28,8 @@ static std::vector<uint8_t>& Gathered()
     return coverage;
 }
 
-TextPainter::TextPainter(PortRecord& inPort, SInt16 inMode, const Box& inTextBox) : fPort(inPort), fTextBox(inTextBox)
+TextPainter::TextPainter(PortRecord& inPort, SInt16 inMode, const Box& inTextBox)
+    : fPort(inPort), fTextBox(inTextBox)
 {
     const bool grayish = inMode == grayishTextOr;
     const uint32_t fore = grayish ? Mixed(inPort.fForePixel, inPort.fBackPixel, 128) : inPort.fForePixel;
@@ -76,9 +77,10 @@ static void InvertRow(uint32_t* ioPixels, const uint8_t* inCoverage, int inCount
 
 void TextPainter::Blend(const Glyph& inGlyph, const Box& whole, const Box& part)
 {
-    fTouched = { std::min(fTouched.x1, part.x1), std::min(fTouched.y1, part.y1), std::max(fTouched.x2, part.x2),
-                 std::max(fTouched.y2, part.y2) };
-    const uint8_t* coverage = inGlyph.coverage + (ptrdiff_t)(part.y1 - whole.y1) * inGlyph.width + (part.x1 - whole.x1);
+    fTouched = { std::min(fTouched.x1, part.x1), std::min(fTouched.y1, part.y1),
+                 std::max(fTouched.x2, part.x2), std::max(fTouched.y2, part.y2) };
+    const uint8_t* coverage =
+        inGlyph.coverage + (ptrdiff_t)(part.y1 - whole.y1) * inGlyph.width + (part.x1 - whole.x1);
     uint32_t* pixels = fPort.PixelAt(part.x1, part.y1);
     const int count = part.x2 - part.x1;
     for (int v = part.y1; v < part.y2; ++v, coverage += inGlyph.width, pixels += fPort.fRowPixels) {
@@ -105,7 +107,8 @@ void TextPainter::Gather(const Glyph& inGlyph, const Box& inBox)
     const Box part = Intersection(inBox, fTextBox);
     const int rowLength = fTextBox.x2 - fTextBox.x1;
     for (int v = part.y1; v < part.y2 && part.x1 < part.x2; ++v) {
-        const uint8_t* from = inGlyph.coverage + (ptrdiff_t)(v - inBox.y1) * inGlyph.width + (part.x1 - inBox.x1);
+        const uint8_t* from =
+            inGlyph.coverage + (ptrdiff_t)(v - inBox.y1) * inGlyph.width + (part.x1 - inBox.x1);
         uint8_t* to = Gathered().data() + (ptrdiff_t)(v - fTextBox.y1) * rowLength + (part.x1 - fTextBox.x1);
         for (int i = 0; i < part.x2 - part.x1; ++i)
             to[i] = std::max(to[i], from[i]);
@@ -117,7 +120,8 @@ void TextPainter::Cover(const Box& part, const uint8_t* coverage, int rowLength)
     for (int v = part.y1; v < part.y2; ++v, coverage += rowLength) {
         uint32_t* pixels = fPort.PixelAt(part.x1, v);
         for (int i = 0; i < part.x2 - part.x1; ++i) {
-            const uint32_t covered = fInverts ? (coverage[i] >= kHalf ? 256 : 0) : coverage[i] + (coverage[i] >> 7);
+            const uint32_t covered =
+                fInverts ? (coverage[i] >= kHalf ? 256 : 0) : coverage[i] + (coverage[i] >> 7);
             pixels[i] = Mixed(fClear.Of(pixels[i]), fSet.Of(pixels[i]), covered);
         }
     }
@@ -130,7 +134,8 @@ void TextPainter::DrawGathered()
         const Box part = Intersection(fTextBox, clip);
         if (!IsEmpty(part))
             Cover(part,
-                  Gathered().data() + (ptrdiff_t)(part.y1 - fTextBox.y1) * rowLength + (part.x1 - fTextBox.x1),
+                  Gathered().data() + (ptrdiff_t)(part.y1 - fTextBox.y1) * rowLength +
+                      (part.x1 - fTextBox.x1),
                   rowLength);
     }
 }

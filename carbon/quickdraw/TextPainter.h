@@ -44,7 +44,7 @@ private:
     bool fInverts = false; // no half-tones then, so that drawing twice restores
     bool fGathers = false; // the background is drawn too: all glyphs are gathered first
     Box fTextBox;
-    Box fOpen = { 0, 0, 0, 0 };   // a box without clipping inside
+    Box fOpen = { 0, 0, 0, 0 }; // a box without clipping inside
     Box fTouched = { 32767, 32767, -32768, -32768 };
 };
 

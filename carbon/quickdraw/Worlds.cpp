@@ -17,8 +17,9 @@ static QDErr CheckWorld(short inDepth, const Rect* inBounds)
         return paramErr;
     if (inDepth != 0 && inDepth != 32)
         return cDepthErr;
-    return CanHoldPixels(inBounds->right - inBounds->left, inBounds->bottom - inBounds->top) ? (QDErr)noErr
-                                                                                            : (QDErr)paramErr;
+    return CanHoldPixels(inBounds->right - inBounds->left, inBounds->bottom - inBounds->top)
+               ? (QDErr)noErr
+               : (QDErr)paramErr;
 }
 
 static void TakeBounds(PortRecord& ioPort, const Rect& inBounds)
@@ -67,8 +68,8 @@ static GWorldFlags Failed(QDErr inError)
 
 } // namespace lampblack::quickdraw
 
-QDErr NewGWorld(GWorldPtr* offscreenGWorld, short PixelDepth, const Rect* boundsRect, CTabHandle, GDHandle aGDevice,
-                GWorldFlags flags)
+QDErr NewGWorld(GWorldPtr* offscreenGWorld, short PixelDepth, const Rect* boundsRect, CTabHandle,
+                GDHandle aGDevice, GWorldFlags flags)
 {
     if (!offscreenGWorld)
         return paramErr;
@@ -90,8 +91,8 @@ QDErr NewGWorld(GWorldPtr* offscreenGWorld, short PixelDepth, const Rect* bounds
     return noErr;
 }
 
-GWorldFlags UpdateGWorld(GWorldPtr* offscreenGWorld, short pixelDepth, const Rect* boundsRect, CTabHandle, GDHandle,
-                         GWorldFlags flags)
+GWorldFlags UpdateGWorld(GWorldPtr* offscreenGWorld, short pixelDepth, const Rect* boundsRect, CTabHandle,
+                         GDHandle, GWorldFlags flags)
 {
     PortRecord* port = offscreenGWorld ? FindWorld(*offscreenGWorld) : nullptr;
     const QDErr error = port ? CheckWorld(pixelDepth, boundsRect) : (QDErr)paramErr;
@@ -202,7 +203,7 @@ Rect* GetPixBounds(PixMapHandle pm, Rect* bounds)
     if (!bounds)
         return nullptr;
     const PortRecord* port = FindPort(pm);
-    *bounds = port ? port->fMapBounds : Rect { 0, 0, 0, 0 };
+    *bounds = port ? port->fMapBounds : Rect{ 0, 0, 0, 0 };
     return bounds;
 }
 

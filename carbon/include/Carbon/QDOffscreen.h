@@ -29,8 +29,8 @@ LAMPBLACK_BEGIN_C
 
 // NewGWorld
 //
-// Makes an offscreen world whose port bounds are boundsRect and whose first pixels are black. PixelDepth is 32,
-// or 0 for the deepest device. aGDevice is taken only with noNewDevice; cTable, NULL by default, is of no
+// Makes an offscreen world whose port bounds are boundsRect and whose first pixels are black. PixelDepth is
+// 32, or 0 for the deepest device. aGDevice is taken only with noNewDevice; cTable, NULL by default, is of no
 // use to direct pixels.
 //
 // Ownership:  the caller owns *offscreenGWorld; release it with DisposeGWorld.
@@ -44,8 +44,8 @@ QDErr NewGWorld(GWorldPtr* offscreenGWorld, short PixelDepth, const Rect* bounds
 // Changes bounds (and depth) of a world. Pixels are kept with clipPix, stretched to the new size with
 // stretchPix, and black otherwise; a world that only moves keeps them in any case. Answers what changed,
 // or gwFlagErr, and QDError says why.
-GWorldFlags UpdateGWorld(GWorldPtr* offscreenGWorld, short pixelDepth, const Rect* boundsRect, CTabHandle cTable,
-                         GDHandle aGDevice, GWorldFlags flags);
+GWorldFlags UpdateGWorld(GWorldPtr* offscreenGWorld, short pixelDepth, const Rect* boundsRect,
+                         CTabHandle cTable, GDHandle aGDevice, GWorldFlags flags);
 
 void DisposeGWorld(GWorldPtr offscreenGWorld);
 

@@ -1,5 +1,5 @@
-// QuickDraw: ports, regions, pens, shapes, colours, copying of pixels, cursors. Begin with SetPort; a shape is
-// drawn in the current port, clipped to its bounds, its clip region and its visible region. With no valid
+// QuickDraw: ports, regions, pens, shapes, colours, copying of pixels, cursors. Begin with SetPort; a shape
+// is drawn in the current port, clipped to its bounds, its clip region and its visible region. With no valid
 // current port nothing is drawn. Drawing calls take rectangles that are half-open.
 #ifndef LAMPBLACK_CARBON_QUICKDRAW_H
 #define LAMPBLACK_CARBON_QUICKDRAW_H
@@ -171,7 +171,8 @@ typedef struct GDevice GDevice;
 typedef GDevice* GDPtr;
 typedef GDPtr* GDHandle;
 
-static_assert(sizeof(Pattern) == 8 && sizeof(Cursor) == 68 && sizeof(PenState) == 18 && sizeof(ColorSpec) == 8,
+static_assert(sizeof(Pattern) == 8 && sizeof(Cursor) == 68 && sizeof(PenState) == 18 &&
+                  sizeof(ColorSpec) == 8,
               "the published sizes");
 
 typedef SInt32 QDRegionParseDirection;
@@ -192,7 +193,8 @@ LAMPBLACK_BEGIN_C
 // Errors of the last QuickDraw call that can fail.
 QDErr QDError(void);
 
-// Ports ------------------------------------------------------------------------------------------------------
+// Ports
+// ------------------------------------------------------------------------------------------------------
 
 // CreateNewPort
 //
@@ -261,7 +263,8 @@ OSStatus QDAddRegionToDirtyRegion(CGrafPtr port, RgnHandle inRegion);
 OSErr LockPortBits(GrafPtr port);
 OSErr UnlockPortBits(GrafPtr port);
 
-// Globals and devices ----------------------------------------------------------------------------------------
+// Globals and devices
+// ----------------------------------------------------------------------------------------
 
 CGrafPtr GetQDGlobalsThePort(void);
 BitMap* GetQDGlobalsScreenBits(BitMap* screenBits);
@@ -285,7 +288,8 @@ GDHandle GetMaxDevice(const Rect* globalRect); // NULL when the rectangle is on 
 Boolean TestDeviceAttribute(GDHandle gdh, short attribute);
 void ScreenRes(short* scrnHRes, short* scrnVRes);
 
-// Points and rectangles --------------------------------------------------------------------------------------
+// Points and rectangles
+// --------------------------------------------------------------------------------------
 
 void SetPt(Point* pt, short h, short v);
 void AddPt(Point src, Point* dst);
@@ -306,8 +310,8 @@ RgnHandle QDGlobalToLocalRegion(CGrafPtr port, RgnHandle region);
 
 void SetRect(Rect* r, short left, short top, short right, short bottom);
 void OffsetRect(Rect* r, short dh, short dv);
-void InsetRect(Rect* r, short dh, short dv);                           // (0,0,0,0) when nothing is left
-Boolean SectRect(const Rect* src1, const Rect* src2, Rect* dstRect);   // (0,0,0,0) and false when apart
+void InsetRect(Rect* r, short dh, short dv);                         // (0,0,0,0) when nothing is left
+Boolean SectRect(const Rect* src1, const Rect* src2, Rect* dstRect); // (0,0,0,0) and false when apart
 void UnionRect(const Rect* src1, const Rect* src2, Rect* dstRect);
 Boolean EqualRect(const Rect* rect1, const Rect* rect2);
 Boolean EmptyRect(const Rect* r);
@@ -321,8 +325,9 @@ void PtToAngle(const Rect* r, Point pt, short* angle);
 #define MacEqualRect EqualRect
 #define MacPtInRect PtInRect
 
-// Pen and lines ----------------------------------------------------------------------------------------------
-// The pen hangs below and to the right of the path.
+// Pen and lines
+// ---------------------------------------------------------------------------------------------- The pen
+// hangs below and to the right of the path.
 
 void HidePen(void);
 void ShowPen(void);
@@ -339,7 +344,8 @@ void LineTo(short h, short v);
 void Line(short dh, short dv);
 #define MacLineTo LineTo
 
-// Colours ----------------------------------------------------------------------------------------------------
+// Colours
+// ----------------------------------------------------------------------------------------------------
 
 void ForeColor(SInt32 color);
 void BackColor(SInt32 color);
@@ -355,9 +361,10 @@ Boolean GetPixel(short h, short v); // whether the pixel is not white
 void GetIndPattern(Pattern* thePat, short patternListID, short index);
 PatHandle GetPattern(short patternID);
 
-// Shapes -----------------------------------------------------------------------------------------------------
-// Frame draws with the pen inside the shape, Paint fills with the pen's pattern and mode, Erase with the
-// background pattern, Invert inverts pixels, Fill uses the given pattern.
+// Shapes
+// ----------------------------------------------------------------------------------------------------- Frame
+// draws with the pen inside the shape, Paint fills with the pen's pattern and mode, Erase with the background
+// pattern, Invert inverts pixels, Fill uses the given pattern.
 
 void FrameRect(const Rect* r);
 void PaintRect(const Rect* r);
@@ -399,7 +406,8 @@ void ErasePoly(PolyHandle poly);
 void InvertPoly(PolyHandle poly);
 void FillPoly(PolyHandle poly, const Pattern* pat);
 
-// Regions ----------------------------------------------------------------------------------------------------
+// Regions
+// ----------------------------------------------------------------------------------------------------
 
 RgnHandle NewRgn(void);
 void DisposeRgn(RgnHandle rgn);
@@ -452,19 +460,21 @@ void DisposeRegionToRectsUPP(RegionToRectsUPP userUPP);
 OSStatus InvokeRegionToRectsUPP(UInt16 message, RgnHandle rgn, const Rect* rect, void* refCon,
                                 RegionToRectsUPP userUPP);
 
-// Copying pixels ---------------------------------------------------------------------------------------------
+// Copying pixels
+// ---------------------------------------------------------------------------------------------
 
 // CopyBits
 //
 // Copies srcRect of the source onto dstRect of the destination, scaling when they differ in size (the nearest
 // pixel). Where the destination belongs to the current port its clip and visible regions hold; maskRgn, which
-// may be NULL, is in the destination's coordinates. With a foreground that is not black or a background that is
-// not white, pixels are colourised bit by bit: black becomes the foreground, white the background.
+// may be NULL, is in the destination's coordinates. With a foreground that is not black or a background that
+// is not white, pixels are colourised bit by bit: black becomes the foreground, white the background.
 //
-// Shape:      sources of depth 32 and bit maps of depth 1; destinations of depth 32. Others are left alone, and
+// Shape:      sources of depth 32 and bit maps of depth 1; destinations of depth 32. Others are left alone,
+// and
 //             QDError answers cDepthErr.
-void CopyBits(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect, const Rect* dstRect, short mode,
-              RgnHandle maskRgn);
+void CopyBits(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect, const Rect* dstRect,
+              short mode, RgnHandle maskRgn);
 
 // ScrollRect
 //
@@ -472,7 +482,8 @@ void CopyBits(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect,
 // be NULL) receives.
 void ScrollRect(const Rect* r, short dh, short dv, RgnHandle updateRgn);
 
-// Cursors ----------------------------------------------------------------------------------------------------
+// Cursors
+// ----------------------------------------------------------------------------------------------------
 
 void InitCursor(void); // the arrow, visible
 void SetCursor(const Cursor* crsr);
