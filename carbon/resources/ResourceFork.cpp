@@ -21,9 +21,10 @@ constexpr size_t kTypeLength = 8;
 constexpr size_t kReferenceLength = 12;
 constexpr size_t kNoType = (size_t)-1;
 
+// Neighbouring IDs, the usual case, take neighbouring slots, each type's from a place of its own.
 size_t Hash(OSType inType, uint16_t inID)
 {
-    return (size_t)(((uint64_t)(inType * 0x9E3779B1u + inID) * 0x9E3779B97F4A7C15u) >> 32);
+    return (size_t)((inType * (uint64_t)0x9E3779B97F4A7C15u) >> 32) + inID;
 }
 
 } // namespace
