@@ -54,8 +54,8 @@ void PaintSideTitleBar(Canvas& ioCanvas, int inWidth, int inHeight, Look inLook)
 void PaintWindowBorder(Canvas& ioCanvas, int inWidth, int inHeight, Look inLook)
 {
     const double thickness = inLook.variant;
-    ioCanvas.Box(0, 0, inWidth, inHeight);
-    ioCanvas.Fill(thickness > 1 ? kDialog : Color{ 0xA0A0A0 });
+    ioCanvas.Box(thickness / 2, thickness / 2, inWidth - thickness, inHeight - thickness);
+    ioCanvas.Stroke(thickness > 1 ? kDialog : Color{ 0xA0A0A0 }, thickness);
     if (thickness <= 1)
         return;
     ioCanvas.Box(0.5, 0.5, inWidth - 1, inHeight - 1);
