@@ -15,9 +15,18 @@ place() {
         }' "$resources" | tr -d ','
 }
 
-# The window's content starts here on the screen; a drag changes it.
-read -r top left bottom right <<<"$(place DLOG kGalleryWindow)"
-[ -n "${right:-}" ] || fail "no window in $resources"
+# find_content: sets left and top to where the window's white content is on the screen, below the menu bar.
+find_content() {
+    picture now
+    local box
+    box=$(convert "$pictures/$name.now.png" -crop 0x0+0+24 +repage -fill black +opaque white -format '%@' info:)
+    left=$(echo "$box" | cut -d+ -f2)
+    top=$(($(echo "$box" | cut -d+ -f3) + 24))
+    [ "${box%%+*}" = "$width"x"$height" ]
+}
+set -- $(place DLOG kGalleryWindow)
+[ $# = 4 ] || fail "no window in $resources"
+width=$(($4 - $2)) height=$(($3 - $1))
 
 # at CONTROL: its middle on the screen, as "x y".
 at() {
@@ -42,11 +51,8 @@ looks_different() {
     different "$pictures/$name.before.png" "$pictures/$name.after.png" "$(area "$1")"
 }
 
-# The window is there when the middle of its content is no longer the colour of the desk.
-sees_window() { [ "$(pixel $((left + 10)) $((top + 10)))" != "$(pixel 5 700)" ]; }
-
 start "$gallery" gallery
-until_true 5 sees_window || fail "the gallery's window is not where its resource says"
+until_true 5 find_content || fail "no white content of $width x $height is on the screen"
 picture open
 
 changes kMoveBox click $(at kMoveBox)
@@ -54,8 +60,9 @@ changes kLargeBox click $(at kLargeBox)
 changes kBlueButton click $(at kBlueButton)
 
 drag $((left + 200)) $((top - 11)) $((left + 260)) $((top + 29))
-left=$((left + 60)) top=$((top + 40))
-picture moved
+expected="$((left + 60)) $((top + 40))"
+find_content
+[ "$left $top" = "$expected" ] || fail "dragged by its title bar, the window is at $left $top, not at $expected"
 
 changes kNameField click $(at kNameField)
 keys ctrl+a
