@@ -76,6 +76,28 @@ LAMPBLACK_INTERPOSE OSStatus InstallEventHandler(EventTargetRef target, EventHan
                                                                       out);
 }
 
+// Stands first: the answer to which system this is lasts as long as the process, forks included.
+TEST_CASE(
+    "CTimer: before Mac OS X menu tracking and Navigation dialogs suspend every timer, one handler for all")
+{
+    CHECK(InFreshProcess([] {
+              lampblack::host::SetGestalt('sysv', 0x0922);
+              CTimer* a = new Counter(1, 1);
+              CTimer* b = new Counter(1, 1);
+              bool good = gMenuHandlers == 1;
+              SendMenuEvent(kEventMenuBeginTracking);
+              good = good && a->fSuspendCount == 1 && b->fSuspendCount == 1;
+              CTimer::NavDialogOpen();
+              good = good && a->fSuspendCount == 2 && b->fSuspendCount == 2;
+              CTimer::NavDialogClosed();
+              SendMenuEvent(kEventMenuEndTracking);
+              good = good && a->fSuspendCount == 0 && b->fSuspendCount == 0;
+              delete a;
+              delete b;
+              return static_cast<int>(good);
+          }) == 1);
+}
+
 TEST_CASE("CTimer: a repeating timer fires after its delay, then at its interval")
 {
     Counter* timer = new Counter(0.5, 0.25);
@@ -280,27 +302,6 @@ TEST_CASE("CTimer: on Mac OS X no menu handler is installed and Navigation dialo
     CHECK(gNextFires.empty());
     CHECK(timer->fSuspendCount == 0);
     delete timer;
-}
-
-TEST_CASE(
-    "CTimer: before Mac OS X menu tracking and Navigation dialogs suspend every timer, one handler for all")
-{
-    CHECK(InFreshProcess([] {
-              lampblack::host::SetGestalt('sysv', 0x0922);
-              CTimer* a = new Counter(1, 1);
-              CTimer* b = new Counter(1, 1);
-              bool good = gMenuHandlers == 1;
-              SendMenuEvent(kEventMenuBeginTracking);
-              good = good && a->fSuspendCount == 1 && b->fSuspendCount == 1;
-              CTimer::NavDialogOpen();
-              good = good && a->fSuspendCount == 2 && b->fSuspendCount == 2;
-              CTimer::NavDialogClosed();
-              SendMenuEvent(kEventMenuEndTracking);
-              good = good && a->fSuspendCount == 0 && b->fSuspendCount == 0;
-              delete a;
-              delete b;
-              return static_cast<int>(good);
-          }) == 1);
 }
 
 TEST_CASE("CTimerMenuEventHandler: leaves the event to other handlers")
