@@ -8,7 +8,6 @@
 namespace lampblack::resources {
 
 OSErr SetResourceError(OSErr); // answers it
-bool IsLoading();
 
 } // namespace lampblack::resources
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <unordered_set>
 
 using namespace lampblack::resources;
 
@@ -74,9 +75,10 @@ size_t CountInChain(ResType inType)
 std::vector<OSType> TypesInChain()
 {
     std::vector<OSType> types;
+    std::unordered_set<OSType> seen;
     for (const auto& file : Chain().Files())
         for (size_t i = 0; i < file->fork.TypeCount(); ++i)
-            if (std::find(types.begin(), types.end(), file->fork.TypeAt(i)) == types.end())
+            if (seen.insert(file->fork.TypeAt(i)).second)
                 types.push_back(file->fork.TypeAt(i));
     return types;
 }
@@ -126,11 +128,6 @@ void CopyNthString(Bytes inList, SInt16 inIndex, StringPtr outString)
 OSErr SetResourceError(OSErr inError)
 {
     return gError = inError;
-}
-
-bool IsLoading()
-{
-    return gLoad;
 }
 
 } // namespace lampblack::resources
