@@ -216,7 +216,7 @@ void PaintListHeader(Canvas& ioCanvas, int inWidth, int inHeight, Look inLook)
 
 void PaintTriangle(Canvas& ioCanvas, int inWidth, int inHeight, Look inLook)
 {
-    static constexpr double kStrength[] = { 0.55, 0.72, 1.0 };
+    static constexpr double kStrength[] = { 0.55, 0.78, 1.0 };
     static constexpr Color kTone[] = { { 0x5A5A5A }, { 0x2B2B2B }, { 0x8A8A8A }, { 0xB4B4B4 } };
     const double half = std::min(inWidth, inHeight) / 2.0 * kStrength[std::min<int>(inLook.value, 2)];
     PaintArrow(ioCanvas, inWidth / 2.0, inHeight / 2.0, half, inLook.variant, kTone[(int)inLook.tone]);

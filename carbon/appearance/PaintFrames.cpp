@@ -52,7 +52,7 @@ void PaintGroup(Canvas& ioCanvas, int inWidth, int inHeight, Look inLook)
     cairo_set_operator(ioCanvas.Context(), CAIRO_OPERATOR_SOURCE);
     ioCanvas.Fill(Black((inLook.value ? 0.038 : 0.04) * strength));
     cairo_set_operator(ioCanvas.Context(), CAIRO_OPERATOR_OVER);
-    ioCanvas.StrokeDown(0, inHeight, { { 0, Black(0.24 * strength) }, { 1, Black(0.15 * strength) } }, 1);
+    ioCanvas.StrokeDown(0, 6, { { 0, Black(0.25 * strength) }, { 1, Black(0.17 * strength) } }, 1);
 }
 
 void PaintSeparator(Canvas& ioCanvas, int inWidth, int inHeight, Look inLook)
@@ -90,7 +90,7 @@ void PaintWell(Canvas& ioCanvas, int inWidth, int inHeight, Look inLook)
     cairo_set_operator(ioCanvas.Context(), CAIRO_OPERATOR_SOURCE);
     ioCanvas.Fill(inLook.value ? kWhite : Black(0));
     cairo_set_operator(ioCanvas.Context(), CAIRO_OPERATOR_OVER);
-    ioCanvas.StrokeDown(0, inHeight, { { 0, Black(0.5 * strength) }, { 1, Black(0.28 * strength) } }, 1);
+    ioCanvas.StrokeDown(0, 5, { { 0, Black(0.5 * strength) }, { 1, Black(0.3 * strength) } }, 1);
     ioCanvas.RoundBox(1.5, 1.5, inWidth - 3, inHeight - 4, 2);
     ioCanvas.StrokeDown(1, 4, { { 0, Black(0.12 * strength) }, { 1, Black(0.03 * strength) } }, 1);
 }
@@ -145,11 +145,12 @@ void PaintTab(Canvas& ioCanvas, int inWidth, int inHeight, Look inLook)
     const Face& face = FaceOf(Look{ inLook.tone, (uint8_t)(front ? 1 : 0), 0 });
     cairo_save(ioCanvas.Context());
     TurnTab(ioCanvas.Context(), inLook.variant, inWidth, inHeight);
-    const double bottom = height - (front ? 0 : kThemeTabPaneOverlap - 1);
+    const double bottom =
+        height - (int)kThemeTabPaneOverlap + 1; // its lower edge lies on the pane's upper one
     ioCanvas.RoundBox(0, 0, length, bottom, radius, radius, 0, 0);
-    ioCanvas.FillDown(0, height, { { 0, face.edgeTop }, { 1, face.edgeBottom } });
-    ioCanvas.RoundBox(1, 1, length - 2, bottom - (front ? 1 : 2), radius - 1, radius - 1, 0, 0);
-    FillFace(ioCanvas, face, 1, height);
+    ioCanvas.FillDown(0, bottom, { { 0, face.edgeTop }, { 1, face.edgeBottom } });
+    ioCanvas.RoundBox(1, 1, length - 2, bottom - 2, radius - 1, radius - 1, 0, 0);
+    FillFace(ioCanvas, face, 1, bottom - 1);
     ioCanvas.RoundBox(1.5, 1.5, length - 3, bottom, radius - 1.5, radius - 1.5, 0, 0);
     ioCanvas.StrokeDown(1, 5, { { 0, White(0.7) }, { 1, White(0) } }, 1);
     cairo_restore(ioCanvas.Context());

@@ -76,6 +76,8 @@ void PaintScrollTrack(Canvas& ioCanvas, int inWidth, int inHeight, Look inLook)
     ioCanvas.Fill({ faint ? 0xCFCFCFu : 0xB4B4B4u });
     ioCanvas.Box(0, at.thickness - 1, at.length, 1);
     ioCanvas.Fill({ faint ? 0xDADADAu : 0xCACACAu });
+    ioCanvas.Box(0, 0, 1, at.thickness);
+    ioCanvas.Fill({ faint ? 0xDADADAu : 0xCACACAu });
 }
 
 void PaintScrollThumb(Canvas& ioCanvas, int inWidth, int inHeight, Look inLook)
@@ -98,14 +100,15 @@ void PaintScrollArrow(Canvas& ioCanvas, int inWidth, int inHeight, Look inLook)
         ioCanvas.Fill(face.edgeTop);
         ioCanvas.Box(0, at.thickness - 1, at.length, 1);
         ioCanvas.Fill(face.edgeTop);
-        ioCanvas.Box(inLook.value ? 0 : at.length - 1, 0, 1, at.thickness);
+        ioCanvas.Box(0, 0, 1, at.thickness);
+        ioCanvas.Fill(face.edgeTop);
+        ioCanvas.Box(at.length - 1, 0, increases ? 1 : 0, at.thickness);
         ioCanvas.Fill(face.edgeTop);
     }
     const int direction = horizontal ? (increases ? kThemeArrowRight : kThemeArrowLeft)
                                      : (increases ? kThemeArrowDown : kThemeArrowUp);
-    PaintArrow(ioCanvas, inWidth / 2.0 + (horizontal && inLook.value ? 0.5 : 0),
-               inHeight / 2.0 + (!horizontal && inLook.value ? 0.5 : 0), std::min(inWidth, inHeight) * 0.24,
-               direction, face.mark);
+    PaintArrow(ioCanvas, inWidth / 2.0, inHeight / 2.0, std::min(inWidth, inHeight) * 0.24, direction,
+               face.mark);
 }
 
 void PaintSliderTrack(Canvas& ioCanvas, int inWidth, int inHeight, Look inLook)

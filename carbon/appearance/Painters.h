@@ -23,7 +23,7 @@ void PaintTriangle(Canvas&, int, int, Look); // variant: a kThemeArrow… direct
 // Tracks. variant 1: horizontal (0: vertical), or what it says.
 void PaintScrollTrack(Canvas&, int, int, Look);
 void PaintScrollThumb(Canvas&, int, int, Look);
-void PaintScrollArrow(Canvas&, int, int, Look); // value: which end it joins, 0 first, 1 inner, 2 last
+void PaintScrollArrow(Canvas&, int, int, Look); // variant 2 added: the arrow to higher values
 void PaintSliderTrack(Canvas&, int, int, Look);
 void PaintSliderThumb(Canvas&, int, int, Look); // value: kThemeThumb… direction
 void PaintTick(Canvas&, int, int, Look);

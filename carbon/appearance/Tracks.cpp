@@ -36,10 +36,10 @@ Slices RoundEnds(const Rect& inRect, bool inHorizontal)
 void DrawArrows(const ScrollArrows& inArrows, bool inHorizontal, Tone inTone, ThemeTrackPressState inPressed)
 {
     const uint16_t lies = inHorizontal ? 1 : 0;
-    DrawPiece(PaintScrollArrow, Look{ PressedWhen(inPressed & kLowerArrowPressed, inTone), 1, lies },
+    DrawPiece(PaintScrollArrow, Look{ PressedWhen(inPressed & kLowerArrowPressed, inTone), 0, lies },
               inArrows.lower);
     DrawPiece(PaintScrollArrow,
-              Look{ PressedWhen(inPressed & kHigherArrowPressed, inTone), 1, (uint16_t)(lies | 2) },
+              Look{ PressedWhen(inPressed & kHigherArrowPressed, inTone), 0, (uint16_t)(lies | 2) },
               inArrows.higher);
 }
 
