@@ -74,6 +74,13 @@ Point LocalMouse(Record inRecord, Point inGlobal)
     return local;
 }
 
+// The button is down, or was when this click happened and its release still waits to be heard.
+bool IsPressed()
+{
+    EventRecord release = {};
+    return Button() || EventAvail(mUpMask, &release);
+}
+
 // Follows the mouse until it is released. Whatever runs meanwhile may dispose of the record.
 void Track(TEHandle inHandle, Span inAnchor, int inClicks)
 {
@@ -128,6 +135,6 @@ void TEClick(Point inLocal, Boolean inExtend, TEHandle inHandle)
         ChangeSelection(record, Joined(anchor, UnitAt(record, offset, clicks)));
         record->caretTime = (long)TickCount() + (long)GetCaretTime();
     }
-    if (StillDown())
+    if (IsPressed())
         Track(inHandle, anchor, clicks);
 }
