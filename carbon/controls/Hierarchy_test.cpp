@@ -61,7 +61,8 @@ TEST_CASE("EmbedControl: into a group; not into itself, its own child or what ta
     CHECK(parent == inner);
     CHECK(EmbedControl(group, group) == errCantEmbedIntoSelf);
     CHECK(EmbedControl(group, inner) == errCantEmbedIntoSelf);
-    CHECK(EmbedControl(inner, button) == errControlIsNotEmbedder);
+    const ControlRef other = window.Add(kControlPushButtonProc, { 200, 40, 220, 120 }, "Other");
+    CHECK(EmbedControl(other, button) == errControlIsNotEmbedder);
     CHECK(EmbedControl(window.Root(), group) == errCantEmbedRoot);
     CHECK(EmbedControl(nullptr, group) == paramErr);
 }

@@ -190,21 +190,38 @@ struct Key {
     UInt32 character = 0, code = 0, modifiers = 0;
 };
 
-bool KeyOf(EventRef inTextInput, Key* outKey)
+bool ReadKey(EventRef inRawKey, Key* outKey)
 {
-    EventRef raw = nullptr;
-    if (GetEventParameter(inTextInput, kEventParamTextInputSendKeyboardEvent, typeEventRef, nullptr,
-                          sizeof raw, nullptr, &raw) != noErr)
-        return false;
     char character = 0;
-    if (GetEventParameter(raw, kEventParamKeyMacCharCodes, typeChar, nullptr, sizeof character, nullptr,
+    if (GetEventParameter(inRawKey, kEventParamKeyMacCharCodes, typeChar, nullptr, sizeof character, nullptr,
                           &character) != noErr)
         return false;
     outKey->character = (UInt8)character;
-    outKey->modifiers = ModifiersOf(raw);
-    GetEventParameter(raw, kEventParamKeyCode, typeUInt32, nullptr, sizeof outKey->code, nullptr,
+    outKey->modifiers = ModifiersOf(inRawKey);
+    GetEventParameter(inRawKey, kEventParamKeyCode, typeUInt32, nullptr, sizeof outKey->code, nullptr,
                       &outKey->code);
     return true;
+}
+
+bool KeyOf(EventRef inTextInput, Key* outKey)
+{
+    EventRef raw = nullptr;
+    return GetEventParameter(inTextInput, kEventParamTextInputSendKeyboardEvent, typeEventRef, nullptr,
+                             sizeof raw, nullptr, &raw) == noErr &&
+           ReadKey(raw, outKey);
+}
+
+OSStatus PressCancel(WindowControls& inControls)
+{
+    return PressButton(inControls, kHICommandCancel, &WindowControls::cancelButton);
+}
+
+// With the Command key down a key types no text, so that this one is taken as a key.
+OSStatus RawKey(WindowControls& inControls, EventRef inEvent)
+{
+    Key key;
+    const bool isCancel = ReadKey(inEvent, &key) && key.character == '.' && (key.modifiers & cmdKey);
+    return isCancel ? PressCancel(inControls) : (OSStatus)eventNotHandledErr;
 }
 
 OSStatus KeyToFocus(WindowControls& inControls, const Key& inKey)
@@ -223,11 +240,8 @@ OSStatus TextInput(WindowControls& inControls, EventRef inEvent)
         return eventNotHandledErr;
     const WindowRef window = inControls.window;
     OSStatus status = eventNotHandledErr;
-    const bool isCancel = key.character == kEscape || (key.character == '.' && (key.modifiers & cmdKey));
-    if (isCancel)
-        return PressButton(inControls, kHICommandCancel, &WindowControls::cancelButton);
-    if (key.modifiers & cmdKey)
-        return eventNotHandledErr;
+    if (key.character == kEscape)
+        return PressCancel(inControls);
     if (key.character == kReturn || key.character == kEnter)
         status = PressButton(inControls, kHICommandOK, &WindowControls::defaultButton);
     if (key.character == kTab)
@@ -251,6 +265,7 @@ constexpr WindowEvent kStandard[] = {
     { kEventClassWindow, kEventWindowHandleContentClick, HandleContentClick },
     { kEventClassWindow, kEventWindowCursorChange, CursorChange },
     { kEventClassControl, kEventControlClick, ControlClick },
+    { kEventClassKeyboard, kEventRawKeyDown, RawKey },
     { kEventClassTextInput, kEventTextInputUnicodeForKeyEvent, TextInput },
 };
 
@@ -306,9 +321,10 @@ EventTargetRef KeyboardTarget(EventRef inEvent)
     return gWindowsKeyboardTarget ? gWindowsKeyboardTarget(inEvent) : nullptr;
 }
 
-void RouteKeysToFocus()
+void RouteToControls()
 {
     auto& routing = events::EventRouting();
+    routing.controlTarget = GetControlEventTarget;
     if (routing.keyboardTarget == KeyboardTarget)
         return;
     gWindowsKeyboardTarget = routing.keyboardTarget;
@@ -319,7 +335,7 @@ void RouteKeysToFocus()
 
 void InstallWindowHandler(WindowRef inWindow)
 {
-    RouteKeysToFocus();
+    RouteToControls();
     const EventTargetRef target = GetWindowEventTarget(inWindow);
     Install(target, kStandard, HandleStandard, inWindow);
     Install(target, kAlways, HandleAlways, inWindow);
