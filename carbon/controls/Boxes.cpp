@@ -6,6 +6,8 @@
 #include <Carbon/Appearance.h>
 #include <Carbon/MacWindows.h>
 
+#include <algorithm>
+
 namespace lampblack::controls {
 
 namespace {
@@ -26,7 +28,7 @@ public:
     using Kind::Kind;
     OSType Code() const override { return kControlKindUserPane; }
     UInt32 Features() const override { return kContainer; }
-    void Erase() override {}
+    bool IsErased() const override { return false; }
     void Draw(ControlPartCode) override {}
 };
 
@@ -41,19 +43,14 @@ public:
     {
         UseControlFont(fControl);
         const Rect title = TitleRect(), frame = FrameRect(title);
-        DrawFrameAround(frame, title);
+        DrawFrame(frame);
         if (HasCheckBox())
             DrawCheckBox(title);
         UseControlTextColor(fControl, kThemeTextColorDialogActive, kThemeTextColorDialogInactive);
         DrawLine(fControl.title, TextRect(title), 0);
     }
 
-    void Erase() override
-    {
-        UseControlFont(fControl);
-        const Rect title = TitleRect();
-        EraseRect(&title);
-    }
+    bool IsSurface() const override { return true; }
 
     ControlPartCode HitTest(Point inPoint) const override
     {
@@ -79,27 +76,27 @@ public:
     }
 
 private:
-    static constexpr SInt16 kTitleInset = 10, kTitleMargin = 3, kCheckBoxWidth = 20;
+    static constexpr SInt16 kTitleInset = 3, kTitleMargin = 3, kCheckBoxWidth = 20;
 
     bool HasCheckBox() const { return fControl.procID & 1; }
     bool IsSecondary() const { return fControl.procID & 4; }
 
-    // The title stands in the frame's upper left corner, with the frame's line broken behind it.
+    // The title stands above the frame's upper left corner.
     Rect TitleRect() const
     {
         const Rect& b = fControl.bounds;
         if (fControl.title.empty())
             return { b.top, b.left, b.top, b.left };
-        int width = WidthOf(fControl.title) + 2 * kTitleMargin + (HasCheckBox() ? kCheckBoxWidth : 0);
-        const int room = b.right - b.left - 2 * kTitleInset;
-        width = width < room ? width : (room > 0 ? room : 0);
+        const int width = WidthOf(fControl.title) + 2 * kTitleMargin + (HasCheckBox() ? kCheckBoxWidth : 0);
+        const int room = b.right - b.left - kTitleInset;
         const SInt16 left = (SInt16)(b.left + kTitleInset);
-        return { b.top, left, (SInt16)(b.top + FontLineHeight()), (SInt16)(left + width) };
+        return { b.top, left, (SInt16)(b.top + FontLineHeight()),
+                 (SInt16)(left + std::clamp(width, 0, std::max(room, 0))) };
     }
     Rect FrameRect(const Rect& inTitle) const
     {
         Rect frame = fControl.bounds;
-        frame.top = (SInt16)(frame.top + (inTitle.bottom - inTitle.top) / 2);
+        frame.top = inTitle.bottom;
         return frame;
     }
     Rect TextRect(const Rect& inTitle) const
@@ -108,21 +105,12 @@ private:
         text.left = (SInt16)(text.left + kTitleMargin + (HasCheckBox() ? kCheckBoxWidth : 0));
         return text;
     }
-    void DrawFrameAround(const Rect& inFrame, const Rect& inTitle)
+    void DrawFrame(const Rect& inFrame)
     {
-        RgnHandle old = NewRgn(), clip = NewRgn(), hole = NewRgn();
-        GetClip(old);
-        RectRgn(hole, &inTitle);
-        DiffRgn(old, hole, clip);
-        SetClip(clip);
         if (IsSecondary())
             DrawThemeSecondaryGroup(&inFrame, FrameState(fControl));
         else
             DrawThemePrimaryGroup(&inFrame, FrameState(fControl));
-        SetClip(old);
-        DisposeRgn(old);
-        DisposeRgn(clip);
-        DisposeRgn(hole);
     }
     void DrawCheckBox(const Rect& inTitle)
     {
@@ -157,7 +145,7 @@ public:
     using Kind::Kind;
     OSType Code() const override { return kControlKindPlacard; }
     UInt32 Features() const override { return kContainer; }
-    void Erase() override {}
+    bool IsSurface() const override { return true; }
     void Draw(ControlPartCode) override { DrawThemePlacard(&fControl.bounds, FrameState(fControl)); }
     bool SetUpBackground(SInt16 inDepth, Boolean inIsColor) override
     {
@@ -171,7 +159,7 @@ public:
     using Kind::Kind;
     OSType Code() const override { return kControlKindWindowHeader; }
     UInt32 Features() const override { return kContainer; }
-    void Erase() override {}
+    bool IsSurface() const override { return true; }
     void Draw(ControlPartCode) override
     {
         if (IsForListView())

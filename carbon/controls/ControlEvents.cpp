@@ -354,13 +354,13 @@ void SimulateHit(Control& inControl, UInt32 inModifiers)
     const ControlPartCode part = inControl.kind->DefaultPart();
     const ControlPartCode before = inControl.hilite;
     inControl.hilite = part;
-    Redraw(inControl);
+    RedrawErased(inControl);
     UInt32 ended = 0;
     Delay(kFlashTicks, &ended);
     if (!pin.Alive())
         return;
     inControl.hilite = before;
-    Redraw(inControl);
+    RedrawErased(inControl);
     inControl.kind->WasHit(part);
     SendHit(inControl, part, inModifiers);
 }

@@ -110,15 +110,74 @@ void DrawTouching(Control& inControl, const Rect& inArea)
         DrawTouching(*inControl.children[i], inArea);
 }
 
-void DrawErasedTree(Control& inControl)
+// Draws what an area of one control needs: the surfaces behind it, the control, and, when it is a surface
+// itself, all that lies on it. Behind and before are those of the order of drawing.
+class AreaOfOne {
+public:
+    AreaOfOne(Control& inOne, const Rect& inArea) : fOne(inOne), fArea(inArea) {}
+
+    void Walk(Control& inControl)
+    {
+        if (!inControl.visible)
+            return;
+        StPin pin(&inControl);
+        const bool isOne = &inControl == &fOne;
+        if ((isOne || Wants(inControl)) && Touches(inControl, fArea))
+            DrawOne(inControl);
+        fPassed |= isOne;
+        for (size_t i = 0; pin.Alive() && i < inControl.children.size(); ++i)
+            Walk(*inControl.children[i]);
+    }
+
+private:
+    bool Wants(const Control& inControl) const
+    {
+        return fPassed ? fOne.kind->IsSurface() : inControl.kind->IsSurface();
+    }
+
+    Control& fOne;
+    const Rect fArea;
+    bool fPassed = false;
+};
+
+template <class Visitor>
+void ForEachTop(WindowControls& inControls, Visitor&& inVisit)
+{
+    if (inControls.root)
+        inVisit(*inControls.root);
+    for (size_t i = 0; i < inControls.flat.size(); ++i)
+        inVisit(*inControls.flat[i]);
+}
+
+void RedrawOneErased(Control& inControl)
+{
+    const Rect area = inControl.kind->StructureBounds();
+    StClip clip(area);
+    EraseRect(&area);
+    AreaOfOne one(inControl, area);
+    ForEachTop(*inControl.owner, [&](Control& top) { one.Walk(top); });
+}
+
+bool LiesOn(const Control& inControl, const Control& inSurface)
+{
+    const Rect inner = inControl.kind->StructureBounds(), outer = inSurface.kind->StructureBounds();
+    Rect common;
+    SectRect(&inner, &outer, &common);
+    return inSurface.kind->IsSurface() && EqualRect(&common, &inner);
+}
+
+void RedrawTreeErased(Control& inControl)
 {
     if (!inControl.visible)
         return;
     StPin pin(&inControl);
-    inControl.kind->Erase();
-    DrawOne(inControl);
+    if (inControl.kind->IsErased())
+        RedrawOneErased(inControl);
+    else
+        DrawOne(inControl);
     for (size_t i = 0; pin.Alive() && i < inControl.children.size(); ++i)
-        DrawErasedTree(*inControl.children[i]);
+        if (!LiesOn(*inControl.children[i], inControl)) // else it was drawn with the surface
+            RedrawTreeErased(*inControl.children[i]);
 }
 
 } // namespace
@@ -146,8 +205,7 @@ void RedrawErased(Control& inControl)
     if (!CanDraw(inControl))
         return;
     StDrawing drawing(inControl);
-    SetUpControlBackground(inControl.Ref(), kScreenDepth, true);
-    DrawErasedTree(inControl);
+    RedrawTreeErased(inControl);
 }
 
 void RedrawArea(WindowControls& inControls, const Rect& inArea)

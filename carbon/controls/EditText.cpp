@@ -371,7 +371,7 @@ void EditText::Undo()
     SetText(undo.text);
     TESetSelect(undo.selStart, undo.selEnd, fText);
     fUndo = redo;
-    Redraw(fControl);
+    RedrawErased(fControl);
 }
 
 // --- Keys and commands

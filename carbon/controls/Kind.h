@@ -44,9 +44,11 @@ public:
 
     virtual void Draw(ControlPartCode inPart) = 0;
     virtual Rect StructureBounds() const { return fControl.bounds; } // all that it draws
-    // Before it is drawn over what it drew before. Containers leave what they contain, and what lies between,
-    // alone.
-    virtual void Erase();
+    // What has a surface of its own that other controls may lie on; it is drawn again behind them.
+    virtual bool IsSurface() const { return false; }
+    // Containers that are not seen themselves, and panes whose procedure covers what it drew, are never
+    // erased.
+    virtual bool IsErased() const { return true; }
     virtual ControlPartCode HitTest(Point) const { return kControlNoPart; }
     virtual OSStatus PartBounds(ControlPartCode inPart, Rect* outBounds) const;
 

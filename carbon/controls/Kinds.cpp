@@ -56,12 +56,6 @@ OSErr CopyOut(const std::string& inText, void* outData, Size inBufferSize)
     return noErr;
 }
 
-void Kind::Erase()
-{
-    const Rect bounds = StructureBounds();
-    EraseRect(&bounds);
-}
-
 OSStatus Kind::PartBounds(ControlPartCode inPart, Rect* outBounds) const
 {
     if (inPart == kControlEntireControl || inPart == kControlContentMetaPart)
@@ -87,7 +81,7 @@ ControlPartCode Kind::Track(const TrackInfo& inInfo)
         if (now != over) {
             over = now;
             fControl.hilite = over ? part : (ControlPartCode)kControlNoPart;
-            Redraw(fControl);
+            RedrawErased(fControl);
         }
         if (over && inInfo.action)
             InvokeControlActionUPP(fControl.Ref(), part, inInfo.action);
@@ -96,7 +90,7 @@ ControlPartCode Kind::Track(const TrackInfo& inInfo)
         return kControlNoPart;
     over = over && HitTest(mouse.Where()) == part;
     fControl.hilite = kControlNoPart;
-    Redraw(fControl);
+    RedrawErased(fControl);
     return over ? part : (ControlPartCode)kControlNoPart;
 }
 

@@ -68,13 +68,13 @@ public:
             return kControlNoPart;
         StPin pin(&fControl);
         fControl.hilite = kControlMenuPart;
-        Redraw(fControl);
+        RedrawErased(fControl);
         const MenuItemIndex chosen = Choose();
         if (!pin.Alive())
             return kControlNoPart;
         fControl.hilite = kControlNoPart;
         if (chosen == 0 || (SInt32)chosen == fControl.value) {
-            Redraw(fControl);
+            RedrawErased(fControl);
             return chosen ? (ControlPartCode)kControlMenuPart : (ControlPartCode)kControlNoPart;
         }
         SetControl32BitValue(fControl.Ref(), chosen);

@@ -128,7 +128,7 @@ protected:
         if (fControl.hilite == inPart)
             return;
         fControl.hilite = inPart;
-        Redraw(fControl);
+        RedrawErased(fControl);
     }
 
 private:
@@ -355,7 +355,7 @@ public:
     void Idle() override
     {
         ++fPhase;
-        Redraw(fControl);
+        RedrawErased(fControl);
     }
 
 private:

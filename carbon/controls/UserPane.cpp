@@ -20,7 +20,7 @@ public:
     }
     UInt32 Features() const override { return fFeatures | kControlSupportsDataAccess; }
 
-    void Erase() override {} // its drawing procedure covers what it drew
+    bool IsErased() const override { return false; }
     void Draw(ControlPartCode inPart) override
     {
         if (fDraw)
