@@ -66,23 +66,7 @@ void Release(Event* inEvent)
 
 namespace {
 
-constexpr size_t kAlignment = 8;
 constexpr size_t kLargest = 1u << 30; // no parameter of an honest caller is larger
-
-size_t RoomFor(size_t inSize)
-{
-    return (inSize + kAlignment - 1) & ~(kAlignment - 1);
-}
-
-inline void CopyBytes(UInt8* outTo, const void* inFrom, size_t inSize)
-{
-    if (inSize == 8)
-        memcpy(outTo, inFrom, 8);
-    else if (inSize == 4)
-        memcpy(outTo, inFrom, 4);
-    else if (inSize)
-        memcpy(outTo, inFrom, inSize);
-}
 
 Parameter* FindWithin(Event& ioEvent, EventParamName inName)
 {
@@ -100,18 +84,6 @@ LargeParameter* FindLarge(Event& ioEvent, EventParamName inName)
         if (parameter.name == inName)
             return &parameter;
     return nullptr;
-}
-
-bool AddWithin(Event& ioEvent, EventParamName inName, EventParamType inType, size_t inSize,
-               const void* inData)
-{
-    if (ioEvent.count == Event::kParameters || inSize > Event::kDataBytes - ioEvent.dataBytes) [[unlikely]]
-        return false;
-    Parameter& parameter = ioEvent.parameters[ioEvent.count++];
-    parameter = { inName, inType, (UInt16)inSize, ioEvent.dataBytes };
-    CopyBytes(ioEvent.data + ioEvent.dataBytes, inData, inSize);
-    ioEvent.dataBytes = (UInt16)(ioEvent.dataBytes + RoomFor(inSize));
-    return true;
 }
 
 OSStatus AddLarge(Event& ioEvent, EventParamName inName, EventParamType inType, size_t inSize,

@@ -90,6 +90,31 @@ inline bool FindParameter(const Event& inEvent, EventParamName inName, Found* ou
     return false;
 }
 
+// Parameters lie eight bytes apart or a multiple of that.
+inline size_t RoomFor(size_t inSize)
+{
+    return (inSize + 7) & ~size_t{ 7 };
+}
+
+// Adds a parameter that is not there yet; false when it finds no room within the record.
+inline bool AddWithin(Event& ioEvent, EventParamName inName, EventParamType inType, size_t inSize,
+                      const void* inData)
+{
+    if (ioEvent.count == Event::kParameters || inSize > Event::kDataBytes - ioEvent.dataBytes) [[unlikely]]
+        return false;
+    UInt8* data = ioEvent.data + ioEvent.dataBytes;
+    ioEvent.parameters[ioEvent.count++] = { inName, inType, (UInt16)inSize, ioEvent.dataBytes };
+    ioEvent.dataBytes = (UInt16)(ioEvent.dataBytes + RoomFor(inSize));
+    if (inSize == 4)
+        __builtin_memcpy(data, inData, 4);
+    else if (inSize == 8)
+        __builtin_memcpy(data, inData, 8);
+    else if (inSize)
+        __builtin_memcpy(data, inData, inSize);
+    return true;
+}
+
+// Sets any parameter, there already or not, of any size.
 OSStatus SetParameter(Event& ioEvent, EventParamName inName, EventParamType inType, size_t inSize,
                       const void* inData);
 void CopyParameters(const Event& inFrom, Event& ioTo);

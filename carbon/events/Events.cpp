@@ -66,17 +66,36 @@ OSStatus SetEventParameter(EventRef inEvent, EventParamName inName, EventParamTy
     Event* event = FindEvent(inEvent);
     if (!event || (inSize && !inDataPtr))
         return paramErr;
+    Found old;
+    const bool isPlain = inType != typeEventRef && !FindParameter(*event, inName, &old);
+    if (isPlain && AddWithin(*event, inName, inType, inSize, inDataPtr)) [[likely]]
+        return noErr;
     return SetParameter(*event, inName, inType, inSize, inDataPtr);
 }
 
 static inline void CopyOut(void* outData, const Found& inFound, size_t inBufferSize)
 {
-    if (inFound.size == 8 && inBufferSize >= 8)
-        memcpy(outData, inFound.data, 8);
-    else if (inFound.size == 4 && inBufferSize >= 4)
+    if (inFound.size == 4 && inBufferSize >= 4)
         memcpy(outData, inFound.data, 4);
+    else if (inFound.size == 8 && inBufferSize >= 8)
+        memcpy(outData, inFound.data, 8);
     else if (const size_t count = inFound.size < inBufferSize ? inFound.size : inBufferSize)
         memcpy(outData, inFound.data, count);
+}
+
+// Kept out of the common path, which then needs no stack.
+[[gnu::noinline]] static OSStatus GetCoerced(const Found& inFound, EventParamType inDesiredType,
+                                             EventParamType* outActualType, ByteCount inBufferSize,
+                                             ByteCount* outActualSize, void* outData)
+{
+    size_t size = 0;
+    if (const OSStatus status = Coerce(inFound, inDesiredType, inBufferSize, outData, &size))
+        return status;
+    if (outActualSize)
+        *outActualSize = size;
+    if (outActualType)
+        *outActualType = inFound.type;
+    return noErr;
 }
 
 OSStatus GetEventParameter(EventRef inEvent, EventParamName inName, EventParamType inDesiredType,
@@ -89,18 +108,12 @@ OSStatus GetEventParameter(EventRef inEvent, EventParamName inName, EventParamTy
     Found found;
     if (!FindParameter(*event, inName, &found))
         return eventParameterNotFoundErr;
-    if (found.type != inDesiredType && inDesiredType != typeWildCard) [[unlikely]] {
-        size_t size = 0;
-        if (const OSStatus status = Coerce(found, inDesiredType, inBufferSize, outData, &size))
-            return status;
-        if (outActualSize)
-            *outActualSize = size;
-    } else {
-        if (outData)
-            CopyOut(outData, found, inBufferSize);
-        if (outActualSize)
-            *outActualSize = found.size;
-    }
+    if (found.type != inDesiredType && inDesiredType != typeWildCard) [[unlikely]]
+        return GetCoerced(found, inDesiredType, outActualType, inBufferSize, outActualSize, outData);
+    if (outData)
+        CopyOut(outData, found, inBufferSize);
+    if (outActualSize)
+        *outActualSize = found.size;
     if (outActualType)
         *outActualType = found.type;
     return noErr;

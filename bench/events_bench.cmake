@@ -1,0 +1,11 @@
+# The peers; one that is not installed is left out.
+find_package(Qt6 QUIET COMPONENTS Core)
+if(TARGET Qt6::Core)
+  target_link_libraries(events_bench PRIVATE Qt6::Core)
+  target_compile_definitions(events_bench PRIVATE LAMPBLACK_BENCH_QT)
+endif()
+pkg_check_modules(GLIB QUIET IMPORTED_TARGET glib-2.0)
+if(GLIB_FOUND)
+  target_link_libraries(events_bench PRIVATE PkgConfig::GLIB)
+  target_compile_definitions(events_bench PRIVATE LAMPBLACK_BENCH_GLIB)
+endif()

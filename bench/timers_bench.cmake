@@ -1,0 +1,11 @@
+# The peers; one that is not installed is left out.
+pkg_check_modules(LIBEVENT QUIET IMPORTED_TARGET libevent)
+if(LIBEVENT_FOUND)
+  target_link_libraries(timers_bench PRIVATE PkgConfig::LIBEVENT)
+  target_compile_definitions(timers_bench PRIVATE LAMPBLACK_BENCH_LIBEVENT)
+endif()
+find_path(ASIO_INCLUDE asio.hpp)
+if(ASIO_INCLUDE)
+  target_include_directories(timers_bench SYSTEM PRIVATE ${ASIO_INCLUDE})
+  target_compile_definitions(timers_bench PRIVATE LAMPBLACK_BENCH_ASIO)
+endif()
