@@ -22,6 +22,11 @@ RGBColor ColourOf(SInt32 inButton)
 
 AboutWindow::AboutWindow() : CWindow(kAboutWindow, kDocumentWindowClass, kAttributes) {}
 
+void AboutWindow::SetupWindowBackground() const
+{
+    SetThemeWindowBackground(fWindow, kThemeBrushDialogBackgroundActive, false);
+}
+
 OSStatus AboutWindow::DoControlHit(EventRef)
 {
     Hide();
@@ -42,8 +47,14 @@ GalleryWindow::GalleryWindow()
 void GalleryWindow::StandardSetup()
 {
     CWindow::StandardSetup();
+    SetContents(kNameField, "Lampblack"); // a 'CNTL' has no place for an edit field's text
     SetupControlDrawHandler(GetControlByID(fWindow, kPlayground));
     StartTimer(kFrame, kFrame);
+}
+
+void GalleryWindow::SetupWindowBackground() const
+{
+    SetThemeWindowBackground(fWindow, kThemeBrushDialogBackgroundActive, false);
 }
 
 void GalleryWindow::Timer()

@@ -13,6 +13,7 @@ class AboutWindow : public CWindow {
 public:
     AboutWindow();
 
+    void SetupWindowBackground() const override;
     OSStatus DoControlHit(EventRef inEvent) override;
     OSStatus DoWindowClose(EventRef inEvent) const override;
 };
@@ -22,6 +23,7 @@ public:
     GalleryWindow();
 
     void StandardSetup() override;
+    void SetupWindowBackground() const override;
     void Timer() override;
     OSStatus DoControlHit(EventRef inEvent) override;
     OSStatus DoControlDraw(EventHandlerCallRef inCallRef, EventRef inEvent) override;

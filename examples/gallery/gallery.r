@@ -34,7 +34,7 @@ resource 'CNTL' (kGreenButton) { {88, 262, 106, 448}, 0, visible, 1, 0, kControl
 resource 'CNTL' (kBlueButton) { {110, 262, 128, 448}, 0, visible, 1, 0, kControlRadioButtonProc, kColourGroup, "Blue" };
 
 resource 'CNTL' (kNameLabel) { {156, 20, 172, 92}, 0, visible, 0, 0, kControlStaticTextProc, 0, "Name:" };
-resource 'CNTL' (kNameField) { {156, 100, 172, 229}, 0, visible, 0, 0, kControlEditTextProc, 0, "Lampblack" };
+resource 'CNTL' (kNameField) { {156, 100, 172, 229}, 0, visible, 0, 0, kControlEditTextProc, 0, "" };
 resource 'CNTL' (kGreetButton) { {154, 248, 174, 318}, 0, visible, 1, 0, kControlPushButtonProc, 0, "Greet" };
 resource 'CNTL' (kGreetingText) { {156, 330, 172, 460}, 0, visible, 0, 0, kControlStaticTextProc, 0, "" };
 
