@@ -10,13 +10,23 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 
 using namespace lampblack;
 using windows::TestWindow;
 
 namespace {
 
-#define P(text) ((ConstStr255Param)(text))
+// A Pascal string that lasts for a few calls.
+ConstStr255Param P(std::string_view inText)
+{
+    static Str255 strings[4];
+    static int next = 0;
+    unsigned char* string = strings[next++ % 4];
+    string[0] = (unsigned char)inText.size();
+    std::memcpy(string + 1, inText.data(), inText.size());
+    return string;
+}
 
 std::string Text(MenuRef inMenu, MenuItemIndex inItem)
 {
@@ -81,11 +91,11 @@ private:
 
 MenuRef FileMenu()
 {
-    const MenuRef menu = NewMenu(129, P("\004File"));
-    AppendMenu(menu, P("\033New Game/N;Open\311/O;(-;Close/W"));
+    const MenuRef menu = NewMenu(129, P("File"));
+    AppendMenu(menu, P("New Game/N;Open\311/O;(-;Save/W"));
     SetMenuItemCommandID(menu, 1, kHICommandNew);
     SetMenuItemCommandID(menu, 2, kHICommandOpen);
-    SetMenuItemCommandID(menu, 4, kHICommandClose);
+    SetMenuItemCommandID(menu, 4, kHICommandSave);
     return menu;
 }
 
@@ -93,8 +103,8 @@ MenuRef FileMenu()
 
 TEST_CASE("AppendMenu: metacharacters make items, keys, marks, styles and disabled lines")
 {
-    const MenuRef menu = NewMenu(200, P("\004Test"));
-    AppendMenu(menu, P("\040New/N;Open;(Gone;Marked!\022;Bold<B;-"));
+    const MenuRef menu = NewMenu(200, P("Test"));
+    AppendMenu(menu, P("New/N;Open;(Gone;Marked!\022;Bold<B;-"));
     REQUIRE(CountMenuItems(menu) == 6);
     CharParameter value = 0;
     Style style = normal;
@@ -116,9 +126,9 @@ TEST_CASE("AppendMenu: metacharacters make items, keys, marks, styles and disabl
 
 TEST_CASE("AppendMenuItemText: metacharacters are text")
 {
-    const MenuRef menu = NewMenu(200, P("\004Test"));
-    CHECK(AppendMenuItemText(menu, P("\006(a/b;c")) == noErr);
-    CHECK(InsertMenuItemText(menu, P("\005first"), 0) == noErr);
+    const MenuRef menu = NewMenu(200, P("Test"));
+    CHECK(AppendMenuItemText(menu, P("(a/b;c")) == noErr);
+    CHECK(InsertMenuItemText(menu, P("first"), 0) == noErr);
     CHECK(CountMenuItems(menu) == 2);
     CHECK(Text(menu, 1) == "first");
     CHECK(Text(menu, 2) == "(a/b;c");
@@ -129,7 +139,7 @@ TEST_CASE("AppendMenuItemText: metacharacters are text")
 
 TEST_CASE("DeleteMenuItem, CopyMenuItems: items go and come in order")
 {
-    const MenuRef menu = FileMenu(), copy = NewMenu(201, P("\004Copy"));
+    const MenuRef menu = FileMenu(), copy = NewMenu(201, P("Copy"));
     CHECK(CopyMenuItems(menu, 1, 2, copy, 0) == noErr);
     CHECK(Text(copy, 2) == "Open\xC9");
     DeleteMenuItem(menu, 1);
@@ -146,7 +156,7 @@ TEST_CASE("DeleteMenuItem, CopyMenuItems: items go and come in order")
 TEST_CASE("Every call: a null, foreign or disposed menu and an absent item are told or do nothing")
 {
     static char notAMenu[512];
-    const MenuRef disposed = NewMenu(202, P("\004Gone")), live = FileMenu();
+    const MenuRef disposed = NewMenu(202, P("Gone")), live = FileMenu();
     DisposeMenu(disposed);
     for (MenuRef menu : { (MenuRef) nullptr, disposed, (MenuRef)notAMenu }) {
         MenuCommand command = 0;
@@ -157,9 +167,9 @@ TEST_CASE("Every call: a null, foreign or disposed menu and an absent item are t
         CHECK(GetMenuTitle(menu, text) == nullptr);
         CHECK(GetMenuItemCommandID(menu, 1, &command) == menuInvalidErr);
         CHECK(ReleaseMenu(menu) == menuInvalidErr);
-        CHECK(AppendMenuItemText(menu, P("\001x")) == menuInvalidErr);
+        CHECK(AppendMenuItemText(menu, P("x")) == menuInvalidErr);
         CHECK(PopUpMenuSelect(menu, 0, 0, 1) == 0);
-        AppendMenu(menu, P("\001x"));
+        AppendMenu(menu, P("x"));
         InsertMenu(menu, 0);
         EnableMenuItem(menu, 1);
     }
@@ -190,7 +200,7 @@ TEST_CASE("SetMenuItemProperty: the data stays with its item")
 
 TEST_CASE("InsertMenu, DeleteMenu: menus are found by ID while they are installed")
 {
-    const MenuRef menu = FileMenu(), submenu = NewMenu(300, P("\003Sub"));
+    const MenuRef menu = FileMenu(), submenu = NewMenu(300, P("Sub"));
     CHECK(GetMenuHandle(129) == nullptr);
     InsertMenu(menu, 0);
     InsertMenu(submenu, kInsertHierarchicalMenu);
@@ -231,8 +241,8 @@ TEST_CASE("SetMenuBar: the bar comes back as it was, whatever was installed mean
 
 TEST_CASE("Commands: found by index, counted, enabled and marked, submenus included")
 {
-    const MenuRef menu = FileMenu(), submenu = NewMenu(300, P("\003Sub"));
-    AppendMenu(submenu, P("\005Again"));
+    const MenuRef menu = FileMenu(), submenu = NewMenu(300, P("Sub"));
+    AppendMenu(submenu, P("Again"));
     SetMenuItemCommandID(submenu, 1, kHICommandOpen);
     SetMenuItemHierarchicalMenu(menu, 1, submenu);
     MenuRef found = nullptr;
@@ -247,9 +257,9 @@ TEST_CASE("Commands: found by index, counted, enabled and marked, submenus inclu
     CHECK(GetIndMenuItemWithCommandID(menu, kHICommandOpen, 0, &found, &item) == menuItemNotFoundErr);
     DisableMenuCommand(menu, kHICommandNew);
     CHECK(!IsMenuCommandEnabled(menu, kHICommandNew));
-    CHECK(SetMenuCommandMark(menu, kHICommandClose, kMenuCheckMark) == noErr);
+    CHECK(SetMenuCommandMark(menu, kHICommandSave, kMenuCheckMark) == noErr);
     UniChar mark = 0;
-    CHECK(GetMenuCommandMark(menu, kHICommandClose, &mark) == noErr);
+    CHECK(GetMenuCommandMark(menu, kHICommandSave, &mark) == noErr);
     CHECK(mark == kMenuCheckMark);
     CHECK(SetMenuCommandMark(menu, 'none', 1) == menuItemNotFoundErr);
     // A menu that contains itself is walked once.
@@ -295,8 +305,8 @@ TEST_CASE("Command keys: shift and option tell items apart")
 {
     TestWindow window("a");
     const StApplicationHandler handler(true);
-    const MenuRef menu = NewMenu(129, P("\004Keys"));
-    AppendMenu(menu, P("\021Save/S;Save All/S"));
+    const MenuRef menu = NewMenu(129, P("Keys"));
+    AppendMenu(menu, P("Save/S;Save All/S"));
     SetMenuItemCommandID(menu, 1, 'one ');
     SetMenuItemCommandID(menu, 2, 'two ');
     SetMenuItemModifiers(menu, 2, kMenuShiftModifier);
@@ -335,8 +345,8 @@ TEST_CASE("The bar: a press that is held chooses where it is released, and the e
 {
     TestWindow window("a");
     const StApplicationHandler handler(true);
-    const MenuRef menu = NewMenu(129, P("\001\024"));
-    AppendMenu(menu, P("\011About\311;-"));
+    const MenuRef menu = NewMenu(129, P("\024"));
+    AppendMenu(menu, P("About\311;-"));
     SetMenuItemCommandID(menu, 1, kHICommandAbout);
     InsertMenu(menu, 0);
     host::PressMouse({ 10, 30 });
@@ -366,7 +376,7 @@ TEST_CASE(
     host::PressKey(kVK_DownArrow, 0x1F);
     host::PressKey(kVK_Return, 0x0D);
     host::RunFor(2);
-    CHECK(Commands() == std::vector<MenuCommand>{ kHICommandClose });
+    CHECK(Commands() == std::vector<MenuCommand>{ kHICommandSave });
     host::Click({ 10, 30 });
     host::PressKey(kVK_DownArrow, 0x1F);
     host::PressKey(kVK_Escape, 0x1B);
@@ -381,9 +391,9 @@ TEST_CASE(
 TEST_CASE("PopUpMenuSelect: the given item lies under the point, and a submenu opens beside its item")
 {
     const StApplicationHandler handler(false);
-    const MenuRef menu = NewMenu(140, P("\000")), submenu = NewMenu(141, P("\000"));
-    AppendMenu(menu, P("\015One;Two;Three"));
-    AppendMenu(submenu, P("\012Inner;More"));
+    const MenuRef menu = NewMenu(140, P("")), submenu = NewMenu(141, P(""));
+    AppendMenu(menu, P("One;Two;Three"));
+    AppendMenu(submenu, P("Inner;More"));
     SetMenuItemHierarchicalMenu(menu, 3, submenu);
     host::PressMouse({ 305, 330 });
     host::MoveMouse({ 306, 331 });
@@ -425,11 +435,11 @@ TEST_CASE("A picture of an open menu" * doctest::skip(std::getenv("LAMPBLACK_MEN
     };
     TestWindow window("a");
     const StApplicationHandler handler(true);
-    const MenuRef apple = NewMenu(128, P("\001\024")), menu = FileMenu(), edit = NewMenu(130, P("\004Edit"));
-    AppendMenu(apple, P("\011About\311"));
-    AppendMenu(menu, P("\053-;Sound!\022;More;(Not now;Save As\311/S;Help<B"));
+    const MenuRef apple = NewMenu(128, P("\024")), menu = FileMenu(), edit = NewMenu(130, P("Edit"));
+    AppendMenu(apple, P("About\311"));
+    AppendMenu(menu, P("-;Sound!\022;More;(Not now;Save As\311/S;Help<B"));
     SetMenuItemModifiers(menu, 9, kMenuShiftModifier | kMenuOptionModifier);
-    AppendMenu(edit, P("\012Undo/Z;Cut"));
+    AppendMenu(edit, P("Undo/Z;Cut"));
     SetMenuItemHierarchicalMenu(menu, 7, edit);
     InsertMenu(apple, 0);
     InsertMenu(menu, 0);
