@@ -7,6 +7,7 @@ namespace lampblack::text {
 
 namespace {
 
+constexpr int kFirstChunk = 32;
 constexpr int kChunk = 256; // bytes measured at once; their widths stay far below what 16 bits hold
 
 // Regions that savers borrow, so that drawing allocates none.
@@ -35,7 +36,11 @@ void ReturnRegion(RgnHandle inRegion)
 // Where each character of a chunk begins, and where the last one ends.
 struct Places {
     short at[kChunk + 1];
-    Places(const char* inBytes, int inCount) : at{} { MeasureText((short)inCount, inBytes, at); }
+    Places(const char* inBytes, int inCount)
+    {
+        at[inCount] = 0;
+        MeasureText((short)inCount, inBytes, at);
+    }
 };
 
 Rect Intersection(const Rect& inA, const Rect& inB)
@@ -71,8 +76,9 @@ int PortMeasure::Width(const char* inBytes, int inCount)
 int PortMeasure::Fitting(const char* inBytes, int inCount, int inWidth)
 {
     int room = inWidth;
-    for (int done = 0; done < inCount; done += kChunk) {
-        const int count = std::min(kChunk, inCount - done);
+    // Small steps first: most lines are short, and what is measured past their end is measured for nothing.
+    for (int done = 0, step = kFirstChunk; done < inCount; done += step, step = std::min(2 * step, kChunk)) {
+        const int count = std::min(step, inCount - done);
         const Places places(inBytes + done, count);
         if (places.at[count] > room)
             return done + (int)(std::upper_bound(places.at, places.at + count + 1, room) - places.at) - 1;

@@ -21,17 +21,32 @@ Span Clamped(Record inRecord, long inStart, long inEnd)
 
 } // namespace
 
+namespace {
+
+// Replaces bytes and lays out and draws what changes; the caret is hidden, and left hidden. Answers how many
+// came in.
+int Splice(Record inRecord, Span inSpan, Span inSelection, const void* inBytes, long inCount)
+{
+    const int oldTotal = inRecord.LineTable().Total();
+    const int count = (int)std::clamp<long>(inCount, 0, kLongestText);
+    const Span old = inRecord.Selection();
+    const int added = ReplaceBytes(inRecord, inSpan, inBytes, count);
+    inRecord->selStart = (short)(inSelection.start + added);
+    inRecord->selEnd = (short)(inSelection.end + added);
+    Relaid change = LayOutChange(inRecord, inSpan.start, inSpan.end - inSpan.start, added);
+    // A highlight that goes, or moves, changes the lines that it lay in too.
+    change.moved |= !old.IsEmpty();
+    DrawChange(inRecord, change, oldTotal);
+    return added;
+}
+
+} // namespace
+
 void ReplaceSpan(Record inRecord, Span inSpan, const void* inBytes, long inCount)
 {
     const StTextPort port(*inRecord);
     HideCaret(inRecord);
-    // The line before may take words back from the one that changes.
-    const int line = inRecord.LineTable().LineOf(inSpan.start);
-    const int count = (int)std::clamp<long>(inCount, 0, kLongestText);
-    const int added = ReplaceBytes(inRecord, inSpan, inBytes, count);
-    inRecord->selStart = inRecord->selEnd = (short)(inSpan.start + added);
-    LayOut(inRecord);
-    DrawFromLine(inRecord, line - 1);
+    Splice(inRecord, inSpan, { inSpan.start, inSpan.start }, inBytes, inCount);
     ShowCaret(inRecord);
     if (inRecord.HasFeature(teFAutoScroll))
         Reveal(inRecord, inRecord->selEnd);
@@ -82,13 +97,8 @@ void TEInsert(const void* inText, long inLength, TEHandle inHandle)
         return;
     const StTextPort port(*record);
     HideCaret(record);
-    const int line = record.LineTable().LineOf(record->selStart);
-    const int count = (int)std::min<long>(inLength, kLongestText);
-    const int added = ReplaceBytes(record, { record->selStart, record->selStart }, inText, count);
-    record->selStart = (short)(record->selStart + added);
-    record->selEnd = (short)(record->selEnd + added);
-    LayOut(record);
-    DrawFromLine(record, line - 1);
+    const Span selection = record.Selection();
+    Splice(record, { selection.start, selection.start }, selection, inText, inLength);
     ShowCaret(record);
     if (record.HasFeature(teFAutoScroll))
         Reveal(record, record->selEnd);

@@ -404,6 +404,40 @@ TEST_CASE("Drawing after any change is what a fresh drawing of everything would 
     check("deactivate");
 }
 
+TEST_CASE("Random edits: lines and pixels are those of a layout and a drawing from scratch")
+{
+    Field field("The quick brown fox\rjumps over\rthe lazy dog and runs away before anybody wakes up.");
+    TEUpdate(nullptr, field.Ref());
+    TEActivate(field.Ref());
+    uint32_t seed = 12345;
+    const auto random = [&seed](int inBelow) {
+        seed = seed * 1664525u + 1013904223u;
+        return (int)((seed >> 8) % (uint32_t)inBelow);
+    };
+    static constexpr const char* kInserts[] = { "x",      " ", "\r", "two words ", "longlonglonglonglongword",
+                                                "a\rb\r", "-" };
+    for (int step = 0; step < 600; ++step) {
+        CAPTURE(step);
+        const int length = field->teLength, start = random(length + 1);
+        field.Select(start, std::min(length, start + random(3) * random(12)));
+        const std::string insert = kInserts[random(7)];
+        switch (random(length > 200 ? 3 : 5)) {
+        case 0: field.Press(8); break;
+        case 1: field.Press(127, random(2) ? (unsigned)optionKey : 0u); break;
+        case 2: TEDelete(field.Ref()); break;
+        case 3: TEInsert(insert.data(), (long)insert.size(), field.Ref()); break;
+        default: field.Type(insert); break;
+        }
+        const std::vector<short> lines(field->lineStarts, field->lineStarts + field->nLines + 1);
+        TECalText(field.Ref());
+        REQUIRE(lines == std::vector<short>(field->lineStarts, field->lineStarts + field->nLines + 1));
+        const auto shown = field.Pixels();
+        EraseRect(&kBox);
+        TEUpdate(nullptr, field.Ref());
+        REQUIRE(shown == field.Pixels());
+    }
+}
+
 TEST_CASE("TEGetOffset and TEGetPoint: from place to offset and back")
 {
     Field field("Hello world\rsecond");

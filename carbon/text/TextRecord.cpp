@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstring>
 #include <string>
+#include <vector>
 
 namespace lampblack::text {
 
@@ -153,12 +154,69 @@ int ReplaceBytes(Record inRecord, Span inSpan, const void* inBytes, int inCount)
     return added;
 }
 
+namespace {
+
+Breaking BreakingOf(Record inRecord)
+{
+    return { inRecord->destRect.right - inRecord->destRect.left, inRecord->crOnly < 0, inRecord->wordBreak };
+}
+
+// Whether the line table is one that LayOut made for a text of this length.
+bool IsSound(const TERec& inRecord, int inLength)
+{
+    const short *starts = inRecord.lineStarts, *end = starts + inRecord.nLines;
+    return inRecord.nLines > 0 && starts[0] == 0 && *end == inLength && std::is_sorted(starts, end + 1);
+}
+
+// The starts of lines from one on, until the text ends or a start is that of an old line moved by the change.
+struct Change {
+    int editEnd, delta; // the old text from editEnd on is now delta farther
+
+    // Leaves the starts in outFresh and answers the old line that comes next, nLines when none does.
+    int LayOut(Record inRecord, int inFirst, std::vector<short>& outFresh) const
+    {
+        const Text text = inRecord.Bytes();
+        const Breaking breaking = BreakingOf(inRecord);
+        PortMeasure measure;
+        const int lines = inRecord->nLines;
+        int old = inFirst + 1, start = inRecord->lineStarts[inFirst];
+        outFresh.clear();
+        while (start < text.length && (int)outFresh.size() + inFirst < kMostLines) {
+            outFresh.push_back((short)start);
+            start = LineEnd(text, start, breaking, measure);
+            while (old < lines && inRecord->lineStarts[old] + delta < start)
+                ++old;
+            if (old < lines && inRecord->lineStarts[old] >= editEnd &&
+                inRecord->lineStarts[old] + delta == start)
+                return old;
+        }
+        return lines;
+    }
+};
+
+// Puts fresh starts in the place of old lines first…next, and moves those behind.
+bool PutStarts(Record inRecord, int inFirst, int inNext, const std::vector<short>& inFresh, int inDelta)
+{
+    const int kept = inRecord->nLines - inNext, total = inFirst + (int)inFresh.size() + kept;
+    if (total > kMostLines || !MakeRoom(inRecord.Handle(), total))
+        return false;
+    short* starts = inRecord->lineStarts;
+    short* tail = starts + inFirst + inFresh.size();
+    std::memmove(tail, starts + inNext, (size_t)(kept + 1) * sizeof(short));
+    for (short* each = tail; each <= tail + kept; ++each)
+        *each = (short)(*each + inDelta);
+    std::copy(inFresh.begin(), inFresh.end(), starts + inFirst);
+    inRecord->nLines = (short)total;
+    return true;
+}
+
+} // namespace
+
 void LayOut(Record inRecord)
 {
     const Text text = inRecord.Bytes();
+    const Breaking breaking = BreakingOf(inRecord);
     PortMeasure measure;
-    const Breaking breaking = { inRecord->destRect.right - inRecord->destRect.left, inRecord->crOnly < 0,
-                                inRecord->wordBreak };
     int line = 0, start = 0;
     while (start < text.length && line < kMostLines && MakeRoom(inRecord.Handle(), line + 1)) {
         inRecord->lineStarts[line++] = (short)start;
@@ -166,6 +224,28 @@ void LayOut(Record inRecord)
     }
     inRecord->nLines = (short)line;
     inRecord->lineStarts[line] = (short)text.length;
+}
+
+Relaid LayOutChange(Record inRecord, int inStart, int inRemoved, int inAdded)
+{
+    static std::vector<short> fresh;
+    const int delta = inAdded - inRemoved, oldLines = inRecord->nLines;
+    if (!IsSound(*inRecord, inRecord->teLength - delta)) {
+        LayOut(inRecord);
+        return { 0, kMostLines, true };
+    }
+    const short* starts = inRecord->lineStarts;
+    const int line = (int)(std::upper_bound(starts, starts + oldLines, inStart) - starts) - 1;
+    const int first = std::max(0, line - 1); // which may take words back from the line that changes
+    const int firstEnd = inRecord->lineStarts[first + 1];
+    const int next = Change{ inStart + inRemoved, delta }.LayOut(inRecord, first, fresh);
+    const int freshLines = (int)fresh.size();
+    if (!PutStarts(inRecord, first, next, fresh, delta)) {
+        LayOut(inRecord);
+        return { 0, kMostLines, true };
+    }
+    const bool firstStands = first < line && freshLines > 1 && fresh[1] == firstEnd;
+    return { firstStands ? first + 1 : first, first + freshLines - 1, inRecord->nLines != oldLines };
 }
 
 } // namespace lampblack::text

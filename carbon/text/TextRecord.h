@@ -54,6 +54,16 @@ int ReplaceBytes(Record, Span, const void* inBytes, int inCount);
 // Lays out all lines, in the current port.
 void LayOut(Record);
 
+// What a change of the text did to its lines: the first and last one that look different, and whether there
+// are more lines than before, or fewer, so that all that follow stand elsewhere.
+struct Relaid {
+    int first = 0, last = 0;
+    bool moved = false;
+};
+
+// After ReplaceBytes at an offset: lays out anew from there until lines begin where they began before.
+Relaid LayOutChange(Record, int inStart, int inRemoved, int inAdded);
+
 } // namespace lampblack::text
 
 #endif

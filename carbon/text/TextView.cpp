@@ -202,11 +202,19 @@ void DrawLines(Record inRecord, const Rect& inArea)
         FlipCaret(inRecord);
 }
 
-void DrawFromLine(Record inRecord, int inLine)
+void DrawChange(Record inRecord, const Relaid& inChange, int inOldTotal)
 {
-    const int first = std::max(inLine, LineAt(inRecord, inRecord->viewRect.top));
-    DrawLineRange(inRecord, first, LineAt(inRecord, inRecord->viewRect.bottom - 1));
-    EraseBelow(inRecord);
+    const Rect& view = inRecord->viewRect;
+    const int total = inRecord.LineTable().Total(), bottom = LineAt(inRecord, view.bottom - 1);
+    const bool moved = inChange.moved || total != inOldTotal;
+    DrawLineRange(inRecord, std::max(inChange.first, LineAt(inRecord, view.top)),
+                  moved ? bottom : std::min(inChange.last, bottom));
+    if (total >= inOldTotal)
+        return;
+    const Rect below = PinnedRect(view.left, std::max<int>(LineTop(inRecord, total), view.top), view.right,
+                                  std::min<int>(LineTop(inRecord, inOldTotal), view.bottom));
+    if (below.bottom > below.top)
+        EraseRect(&below);
 }
 
 void DrawSpan(Record inRecord, Span inSpan)

@@ -17,8 +17,8 @@ int TextHeight(Record); // with the empty line at the end
 
 // Draws the lines that meet the area, with the selection, over a fresh background, and the caret if it is on.
 void DrawLines(Record, const Rect& inArea);
-// All lines from one on, to the bottom of the view.
-void DrawFromLine(Record, int inLine);
+// What a change left to draw; inOldTotal lines were there before.
+void DrawChange(Record, const Relaid&, int inOldTotal);
 // The lines that hold a span.
 void DrawSpan(Record, Span);
 
