@@ -19,6 +19,9 @@ public:
     {
     }
     int At() const { return fAt; }
+    bool Halves() const { return fWhole == 2 && fRest == 0; }
+    bool Doubles() const { return fWhole == 0 && 2 * fRest == fDestination; }
+    bool IsFirstOfTwo() const { return fError == 0; } // when it doubles
     void Next()
     {
         fAt += fWhole;

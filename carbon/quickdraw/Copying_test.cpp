@@ -203,3 +203,29 @@ TEST_CASE("DrawPremultiplied: opaque replaces, transparent leaves, half mixes")
     CHECK(port.At(9, 5) == 0xFFFFFF);
     DrawPremultiplied(pixels, 4, MakeRect(38, -1, 42, 0));
 }
+
+TEST_CASE("CopyBits: doubling and halving, from odd places and clipped, take the nearest pixels")
+{
+    std::mt19937 random(4);
+    int wrong = 0;
+    for (int round = 0; round < 300; ++round) {
+        const int numerator = round % 2 ? 2 : 1, denominator = round % 2 ? 1 : 2;
+        TestPort from(64, 20), to(80, 40);
+        FillRandom(from.port, random);
+        const int left = (int)(random() % 10), width = 2 * (1 + (int)(random() % 25)),
+                  h = (int)(random() % 9) - 4;
+        const Rect source = MakeRect(left, 3, left + width, 13);
+        const Rect destination =
+            MakeRect(h, 5, h + width * numerator / denominator, 5 + 10 * numerator / denominator);
+        const Rect clip = MakeRect((int)(random() % 9), 0, 80, 40);
+        ClipRect(&clip);
+        CopyBits(GetPortBitMapForCopyBits(from.port), GetPortBitMapForCopyBits(to.port), &source,
+                 &destination, srcCopy, nullptr);
+        wrong += Differences(to, [&](int x, int y) {
+            if (!IsInside(destination, x, y) || !IsInside(clip, x, y))
+                return 0xFFFFFFu;
+            return from.At(left + (x - h) * denominator / numerator, 3 + (y - 5) * denominator / numerator);
+        });
+    }
+    CHECK(wrong == 0);
+}

@@ -35,12 +35,16 @@ inline RGBColor ColorOf(uint32_t inPixel)
 
 enum class PortKind : uint8_t { Bare, Pixels, World };
 
+class Strike;
+
 struct TextSettings {
     SInt16 font = 0;
     SInt16 size = 0; // 0: the system font's size
     Style face = 0;
     SInt16 mode = srcOr;
     Fixed spaceExtra = 0;
+    Strike* strike =
+        nullptr; // of these settings, once it was needed; a change of font, size or face clears it
 };
 
 struct Pen {

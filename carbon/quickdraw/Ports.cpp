@@ -367,12 +367,18 @@ void SetPortPenMode(CGrafPtr port, SInt32 penMode)
 
 void SetPortTextFont(CGrafPtr port, short txFont)
 {
-    WithPort(port, [=](PortRecord& p) { p.fText.font = txFont; });
+    WithPort(port, [=](PortRecord& p) {
+        p.fText.font = txFont;
+        p.fText.strike = nullptr;
+    });
 }
 
 void SetPortTextFace(CGrafPtr port, StyleParameter face)
 {
-    WithPort(port, [=](PortRecord& p) { p.fText.face = (Style)face; });
+    WithPort(port, [=](PortRecord& p) {
+        p.fText.face = (Style)face;
+        p.fText.strike = nullptr;
+    });
 }
 
 void SetPortTextMode(CGrafPtr port, short mode)
@@ -382,7 +388,10 @@ void SetPortTextMode(CGrafPtr port, short mode)
 
 void SetPortTextSize(CGrafPtr port, short txSize)
 {
-    WithPort(port, [=](PortRecord& p) { p.fText.size = txSize; });
+    WithPort(port, [=](PortRecord& p) {
+        p.fText.size = txSize;
+        p.fText.strike = nullptr;
+    });
 }
 
 Boolean IsPortVisibleRegionEmpty(CGrafPtr port)

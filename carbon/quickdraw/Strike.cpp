@@ -59,7 +59,7 @@ static FontFace* OpenFace(const FaceFile& inFile)
     return face.get();
 }
 
-Strike::Strike(SInt16 font, SInt16 size, Style face) : fFont(font), fSize(size), fFace(face)
+Strike::Strike(SInt16 font, SInt16 size, Style face) : fSize(size), fFace(face)
 {
     std::fill(std::begin(fAdvances), std::end(fAdvances), kUnknown);
     const FaceFile file = FileOfFace(font, face & bold, face & italic);
@@ -189,6 +189,14 @@ const Glyph& Strike::LoadGlyph(uint8_t inByte)
 SInt16 Strike::LoadAdvance(uint8_t inByte)
 {
     return LoadGlyph(inByte).advance;
+}
+
+int Strike::LoadWidth(const uint8_t* inBytes, size_t inCount)
+{
+    int width = 0;
+    for (size_t i = 0; i < inCount; ++i)
+        width += AdvanceOf(inBytes[i]);
+    return width;
 }
 
 static constexpr SInt16 kSystemSize = 12, kLargestSize = 1024;

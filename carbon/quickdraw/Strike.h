@@ -42,6 +42,18 @@ public:
         return glyph ? *glyph : LoadGlyph(inByte);
     }
 
+    // The sum of the advances. A missing one has its sign bit set, so that one test at the end finds it.
+    int WidthOf(const uint8_t* inBytes, size_t inCount)
+    {
+        int width = 0, signs = 0;
+        for (size_t i = 0; i < inCount; ++i) {
+            const int advance = fAdvances[inBytes[i]];
+            width += advance;
+            signs |= advance;
+        }
+        return signs >= 0 ? width : LoadWidth(inBytes, inCount);
+    }
+
     // Of any character, by the same faces.
     const Glyph& GlyphOfCharacter(char32_t);
 
@@ -49,12 +61,13 @@ private:
     static constexpr SInt16 kUnknown = -32768;
 
     SInt16 LoadAdvance(uint8_t inByte);
+    int LoadWidth(const uint8_t* inBytes, size_t inCount);
     const Glyph& LoadGlyph(uint8_t inByte);
     const Glyph& MakeGlyph(char32_t);
     FontFace* FaceWith(char32_t, bool* outBold, bool* outItalic);
     void MakeInfo();
 
-    SInt16 fFont, fSize;
+    SInt16 fSize;
     Style fFace;
     FontFace* fMain = nullptr; // null: no font is installed; nothing is drawn
     bool fSmears = false, fSlants = false;

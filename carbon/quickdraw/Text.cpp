@@ -20,16 +20,19 @@ static constexpr uint8_t kSpace = ' ';
 using Bytes = std::span<const uint8_t>;
 
 // The port's text settings, or a new port's when none is current.
-static const TextSettings& Settings()
+static constinit TextSettings gNewPortSettings;
+
+static TextSettings& Settings()
 {
-    static const TextSettings defaults;
-    const PortRecord* port = CurrentPort();
-    return port ? port->fText : defaults;
+    PortRecord* port = CurrentPort();
+    return port ? port->fText : gNewPortSettings;
 }
 
-static Strike& StrikeOf(const TextSettings& inSettings)
+static Strike& StrikeOf(TextSettings& ioSettings)
 {
-    return StrikeFor(inSettings.font, inSettings.size, inSettings.face);
+    if (!ioSettings.strike)
+        ioSettings.strike = &StrikeFor(ioSettings.font, ioSettings.size, ioSettings.face);
+    return *ioSettings.strike;
 }
 
 static Bytes BytesOf(const void* inText, int inFirst, int inCount)
@@ -52,9 +55,7 @@ static int ExtraOf(Fixed inExtra, int inSpaces)
 
 static int WidthOf(Strike& ioStrike, Fixed inExtra, Bytes inText)
 {
-    int width = 0;
-    for (const uint8_t byte : inText)
-        width += ioStrike.AdvanceOf(byte);
+    int width = ioStrike.WidthOf(inText.data(), inText.size());
     if (inExtra)
         width += ExtraOf(inExtra, (int)std::count(inText.begin(), inText.end(), kSpace));
     return width;
@@ -62,7 +63,8 @@ static int WidthOf(Strike& ioStrike, Fixed inExtra, Bytes inText)
 
 static int WidthOf(Bytes inText)
 {
-    return WidthOf(StrikeOf(Settings()), Settings().spaceExtra, inText);
+    TextSettings& settings = Settings();
+    return WidthOf(StrikeOf(settings), settings.spaceExtra, inText);
 }
 
 static Box TextBoxAt(Point inPen, int inWidth, const FontInfo& inInfo)
@@ -86,7 +88,7 @@ static void DrawBytes(Bytes inText)
     PortRecord* port = CurrentPort();
     if (!port || inText.empty())
         return;
-    const TextSettings& settings = port->fText;
+    TextSettings& settings = port->fText;
     Strike& strike = StrikeOf(settings);
     const Point pen = port->fPen.location;
     const int width = WidthOf(strike, settings.spaceExtra, inText);

@@ -1,0 +1,1 @@
+target_link_libraries(quickdraw_bench PRIVATE PkgConfig::PIXMAN)
