@@ -192,14 +192,6 @@ void DrawTree(Control& inControl)
         DrawTree(*inControl.children[i]);
 }
 
-void Redraw(Control& inControl)
-{
-    if (!CanDraw(inControl))
-        return;
-    StDrawing drawing(inControl);
-    DrawTree(inControl);
-}
-
 void RedrawErased(Control& inControl)
 {
     if (!CanDraw(inControl))

@@ -67,8 +67,7 @@ bool CanDraw(const Control& inControl); // it and its window are visible
 
 // In the current port, the control and what it contains, as far as they are visible.
 void DrawTree(Control& inControl);
-// In its window, at once, with the background erased behind it where asked.
-void Redraw(Control& inControl);
+// In its window, at once, with what is behind it drawn first.
 void RedrawErased(Control& inControl);
 // Erases an area of the window, and draws the controls that reach into it.
 void RedrawArea(WindowControls& inControls, const Rect& inArea);
