@@ -1,5 +1,6 @@
 // CopyBits and ScrollRect, and pixels that other floors bring.
 #include "Copying.h"
+#include "Devices.h"
 #include "Verbs.h"
 
 #include <Carbon/MacErrors.h>
@@ -20,7 +21,9 @@ static Source SourceOf(const BitMap* inMap)
         return { reinterpret_cast<const uint8_t*>(port->fPixels), port->fRowPixels * 4, 32, port->fMapBounds,
                  port };
     const bool isPixMap = inMap->rowBytes < 0;
-    const int depth = isPixMap ? reinterpret_cast<const PixMap*>(inMap)->pixelSize : 1;
+    // What GetQDGlobalsScreenBits gave is no longer than a BitMap.
+    const bool isScreen = isPixMap && inMap->baseAddr == ScreenMap().baseAddr;
+    const int depth = isScreen ? 32 : isPixMap ? reinterpret_cast<const PixMap*>(inMap)->pixelSize : 1;
     return { reinterpret_cast<const uint8_t*>(inMap->baseAddr), inMap->rowBytes & kRowBytesBits, depth,
              inMap->bounds, nullptr };
 }

@@ -229,3 +229,18 @@ TEST_CASE("CopyBits: doubling and halving, from odd places and clipped, take the
     }
     CHECK(wrong == 0);
 }
+
+TEST_CASE("CopyBits: reads the screen through GetQDGlobalsScreenBits while its pixels are known")
+{
+    TestPort port;
+    std::vector<uint32_t> screen(1024 * 768, 0x336699);
+    const Rect r = MakeRect(0, 0, 10, 10);
+    BitMap bits;
+    SetScreenPixels(screen.data(), 1024, 1024, 768);
+    CopyBits(GetQDGlobalsScreenBits(&bits), GetPortBitMapForCopyBits(port.port), &r, &r, srcCopy, nullptr);
+    CHECK(port.At(9, 9) == 0x336699);
+    SetScreenPixels(nullptr, 0, 0, 0);
+    InvertRect(&r);
+    CopyBits(GetQDGlobalsScreenBits(&bits), GetPortBitMapForCopyBits(port.port), &r, &r, srcCopy, nullptr);
+    CHECK(port.At(9, 9) == 0xCC9966);
+}

@@ -91,6 +91,11 @@ static DeviceRecord& MainDevice()
     return *device;
 }
 
+const PixMap& ScreenMap()
+{
+    return MainDevice().fMap;
+}
+
 GDHandle NewWorldDevice(PixMapHandle inMap, const Rect& inBounds)
 {
     DeviceRecord* device = NewDevice(1 << gdDevType | 1 << allInit | 1 << noDriver);

@@ -11,7 +11,8 @@ GDHandle NewWorldDevice(PixMapHandle, const Rect& bounds);
 void MoveWorldDevice(GDHandle, const Rect& bounds);
 void DisposeWorldDevice(GDHandle); // null is fine; a current one gives way to the main device
 
-Rect ScreenBounds(); // global
+Rect ScreenBounds();       // global
+const PixMap& ScreenMap(); // without pixels while nobody composes them
 
 } // namespace lampblack::quickdraw
 

@@ -19,7 +19,7 @@ struct ClassicFamily {
     const char* standIn;
 };
 
-// Numbers below 1024 are published ones [IM-Fonts, documented]; the stand-ins are of like metrics.
+// Numbers below 1024 are published ones [IM-I, documented]; the stand-ins are of like metrics.
 static constexpr ClassicFamily kClassicFamilies[] = {
     { 0, "Lucida Grande", "DejaVu Sans" },
     { 1, "Geneva", "DejaVu Sans" },
