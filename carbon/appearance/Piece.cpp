@@ -94,12 +94,13 @@ int Height(const Rect& inRect)
 
 // One axis of a sliced piece: how long it is painted, and how it is repeated.
 struct Axis {
-    Axis(int inLength, short inFirst, short inLast)
+    Axis(int inLength, short inFirst, short inLast, bool inHollow)
         : length(inLength),
           first(inFirst),
           last(inLast),
           painted((inFirst || inLast) && inLength > inFirst + inLast + kMiddle ? inFirst + inLast + kMiddle
-                                                                               : inLength)
+                                                                               : inLength),
+          split(inHollow && inLength > inFirst + inLast)
     {
     }
 
@@ -109,7 +110,7 @@ struct Axis {
     template <class Visitor>
     void ForEachRun(Visitor&& inVisit) const
     {
-        if (!Repeats()) {
+        if (!Repeats() && !split) {
             inVisit(0, 0, length, false);
             return;
         }
@@ -120,6 +121,7 @@ struct Axis {
     }
 
     int length, first, last, painted;
+    bool split; // the middle is visited by itself even where it is short, so that it can be left out
 };
 
 void DrawRun(const PieceView& inPiece, int inSourceX, int inSourceY, int inLeft, int inTop, int inWidth,
@@ -148,8 +150,8 @@ void DrawPiece(Painter inPainter, Look inLook, const Rect& inBounds, Slices inSl
 {
     if (Width(inBounds) <= 0 || Height(inBounds) <= 0)
         return;
-    const Axis across(Width(inBounds), inSlices.left, inSlices.right);
-    const Axis down(Height(inBounds), inSlices.top, inSlices.bottom);
+    const Axis across(Width(inBounds), inSlices.left, inSlices.right, inSlices.hollow);
+    const Axis down(Height(inBounds), inSlices.top, inSlices.bottom, inSlices.hollow);
     const PieceView piece = PaintedPiece(inPainter, inLook, across.painted, down.painted);
     if (!piece.pixels)
         return;

@@ -72,8 +72,8 @@ TrackGeometry::TrackGeometry(const ThemeTrackDrawInfo& inInfo, const TrackKind& 
     : fHorizontal(LiesDown(inInfo, inKind)),
       fReversed(RunsBackward(inInfo, inKind, fHorizontal)),
       fMin(inInfo.min),
-      fMax(std::max(inInfo.min, inInfo.max)),
-      fValue(std::clamp(inInfo.value, fMin, fMax)),
+      fMax(std::max(fMin, +inInfo.max)),
+      fValue(std::clamp(+inInfo.value, fMin, fMax)),
       fBounds(OfThickness(inInfo, inKind, fHorizontal)),
       fTrack(fBounds),
       fArrows{}

@@ -115,13 +115,14 @@ TEST_CASE("GetThemeTrackLiveValue: every value comes back from the position of i
         for (ThemeTrackKind kind : { kThemeScrollBarMedium, kThemeSliderMedium, kThemeSliderSmall }) {
             ThemeTrackDrawInfo info = Track(kind, horizontal ? kLying : kUpright, horizontal);
             info.min = -20;
-            for (info.value = -20; info.value <= 100; info.value += 5) {
-                CAPTURE(info.value);
+            for (SInt32 wanted = -20; wanted <= 100; wanted += 5) {
+                CAPTURE(wanted);
+                info.value = wanted;
                 const Rect thumb = ThumbOf(info);
                 SInt32 position = 0, value = 0;
                 CHECK(GetThemeTrackThumbPositionFromBounds(&info, &thumb, &position) == noErr);
                 CHECK(GetThemeTrackLiveValue(&info, position, &value) == noErr);
-                CHECK(value == info.value);
+                CHECK(value == wanted);
             }
         }
 }

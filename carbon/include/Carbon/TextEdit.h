@@ -27,7 +27,6 @@ typedef TEClickLoopProcPtr TEClickLoopUPP;
 typedef HighHookProcPtr HighHookUPP;
 typedef CaretHookProcPtr CaretHookUPP;
 
-#pragma pack(push, 2)
 struct TERec {
     Rect destRect; // where lines are laid out; its bottom is not a limit
     Rect viewRect; // what of it is seen
@@ -60,7 +59,6 @@ struct TERec {
     short nLines;
     short lineStarts[16001]; // offset of each line, then the length of the text; only those are allocated
 };
-#pragma pack(pop)
 
 enum { teJustLeft = 0, teJustCenter = 1, teJustRight = -1, teForceLeft = -2 };
 enum { teFlushDefault = 0, teCenter = 1, teFlushRight = -1, teFlushLeft = -2 };
