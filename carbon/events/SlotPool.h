@@ -21,6 +21,17 @@
 
 #include <sys/mman.h>
 
+#if defined(__SANITIZE_ADDRESS__)
+#define LAMPBLACK_EVENTS_LEAK_CHECKED 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define LAMPBLACK_EVENTS_LEAK_CHECKED 1
+#endif
+#endif
+#ifdef LAMPBLACK_EVENTS_LEAK_CHECKED
+#include <sanitizer/lsan_interface.h>
+#endif
+
 namespace lampblack::events {
 
 template <class Record>
@@ -45,6 +56,10 @@ public:
         madvise(storage, kCapacity * kSlotSize, MADV_NOHUGEPAGE); // a huge page for ten timers is too much
         fBase = (uintptr_t)storage;
         fReserved = kCapacity;
+#ifdef LAMPBLACK_EVENTS_LEAK_CHECKED
+        fReserved = kCapacity / 16; // the checker reads all of it to see what the records own
+        __lsan_register_root_region(storage, fReserved * kSlotSize);
+#endif
     }
     SlotPool(const SlotPool&) = delete;
     SlotPool& operator=(const SlotPool&) = delete;
@@ -82,7 +97,10 @@ public:
         --fAlive;
     }
 
-    size_t Alive() const { return fAlive; }
+    size_t Alive() const
+    {
+        return fAlive;
+    }
 
 private:
     static constexpr size_t kSlotSize = std::bit_ceil(sizeof(Record));
