@@ -151,6 +151,8 @@ void PaintTab(Canvas& ioCanvas, int inWidth, int inHeight, Look inLook)
     ioCanvas.FillDown(0, bottom, { { 0, face.edgeTop }, { 1, face.edgeBottom } });
     ioCanvas.RoundBox(1, 1, length - 2, bottom - 2, radius - 1, radius - 1, 0, 0);
     FillFace(ioCanvas, face, 1, bottom - 1);
+    if (front && inLook.tone >= Tone::Inactive)
+        ioCanvas.Fill(Black(0.11)); // without the accent the front tab is told by its shade
     ioCanvas.RoundBox(1.5, 1.5, length - 3, bottom, radius - 1.5, radius - 1.5, 0, 0);
     ioCanvas.StrokeDown(1, 5, { { 0, White(0.7) }, { 1, White(0) } }, 1);
     cairo_restore(ioCanvas.Context());
