@@ -22,11 +22,6 @@ RGBColor ColourOf(SInt32 inButton)
 
 AboutWindow::AboutWindow() : CWindow(kAboutWindow, kDocumentWindowClass, kAttributes) {}
 
-void AboutWindow::SetupWindowBackground() const
-{
-    SetThemeWindowBackground(fWindow, kThemeBrushDialogBackgroundActive, false);
-}
-
 OSStatus AboutWindow::DoControlHit(EventRef)
 {
     Hide();
@@ -50,11 +45,6 @@ void GalleryWindow::StandardSetup()
     SetContents(kNameField, "Lampblack"); // a 'CNTL' has no place for an edit field's text
     SetupControlDrawHandler(GetControlByID(fWindow, kPlayground));
     StartTimer(kFrame, kFrame);
-}
-
-void GalleryWindow::SetupWindowBackground() const
-{
-    SetThemeWindowBackground(fWindow, kThemeBrushDialogBackgroundActive, false);
 }
 
 void GalleryWindow::Timer()

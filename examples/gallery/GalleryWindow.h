@@ -13,7 +13,6 @@ class AboutWindow : public CWindow {
 public:
     AboutWindow();
 
-    void SetupWindowBackground() const override;
     OSStatus DoControlHit(EventRef inEvent) override;
     OSStatus DoWindowClose(EventRef inEvent) const override;
 };
@@ -23,7 +22,6 @@ public:
     GalleryWindow();
 
     void StandardSetup() override;
-    void SetupWindowBackground() const override;
     void Timer() override;
     OSStatus DoControlHit(EventRef inEvent) override;
     OSStatus DoControlDraw(EventHandlerCallRef inCallRef, EventRef inEvent) override;
