@@ -263,3 +263,29 @@ TEST_CASE("HandleControlClick: a click beside the control is no hit")
     CHECK(HandleControlClick(button, { 200, 200 }, 0, nullptr) == kControlNoPart);
     CHECK(HandleControlClick(nullptr, { 20, 20 }, 0, nullptr) == kControlNoPart);
 }
+
+TEST_CASE("A popup button shows its menu, takes the chosen item for its value and is hit")
+{
+    TestWindow window;
+    const MenuRef menu = NewMenu(200, Pascal("Menu").data());
+    AppendMenu(menu, Pascal("First;Second;Third").data());
+    const ControlRef popup =
+        window.Add(kControlPopupButtonProc, { 40, 20, 60, 220 }, "Choose:", 0, -12345, -1);
+    SetControlPopupMenuHandle(popup, menu);
+    CHECK(GetControlPopupMenuHandle(popup) == menu);
+    CHECK(GetControlMinimum(popup) == 1);
+    CHECK(GetControlMaximum(popup) == 3);
+    CHECK(GetControlValue(popup) == 1);
+    MenuRef back = nullptr;
+    CHECK(GetControlData(popup, 0, kControlPopupButtonMenuHandleTag, sizeof back, &back, nullptr) == noErr);
+    CHECK(back == menu);
+    Listener hits(GetWindowEventTarget(window), { kHitEvent });
+    host::PressMouse(Global(150, 50));
+    host::MoveMouse(Global(150, 68)); // one item further down
+    host::ReleaseMouse(Global(150, 68));
+    host::RunFor(1);
+    CHECK(GetControlValue(popup) == 2);
+    CHECK(hits.Count() == 1);
+    DisposeControl(popup);
+    DisposeMenu(menu);
+}
