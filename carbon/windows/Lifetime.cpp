@@ -142,8 +142,8 @@ void Release(WindowRef inWindow)
     if (!window || window->disposing || --window->owners)
         return;
     // Handlers of what follows may look at the window; it is alive until they have heard all of it.
-    HideWindow(inWindow);
     window->disposing = true;
+    HideWindow(inWindow);
     Deactivate(*window);
     SettleActivation();
     SendWindowEvent(inWindow, kEventWindowClosed);
