@@ -152,7 +152,8 @@ private:
         if (GetThemeTrackThumbPositionFromOffset(&inStart, offset, &position) != noErr ||
             GetThemeTrackLiveValue(&inStart, position, &value) != noErr)
             return inStart.value;
-        return std::clamp(value, std::min(inStart.min, inStart.max), std::max(inStart.min, inStart.max));
+        const SInt32 least = inStart.min, most = inStart.max; // copies: the record's fields are not aligned
+        return std::clamp(value, std::min(least, most), std::max(least, most));
     }
 
     static constexpr SInt16 kSlop = 60; // the mouse further away lets the thumb spring back
