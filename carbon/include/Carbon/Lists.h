@@ -6,15 +6,10 @@
 #include <Carbon/Events.h>
 #include <Carbon/MacTypes.h>
 
-typedef Point Cell; // h is the column, v the row
+typedef Point Cell;      // h is the column, v the row
 typedef Rect ListBounds; // half-open, in cells
 
-enum {
-    lDrawingModeOffBit = 3,
-    lDrawingModeOff = 8,
-    lDoVAutoscroll = 2,
-    lDoHAutoscroll = 1
-};
+enum { lDrawingModeOffBit = 3, lDrawingModeOff = 8, lDoVAutoscroll = 2, lDoHAutoscroll = 1 };
 
 // Selection flags; together they say what a click, shift and command do. 0: the usual rules.
 enum {
@@ -33,17 +28,21 @@ LAMPBLACK_BEGIN_C
 //
 // A new list in a window's port.
 //
-// Units:      rView is local and excludes the scroll bars, which lie 15 pixels wide along its right and bottom.
-//             A cell size of 0 in either direction is computed: the whole width, the height of a line of text.
+// Units:      rView is local and excludes the scroll bars, which lie 15 pixels wide along its right and
+// bottom.
+//             A cell size of 0 in either direction is computed: the whole width, the height of a line of
+//             text.
 // Ownership:  the caller's; LDispose. The scroll bars belong to the list.
 // Errors:     NULL for a bad window or rectangle. theProc must be 0, the text list.
-ListHandle LNew(const Rect* rView, const ListBounds* dataBounds, Point cSize, short theProc, WindowRef theWindow,
-                Boolean drawIt, Boolean hasGrow, Boolean scrollHoriz, Boolean scrollVert);
+ListHandle LNew(const Rect* rView, const ListBounds* dataBounds, Point cSize, short theProc,
+                WindowRef theWindow, Boolean drawIt, Boolean hasGrow, Boolean scrollHoriz,
+                Boolean scrollVert);
 void LDispose(ListHandle list);
 
 // LAddColumn, LAddRow
 //
-// Insert empty ones before the given number; past the end they are added there. The number of the first new one.
+// Insert empty ones before the given number; past the end they are added there. The number of the first new
+// one.
 short LAddColumn(short count, short colNum, ListHandle list);
 short LAddRow(short count, short rowNum, ListHandle list);
 
@@ -80,8 +79,8 @@ void LActivate(Boolean act, ListHandle list);
 
 // LClick
 //
-// Tracks a press at a point of the port in the cells or the scroll bars, and answers whether it was the second
-// of a double click on one cell.
+// Tracks a press at a point of the port in the cells or the scroll bars, and answers whether it was the
+// second of a double click on one cell.
 Boolean LClick(Point pt, EventModifiers modifiers, ListHandle list);
 
 GrafPtr GetListPort(ListHandle list);

@@ -7,8 +7,12 @@
 #include <stdint.h>
 
 // Every public entry is a C function, visible outside the library and open to interposition.
-#define LAMPBLACK_BEGIN_C extern "C" { _Pragma("GCC visibility push(default)")
-#define LAMPBLACK_END_C _Pragma("GCC visibility pop") }
+#define LAMPBLACK_BEGIN_C                                                                                    \
+    extern "C" {                                                                                             \
+    _Pragma("GCC visibility push(default)")
+#define LAMPBLACK_END_C                                                                                      \
+    _Pragma("GCC visibility pop")                                                                            \
+    }
 
 #define TARGET_API_MAC_CARBON 1
 #define TARGET_RT_LITTLE_ENDIAN 1

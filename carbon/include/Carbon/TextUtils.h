@@ -8,7 +8,8 @@ LAMPBLACK_BEGIN_C
 
 // CopyCStringToPascal, c2pstrcpy
 //
-// Copy at most 255 bytes; source and destination may be the same storage. A null source gives an empty string.
+// Copy at most 255 bytes; source and destination may be the same storage. A null source gives an empty
+// string.
 void CopyCStringToPascal(const char* src, Str255 dst);
 void c2pstrcpy(Str255 dst, const char* src);
 
