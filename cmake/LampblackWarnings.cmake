@@ -11,3 +11,6 @@ endif()
 if(LAMPBLACK_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  add_compile_options(-Wno-restrict) # that compiler takes a plain std::string concatenation for an overlap
+endif()
