@@ -154,9 +154,10 @@ TEST_CASE_FIXTURE(Toolkit, "CreateWindowFromDLOGResource: bounds, title and ID c
     ReleaseWindow(window);
 }
 
-TEST_CASE_FIXTURE(Toolkit, "CreateWindowFromDLOGResource: a missing resource is a parameter error")
+TEST_CASE_FIXTURE(Toolkit, "CreateWindowFromDLOGResource: a missing resource or result is a parameter error")
 {
     WindowRef window = nullptr;
+    CHECK(CreateWindowFromDLOGResource(kDocumentWindowClass, 0, 128, nullptr) == paramErr);
     CHECK(CreateWindowFromDLOGResource(kDocumentWindowClass, 0, 9999, &window) == paramErr);
     CHECK(window == nullptr);
 }

@@ -108,8 +108,9 @@ OSStatus CreateWindowFromDLOGResource(WindowClass inClass, WindowAttributes inAt
 {
     const Handle resource = GetResource('DLOG', static_cast<short>(inDialogID));
     Template dialog;
-    if (!resource || !ReadTemplate(resource, &dialog))
+    if (!outWindow || !resource || !ReadTemplate(resource, &dialog))
         return paramErr;
+    *outWindow = nullptr;
     OSStatus err = CreateNewWindow(inClass, inAttributes, &dialog.fBounds, outWindow);
     if (!*outWindow)
         return err != noErr ? err : paramErr;

@@ -33,7 +33,8 @@ WindowRef GetWindowByID(long inID);
 // Shape:      'DLOG' record as the resource manager flips it: bounds Rect at 0, Pascal title at 20.
 // Units:      bounds are global QuickDraw pixels; (0,0) is the main screen's top left.
 // Ownership:  the caller owns *outWindow, even when an error comes with it; release it with ReleaseWindow.
-// Errors:     paramErr  no 'DLOG' with this ID in the resource chain, or one too short for its bounds;
+// Errors:     paramErr  no 'DLOG' with this ID in the resource chain, one too short for its bounds,
+//                       or a NULL outWindow;
 //                       else what the Window Manager or CreateRootControl answers.
 // Source:     layout [IM-DM, documented]; the item list is left unread [ours].
 OSStatus CreateWindowFromDLOGResource(WindowClass inClass, WindowAttributes inAttributes, long inDialogID,
