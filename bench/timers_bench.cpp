@@ -77,6 +77,36 @@ struct Flat {
     }
 };
 
+// The same, firing in the order of the times, as whoever installs timers may rely on: what is due is
+// collected, sorted unless it happens to lie in order, and checked again before it fires, since the one
+// before it may have re-armed it.
+struct FlatInOrder : Flat {
+    struct Due {
+        double time;
+        size_t index;
+    };
+    std::vector<Due> due;
+
+    void Pass()
+    {
+        const double now = Now();
+        const auto earlier = [](const Due& a, const Due& b) { return a.time < b.time; };
+        due.clear();
+        for (size_t i = 0; i < timers.size(); ++i)
+            if (timers[i].time <= now)
+                due.push_back({ timers[i].time, i });
+        if (!std::is_sorted(due.begin(), due.end(), earlier))
+            std::sort(due.begin(), due.end(), earlier);
+        for (const Due& each : due) {
+            FlatTimer& timer = timers[each.index];
+            if (timer.time != each.time)
+                continue;
+            timer.time = timer.interval > 0 ? timer.time + timer.interval : 1e300;
+            timer.proc(timer.data);
+        }
+    }
+};
+
 // This project
 
 struct Carbon {
@@ -271,6 +301,7 @@ void Pass(benchmark::State& state)
     BENCHMARK(Pass<Timers, kFew, true>)->Name("PassFew<" #Timers ">")->Unit(benchmark::kMicrosecond)
 
 ROWS(Flat);
+ROWS(FlatInOrder);
 ROWS(Carbon);
 #ifdef LAMPBLACK_BENCH_LIBEVENT
 ROWS(Libevent);

@@ -1,6 +1,7 @@
 // Where an event goes that was taken from the queue, and what the application does with commands by default.
 #include "events/EventTargets.h"
 #include "events/Routing.h"
+#include "events/Runs.h"
 #include "events/TargetRecord.h"
 
 #include <Carbon/CarbonEvents.h>
@@ -135,6 +136,30 @@ Target* MakeDispatcher()
     return target;
 }
 
+// A loop that takes events with WaitNextEvent is no run of its own.
+bool IsApplicationDispatching()
+{
+    for (const LoopRun* run = InnermostRun(); run; run = run->outer)
+        if (run->kind != LoopRun::Kind::Current)
+            return true;
+    return false;
+}
+
+// An application around WaitNextEvent ends its loop itself, when its own Quit item is chosen. Every one takes
+// Command-Q to MenuKey, which finds that item, so it hears of the desktop's wish as this key.
+void PostQuitKey()
+{
+    Event* key =
+        NewEvent(kEventClassKeyboard, kEventRawKeyDown, GetCurrentEventTime(), kEventAttributeUserEvent);
+    if (!key)
+        return;
+    Set(*key, kEventParamKeyCode, typeUInt32, UInt32{ kVK_ANSI_Q });
+    Set(*key, kEventParamKeyMacCharCodes, typeChar, 'q');
+    Set(*key, kEventParamKeyModifiers, typeUInt32, UInt32{ cmdKey });
+    PostEventToQueue(GetMainEventQueue(), gEvents.ReferenceTo(key), kEventPriorityStandard);
+    Release(key);
+}
+
 OSStatus DoCommand(EventHandlerCallRef, EventRef inEvent, void*)
 {
     HICommand command = {};
@@ -142,7 +167,12 @@ OSStatus DoCommand(EventHandlerCallRef, EventRef inEvent, void*)
                       &command);
     if (command.commandID != kHICommandQuit)
         return eventNotHandledErr;
-    QuitApplicationEventLoop();
+    if (IsApplicationDispatching())
+        QuitApplicationEventLoop();
+    else if (command.attributes & kHICommandFromMenu)
+        return eventNotHandledErr; // what MenuSelect and MenuKey answer tells
+    else
+        PostQuitKey();
     return noErr;
 }
 

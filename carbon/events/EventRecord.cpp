@@ -1,27 +1,12 @@
 // Making and ending events, and where their parameters are put.
-#include "Host.h"
 #include "events/EventRecord.h"
+#include "Host.h"
 
 #include <cstring>
 
 namespace lampblack::events {
 
 EventPool gEvents;
-
-Event* NewEvent(OSType inClass, UInt32 inKind, EventTime inTime, EventAttributes inAttributes)
-{
-    Event* event = gEvents.Take();
-    if (!event)
-        return nullptr;
-    event->eventClass = inClass;
-    event->kind = inKind;
-    event->time = inTime;
-    event->attributes = inAttributes;
-    event->retains = 1;
-    event->count = 0;
-    event->dataBytes = 0;
-    return event;
-}
 
 namespace {
 
@@ -53,15 +38,11 @@ void LetGoOfEvents(Event& ioEvent)
 
 } // namespace
 
-void Release(Event* inEvent)
+void EmptyParameters(Event& ioEvent)
 {
-    if (--inEvent->retains)
-        return;
-    if (inEvent->holdsEvents) [[unlikely]]
-        LetGoOfEvents(*inEvent);
-    if (inEvent->large) [[unlikely]]
-        inEvent->large.reset();
-    gEvents.GiveBack(inEvent);
+    if (ioEvent.holdsEvents)
+        LetGoOfEvents(ioEvent);
+    ioEvent.large.reset();
 }
 
 namespace {

@@ -61,8 +61,32 @@ inline EventRef ReferenceTo(const Event* inEvent)
 }
 
 // Null when half a million events are alive.
-Event* NewEvent(OSType inClass, UInt32 inKind, EventTime inTime, EventAttributes inAttributes);
-void Release(Event* inEvent);
+inline Event* NewEvent(OSType inClass, UInt32 inKind, EventTime inTime, EventAttributes inAttributes)
+{
+    Event* event = gEvents.Take();
+    if (!event) [[unlikely]]
+        return nullptr;
+    event->eventClass = inClass;
+    event->kind = inKind;
+    event->time = inTime;
+    event->attributes = inAttributes;
+    event->retains = 1;
+    event->count = 0;
+    event->dataBytes = 0;
+    return event;
+}
+
+// Lets go of what the parameters hold, beyond the record.
+void EmptyParameters(Event& ioEvent);
+
+inline void Release(Event* inEvent)
+{
+    if (--inEvent->retains)
+        return;
+    if (inEvent->holdsEvents || inEvent->large) [[unlikely]]
+        EmptyParameters(*inEvent);
+    gEvents.GiveBack(inEvent);
+}
 
 // Where a parameter lies; false when there is none of the name.
 struct Found {

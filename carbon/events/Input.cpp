@@ -1,6 +1,6 @@
 // Each kind of the machine's input, and the event that it becomes.
-#include "Host.h"
 #include "events/Input.h"
+#include "Host.h"
 #include "events/Queue.h"
 #include "events/ScreenHooks.h"
 #include "events/Timers.h"
@@ -300,10 +300,8 @@ void TakeInputInPolls()
         TakeAllInput();
 }
 
-void NoteTaken(const Event& inEvent)
+void NoteUserEventTaken(const Event& inEvent)
 {
-    if (!(inEvent.attributes & kEventAttributeUserEvent)) [[likely]]
-        return;
     UserState& state = State();
     const UInt32 modifiers = state.eventModifiers ? *state.eventModifiers : 0;
     state.eventModifiers = Get(inEvent, kEventParamKeyModifiers, typeUInt32, modifiers);

@@ -15,7 +15,12 @@ void TakeAllInput();
 void TakeInputInPolls();
 
 // Keeps the state of buttons and modifier keys in step with the queue.
-void NoteTaken(const Event& inEvent);
+void NoteUserEventTaken(const Event& inEvent);
+inline void NoteTaken(const Event& inEvent)
+{
+    if (inEvent.attributes & kEventAttributeUserEvent)
+        NoteUserEventTaken(inEvent);
+}
 
 } // namespace lampblack::events
 

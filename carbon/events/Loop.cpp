@@ -1,7 +1,7 @@
 // Waiting, receiving and running.
+#include "events/Loop.h"
 #include "Host.h"
 #include "events/Input.h"
-#include "events/Loop.h"
 #include "events/ModalLoop.h"
 #include "events/TargetRecord.h"
 #include "events/Timers.h"
@@ -10,7 +10,6 @@
 #include <Carbon/CarbonEvents.h>
 
 #include <algorithm>
-#include <atomic>
 #include <utility>
 
 namespace lampblack::events {
@@ -72,17 +71,20 @@ std::vector<double (*)(double)>& Hooks()
 
 double gHooksRan = 0; // when
 int gEventsSinceLook = 0;
-std::atomic<bool> gIsWaiting = false;
 
-// For a loop that always finds an event and so never waits.
-void RunHooksWhenBusy()
+[[gnu::noinline]] void LookAtHooks()
 {
-    if (++gEventsSinceLook < kEventsBetweenLooks) [[likely]]
-        return;
     gEventsSinceLook = 0;
     const double now = host::Now();
     if (now - gHooksRan >= kFrame)
         RunWaitHooks(now);
+}
+
+// For a loop that always finds an event and so never waits.
+void RunHooksWhenBusy()
+{
+    if (++gEventsSinceLook == kEventsBetweenLooks) [[unlikely]]
+        LookAtHooks();
 }
 
 } // namespace
@@ -103,10 +105,11 @@ double RunWaitHooks(double inNow)
     return earliest;
 }
 
-void WakeLoop()
+std::atomic<bool> gIsWaiting = false;
+
+void EndWait()
 {
-    if (gIsWaiting)
-        host::Machine().wake();
+    host::Machine().wake();
 }
 
 // Waiting
@@ -125,9 +128,9 @@ static void WaitUntil(double inTime)
     gIsWaiting = false;
 }
 
-OSStatus Await(const Matcher& inMatcher, double inDeadline, Event** outEvent)
+OSStatus Await(Matcher inMatcher, double inDeadline, Event** outEvent)
 {
-    while (true) {
+    while (true) { // the first round finds an event, mostly, and asks nobody else
         if (!gTimers.IsEmpty())
             gTimers.FireDue(host::Now());
         if (TakeQuit())

@@ -5,6 +5,8 @@
 #include "events/Queue.h"
 #include "events/Runs.h"
 
+#include <atomic>
+
 namespace lampblack::events {
 
 // The second of the machine's clock at which a wait of that length is over; a negative one never is.
@@ -12,7 +14,7 @@ double DeadlineAfter(EventTimeout inTimeout);
 
 // Waits for an event in the queue. Timers fire and wait hooks run meanwhile. *outEvent stays in the queue.
 // Answers eventLoopTimedOutErr or eventLoopQuitErr when there is none.
-OSStatus Await(const Matcher& inMatcher, double inDeadline, Event** outEvent);
+OSStatus Await(Matcher inMatcher, double inDeadline, Event** outEvent);
 
 // Takes it from the queue; the queue's reference is the caller's.
 void Take(Event* inEvent);
@@ -27,7 +29,13 @@ OSStatus DispatchUntil(double inDeadline);
 double RunWaitHooks(double inNow);
 
 // Ends a wait that is going on.
-void WakeLoop();
+void EndWait();
+extern std::atomic<bool> gIsWaiting;
+inline void WakeLoop()
+{
+    if (gIsWaiting) [[unlikely]]
+        EndWait();
+}
 
 } // namespace lampblack::events
 

@@ -1,51 +1,24 @@
 // The queue, and the published calls on it.
+#include "events/Queue.h"
 #include "events/Input.h"
 #include "events/Loop.h"
-#include "events/Queue.h"
 
 namespace lampblack::events {
 
 Queue gQueue;
 
-static bool IsOfTypes(const Event& inEvent, const void* inList)
+bool IsOfTypes(const Event& inEvent, const void* inTypeList)
 {
-    const TypeList& list = *static_cast<const TypeList*>(inList);
+    const TypeList& list = *static_cast<const TypeList*>(inTypeList);
     for (ItemCount i = 0; i < list.count; ++i)
         if (list.types[i].eventClass == inEvent.eventClass && list.types[i].eventKind == inEvent.kind)
             return true;
     return false;
 }
 
-Matcher MatchTypes(const TypeList& inList)
+Event* Queue::FirstMatching(const Matcher& inMatcher) const
 {
-    return inList.count ? Matcher{ IsOfTypes, &inList } : Matcher{};
-}
-
-void Queue::Post(Event* inEvent, EventPriority inPriority)
-{
-    List& list = fLists[inPriority];
-    inEvent->next = nullptr;
-    inEvent->previous = list.last;
-    (list.last ? list.last->next : list.first) = inEvent;
-    list.last = inEvent;
-    inEvent->priority = (UInt8)inPriority;
-    inEvent->isQueued = true;
-    ++inEvent->retains;
-    ++fCount;
-}
-
-void Queue::Remove(Event* inEvent)
-{
-    List& list = fLists[inEvent->priority];
-    (inEvent->previous ? inEvent->previous->next : list.first) = inEvent->next;
-    (inEvent->next ? inEvent->next->previous : list.last) = inEvent->previous;
-    inEvent->isQueued = false;
-    --fCount;
-}
-
-Event* Queue::First(const Matcher& inMatcher) const
-{
-    for (int priority = kEventPriorityHigh; fCount && priority >= kEventPriorityLow; --priority)
+    for (int priority = kEventPriorityHigh; priority >= kEventPriorityLow; --priority)
         for (Event* event = fLists[priority].first; event; event = event->next)
             if (inMatcher(*event))
                 return event;
@@ -62,7 +35,7 @@ void Queue::Flush(const Matcher& inMatcher)
 
 static bool IsMainQueue(EventQueueRef inQueue)
 {
-    return inQueue == GetMainEventQueue();
+    return inQueue == reinterpret_cast<EventQueueRef>(&gQueue);
 }
 
 } // namespace lampblack::events

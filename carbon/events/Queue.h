@@ -20,13 +20,42 @@ struct TypeList {
 };
 
 // Matches the types of a list, which must outlive the matcher; an empty list matches everything.
-Matcher MatchTypes(const TypeList& inList);
+bool IsOfTypes(const Event& inEvent, const void* inTypeList);
+inline Matcher MatchTypes(const TypeList& inList)
+{
+    return inList.count ? Matcher{ IsOfTypes, &inList } : Matcher{};
+}
 
 class Queue {
 public:
-    void Post(Event* inEvent, EventPriority inPriority); // takes a reference
-    void Remove(Event* inEvent);                         // the queue's reference goes to the caller
-    Event* First(const Matcher& inMatcher) const;
+    // Takes a reference.
+    void Post(Event* inEvent, EventPriority inPriority)
+    {
+        List& list = fLists[inPriority];
+        inEvent->next = nullptr;
+        inEvent->previous = list.last;
+        (list.last ? list.last->next : list.first) = inEvent;
+        list.last = inEvent;
+        inEvent->priority = (UInt8)inPriority;
+        inEvent->isQueued = true;
+        ++inEvent->retains;
+        ++fCount;
+    }
+    // The queue's reference goes to the caller.
+    void Remove(Event* inEvent)
+    {
+        List& list = fLists[inEvent->priority];
+        (inEvent->previous ? inEvent->previous->next : list.first) = inEvent->next;
+        (inEvent->next ? inEvent->next->previous : list.last) = inEvent->previous;
+        inEvent->isQueued = false;
+        --fCount;
+    }
+    Event* First(const Matcher& inMatcher) const
+    {
+        if (!fCount)
+            return nullptr;
+        return inMatcher.matches ? FirstMatching(inMatcher) : FirstOfAll();
+    }
     void Flush(const Matcher& inMatcher);
     ItemCount Count() const { return fCount; }
     bool IsEmpty() const { return fCount == 0; }
@@ -52,6 +81,16 @@ private:
         Event* first = nullptr;
         Event* last = nullptr;
     };
+
+    Event* FirstMatching(const Matcher& inMatcher) const;
+    Event* FirstOfAll() const
+    {
+        for (int priority = kEventPriorityHigh; priority > kEventPriorityLow; --priority)
+            if (Event* event = fLists[priority].first)
+                return event;
+        return fLists[kEventPriorityLow].first;
+    }
+
     List fLists[kEventPriorityHigh + 1];
     ItemCount fCount = 0;
 };

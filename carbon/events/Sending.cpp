@@ -32,13 +32,17 @@ Level::Level(EventTargetRef inTarget, EventTargetRef inNext, Rank inBelow, Optio
     gInnermost = this;
 }
 
+[[gnu::noinline]] const CallTable::Chain& MakeCallsFor(Target& ioTarget, uint64_t inType)
+{
+    const Call catchAll = { kCatchAllRank, ioTarget.catchAll, ioTarget.owner };
+    return *ioTarget.calls.Add(inType, ioTarget.handlers, ioTarget.catchAll ? &catchAll : nullptr);
+}
+
 const CallTable::Chain& CallsFor(Target& ioTarget, const Event& inEvent)
 {
     const uint64_t type = TypeKey(inEvent.eventClass, inEvent.kind);
-    if (const CallTable::Chain* chain = ioTarget.calls.Find(type)) [[likely]]
-        return *chain;
-    const Call catchAll = { kCatchAllRank, ioTarget.catchAll, ioTarget.owner };
-    return *ioTarget.calls.Add(type, ioTarget.handlers, ioTarget.catchAll ? &catchAll : nullptr);
+    const CallTable::Chain* chain = ioTarget.calls.Find(type);
+    return chain ? *chain : MakeCallsFor(ioTarget, type);
 }
 
 EventTargetRef NextOf(const Target& inTarget)
@@ -65,12 +69,22 @@ struct Outcome {
     bool done = false; // nobody else is asked
 };
 
+// What a handler's answer means for the level. True when the level is at its end.
+bool EndsLevel(const Level& inLevel, OSStatus inStatus, Outcome* ioOutcome)
+{
+    if (inStatus == eventPassToNextTargetErr && !inLevel.passedOn)
+        return true;
+    if (inStatus != eventPassToNextTargetErr && inStatus != eventNotHandledErr)
+        ioOutcome->status = inStatus;
+    return ioOutcome->done = inLevel.passedOn || !MayGoOn(inStatus, inLevel.options);
+}
+
 // Calls what stands in the target's stack below the level's rank. The stack may change under each call: then
 // the place is found again by its rank.
-Outcome CallHandlers(Level& ioLevel, Event* inEvent)
+[[gnu::always_inline]] inline Outcome CallHandlers(Level& ioLevel, Target* inTarget, Event* inEvent)
 {
     Outcome outcome;
-    Target* target = gTargets.Find(ioLevel.target);
+    Target* target = inTarget;
     CallTable::Chain chain = CallsFor(*target, *inEvent);
     uint32_t version = target->calls.Version();
     uint32_t index = ioLevel.rank == kAboveAll ? chain.first : FirstBelow(*target, chain, ioLevel.rank);
@@ -79,12 +93,10 @@ Outcome CallHandlers(Level& ioLevel, Event* inEvent)
         ioLevel.rank = call.rank;
         const OSStatus status =
             call.proc(reinterpret_cast<EventHandlerCallRef>(&ioLevel), ReferenceTo(inEvent), call.userData);
-        if (status == eventPassToNextTargetErr && !ioLevel.passedOn)
-            return outcome;
-        if (status != eventPassToNextTargetErr && status != eventNotHandledErr)
-            outcome.status = status;
-        outcome.done = ioLevel.passedOn || !MayGoOn(status, ioLevel.options);
-        if (outcome.done || !(target = gTargets.Find(ioLevel.target)))
+        if (status != eventNotHandledErr || ioLevel.passedOn) [[unlikely]]
+            if (EndsLevel(ioLevel, status, &outcome))
+                return outcome;
+        if (!(target = gTargets.Find(ioLevel.target))) [[unlikely]]
             return outcome;
         if (target->calls.Version() == version) [[likely]] {
             ++index;
@@ -97,16 +109,15 @@ Outcome CallHandlers(Level& ioLevel, Event* inEvent)
     return outcome;
 }
 
-// From a place in one target's stack to the end of the way.
-OSStatus Walk(Event* inEvent, EventTargetRef inTarget, EventTargetRef inNext, Rank inBelow,
-              OptionBits inOptions)
+// From a place in one target's stack to the end of the way. The first target may be gone.
+[[gnu::always_inline]] inline OSStatus Walk(Event* inEvent, Target* inTarget, EventTargetRef inReference,
+                                            EventTargetRef inNext, Rank inBelow, OptionBits inOptions)
 {
     OSStatus result = eventNotHandledErr;
     while (true) {
-        EventTargetRef next = inNext;
-        if (gTargets.Find(inTarget)) {
-            Level level(inTarget, inNext, inBelow, inOptions);
-            const Outcome outcome = CallHandlers(level, inEvent);
+        if (inTarget) {
+            Level level(inReference, inNext, inBelow, inOptions);
+            const Outcome outcome = CallHandlers(level, inTarget, inEvent);
             if (outcome.done)
                 return outcome.status;
             if (outcome.status != eventNotHandledErr)
@@ -114,11 +125,11 @@ OSStatus Walk(Event* inEvent, EventTargetRef inTarget, EventTargetRef inNext, Ra
         }
         if (inOptions & kEventTargetDontPropagate)
             return result;
-        const Target* target = gTargets.Find(next);
-        if (!target)
+        inTarget = gTargets.Find(inNext);
+        if (!inTarget)
             return result;
-        inTarget = next;
-        inNext = NextOf(*target);
+        inReference = inNext;
+        inNext = NextOf(*inTarget);
         inBelow = kAboveAll;
     }
 }
@@ -131,15 +142,28 @@ Level* FindLevel(EventHandlerCallRef inCallRef)
     return nullptr;
 }
 
+[[gnu::noinline]] OSStatus SendTo(Target* inTarget, EventTargetRef inReference, Event* inEvent,
+                                  OptionBits inOptions)
+{
+    const StRetained alive(inEvent);
+    return Walk(inEvent, inTarget, inReference, NextOf(*inTarget), kAboveAll, inOptions);
+}
+
+inline OSStatus SendChecked(EventRef inEvent, EventTargetRef inTarget, OptionBits inOptions)
+{
+    Event* event = FindEvent(inEvent);
+    Target* target = gTargets.Find(inTarget);
+    if (!event || !target)
+        return paramErr;
+    return SendTo(target, inTarget, event, inOptions);
+}
+
 } // namespace
 
 OSStatus Send(Event* inEvent, EventTargetRef inTarget, OptionBits inOptions)
 {
-    const Target* target = gTargets.Find(inTarget);
-    if (!target)
-        return eventNotHandledErr;
-    const StRetained alive(inEvent);
-    return Walk(inEvent, inTarget, NextOf(*target), kAboveAll, inOptions);
+    Target* target = gTargets.Find(inTarget);
+    return target ? SendTo(target, inTarget, inEvent, inOptions) : OSStatus{ eventNotHandledErr };
 }
 
 } // namespace lampblack::events
@@ -148,15 +172,12 @@ using namespace lampblack::events;
 
 OSStatus SendEventToEventTarget(EventRef inEvent, EventTargetRef inTarget)
 {
-    return SendEventToEventTargetWithOptions(inEvent, inTarget, kNilOptions);
+    return SendChecked(inEvent, inTarget, kNilOptions);
 }
 
 OSStatus SendEventToEventTargetWithOptions(EventRef inEvent, EventTargetRef inTarget, OptionBits inOptions)
 {
-    Event* event = FindEvent(inEvent);
-    if (!event || !gTargets.Find(inTarget))
-        return paramErr;
-    return Send(event, inTarget, inOptions);
+    return SendChecked(inEvent, inTarget, inOptions);
 }
 
 OSStatus CallNextEventHandler(EventHandlerCallRef inCallRef, EventRef inEvent)
@@ -167,5 +188,5 @@ OSStatus CallNextEventHandler(EventHandlerCallRef inCallRef, EventRef inEvent)
         return paramErr;
     level->passedOn = true;
     const StRetained alive(event);
-    return Walk(event, level->target, level->next, level->rank, level->options);
+    return Walk(event, gTargets.Find(level->target), level->target, level->next, level->rank, level->options);
 }

@@ -81,7 +81,7 @@ public:
     Record* Take()
     {
         Record* record = fFree ? fFree : NewSlot();
-        if (!record)
+        if (!record) [[unlikely]]
             return nullptr;
         fFree = record->nextFree;
         record->tag = record->generation++ & kMask;
@@ -107,7 +107,7 @@ private:
     static constexpr uintptr_t kMask = kSlotSize - 1;
     static_assert(kSlotSize >= 64 && kSlotSize <= 4096, "room for generations; slots lie on their own size");
 
-    Record* NewSlot()
+    [[gnu::noinline]] Record* NewSlot()
     {
         if (fUsedBytes == fReserved * kSlotSize)
             return nullptr;

@@ -46,14 +46,14 @@ public:
     // Null when nobody has asked for this type since Clear.
     const Chain* Find(uint64_t inType) const
     {
-        if (fChains.empty())
+        if (fChains.empty()) [[unlikely]]
             return nullptr;
-        for (size_t slot = Home(inType);; slot = (slot + 1) & (fChains.size() - 1)) {
+        for (size_t slot = Home(inType);; slot = (slot + 1) & fMask) {
             const Chain& chain = fChains[slot];
+            if (chain.type == inType && chain.count != kFree) [[likely]]
+                return &chain;
             if (chain.count == kFree)
                 return nullptr;
-            if (chain.type == inType)
-                return &chain;
         }
     }
 
@@ -66,15 +66,13 @@ private:
     static constexpr uint32_t kFree = 0xFFFFFFFF;
     static constexpr size_t kMostChains = 1024; // a program that invents event kinds does not fill the memory
 
-    size_t Home(uint64_t inType) const
-    {
-        return (size_t)((inType * 0x9E3779B97F4A7C15u) >> 40) & (fChains.size() - 1);
-    }
+    size_t Home(uint64_t inType) const { return (size_t)((inType * 0x9E3779B97F4A7C15u) >> 40) & fMask; }
     void Insert(const Chain& inChain);
     void Grow();
 
     std::vector<Chain> fChains;
     std::vector<Call> fCalls;
+    size_t fMask = 0; // the number of chains less one
     size_t fCount = 0;
     uint32_t fVersion = 0;
 };

@@ -41,7 +41,7 @@ void CallTable::Insert(const Chain& inChain)
 {
     size_t slot = Home(inChain.type);
     while (fChains[slot].count != kFree)
-        slot = (slot + 1) & (fChains.size() - 1);
+        slot = (slot + 1) & fMask;
     fChains[slot] = inChain;
 }
 
@@ -49,6 +49,7 @@ void CallTable::Grow()
 {
     std::vector<Chain> old(fChains.empty() ? 8 : fChains.size() * 2, Chain{ 0, 0, kFree });
     old.swap(fChains);
+    fMask = fChains.size() - 1;
     for (const Chain& chain : old)
         if (chain.count != kFree)
             Insert(chain);

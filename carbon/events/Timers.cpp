@@ -1,9 +1,11 @@
 // Timers, and the published calls on them.
-#include "Host.h"
 #include "events/Timers.h"
+#include "Host.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <utility>
 
 namespace lampblack::events {
 
@@ -22,39 +24,52 @@ void TimerList::Arm(size_t inPosition, double inTime)
         fBound = inTime;
 }
 
+UInt32 TimerList::TakePosition()
+{
+    if (!fGaps.empty()) {
+        const UInt32 position = fGaps.back();
+        fGaps.pop_back();
+        return position;
+    }
+    if (fTimes.size() % kBlock == 0)
+        fBounds.push_back(kForever);
+    fTimes.push_back(kForever);
+    fTimers.push_back(nullptr);
+    fGaps.reserve(fTimes.capacity());
+    return (UInt32)fTimes.size() - 1;
+}
+
 Timer* TimerList::Install(double inTime)
 {
     Timer* timer = gTimerPool.Take();
     if (!timer)
         return nullptr;
-    if (fTimes.size() % kBlock == 0)
-        fBounds.push_back(kForever);
-    timer->position = (UInt32)fTimes.size();
+    timer->position = TakePosition();
     timer->isFiring = false;
     timer->idle = Timer::Idle::No;
-    fTimes.push_back(kForever);
-    fTimers.push_back(timer);
+    fTimers[timer->position] = gTimerPool.ReferenceTo(timer);
     Arm(timer->position, inTime);
     return timer;
 }
 
-// The last timer moves into the gap.
+void TimerList::Clear()
+{
+    fTimes.clear();
+    fTimers.clear();
+    fGaps.clear();
+    fBounds.clear();
+    fBound = kForever;
+}
+
 void TimerList::Remove(Timer* inTimer)
 {
-    if (inTimer->idle != Timer::Idle::No)
+    if (inTimer->idle != Timer::Idle::No) [[unlikely]]
         std::erase(fIdle, gTimerPool.ReferenceTo(inTimer));
-    const UInt32 position = inTimer->position;
-    const size_t last = fTimes.size() - 1;
-    if (position != last) {
-        fTimers[position] = fTimers[last];
-        fTimers[position]->position = position;
-        Arm(position, fTimes[last]);
-    }
-    fTimes.pop_back();
-    fTimers.pop_back();
-    if (last % kBlock == 0)
-        fBounds.pop_back();
+    fTimes[inTimer->position] = kForever;
+    fGaps.push_back(inTimer->position);
     gTimerPool.GiveBack(inTimer);
+    if (IsEmpty()) [[unlikely]]
+        Clear();
 }
 
 void TimerList::SetTime(Timer* inTimer, double inTime)
@@ -65,13 +80,18 @@ void TimerList::SetTime(Timer* inTimer, double inTime)
         Arm(inTimer->position, inTime);
 }
 
+// Four at a time, which do not wait for each other.
 double TimerList::ExactBound(size_t inBlock) const
 {
-    const size_t end = std::min(fTimes.size(), (inBlock + 1) * kBlock);
-    double bound = kForever;
-    for (size_t i = inBlock * kBlock; i < end; ++i)
-        bound = fTimes[i] < bound ? fTimes[i] : bound;
-    return bound;
+    const double* time = fTimes.data() + inBlock * kBlock;
+    const double* end = fTimes.data() + std::min(fTimes.size(), (inBlock + 1) * kBlock);
+    double bounds[4] = { kForever, kForever, kForever, kForever };
+    for (; end - time >= 4; time += 4)
+        for (int i = 0; i < 4; ++i)
+            bounds[i] = time[i] < bounds[i] ? time[i] : bounds[i];
+    for (; time != end; ++time)
+        bounds[0] = std::min(bounds[0], *time);
+    return std::min(std::min(bounds[0], bounds[1]), std::min(bounds[2], bounds[3]));
 }
 
 // Bounds are made exact from the lowest upwards, until the lowest is.
@@ -88,43 +108,75 @@ double TimerList::Next()
     return fBound = kForever;
 }
 
-double TimerList::CollectDue(size_t inBlock, double inNow)
+void TimerList::CollectDue(size_t inBlock, double inNow)
 {
     const size_t end = std::min(fTimes.size(), (inBlock + 1) * kBlock);
-    double bound = kForever;
+    Due due[kBlock];
+    size_t count = 0;
     for (size_t i = inBlock * kBlock; i < end; ++i) {
-        const double time = fTimes[i];
-        bound = time < bound ? time : bound;
-        if (time <= inNow)
-            fDue.push_back({ time, gTimerPool.ReferenceTo(fTimers[i]) });
+        due[count] = { fTimes[i], fTimers[i] };
+        count += fTimes[i] <= inNow;
     }
-    return bound;
+    fDue.insert(fDue.end(), due, due + count);
+}
+
+// The bits of times, which are not negative, stand in the order of the times, and those of one pass are close
+// to each other: so few of their digits differ.
+void TimerList::SortByDigits(Due* ioFirst, size_t inCount)
+{
+    constexpr int kBits = 11;
+    const auto earlier = [](const Due& a, const Due& b) { return a.time < b.time; };
+    const auto [least, most] = std::minmax_element(ioFirst, ioFirst + inCount, earlier);
+    const UInt64 base = std::bit_cast<UInt64>(least->time);
+    const UInt64 range = std::bit_cast<UInt64>(most->time) - base;
+    fSorting.resize(std::max(fSorting.size(), inCount));
+    Due *from = ioFirst, *to = fSorting.data();
+    for (int shift = 0; shift < 64 && range >> shift; shift += kBits) {
+        const auto digit = [=](const Due& inDue) {
+            return (std::bit_cast<UInt64>(inDue.time) - base) >> shift & ((1u << kBits) - 1);
+        };
+        UInt32 places[1 << kBits] = {};
+        for (size_t i = 0; i < inCount; ++i)
+            ++places[digit(from[i])];
+        UInt32 place = 0;
+        for (UInt32& each : places)
+            place += std::exchange(each, place);
+        for (size_t i = 0; i < inCount; ++i)
+            to[places[digit(from[i])]++] = from[i];
+        std::swap(from, to);
+    }
+    if (from != ioFirst)
+        std::copy(from, from + inCount, ioFirst);
 }
 
 // Few are moved into place where they stand; equal times keep their order.
 void TimerList::SortDue(size_t inFirst)
 {
-    constexpr ptrdiff_t kFew = 32;
+    constexpr ptrdiff_t kFew = 32, kMany = 512;
     const auto earlier = [](const Due& a, const Due& b) { return a.time < b.time; };
     const auto begin = fDue.begin() + (ptrdiff_t)inFirst, end = fDue.end();
     if (std::is_sorted(begin, end, earlier))
         return;
-    if (end - begin > kFew) {
+    if (end - begin >= kMany)
+        SortByDigits(&*begin, (size_t)(end - begin));
+    else if (end - begin > kFew)
         std::stable_sort(begin, end, earlier);
-        return;
-    }
-    for (auto next = begin + 1; next != end; ++next)
-        std::rotate(std::upper_bound(begin, next, *next, earlier), next, next + 1);
+    else
+        for (auto next = begin + 1; next != end; ++next)
+            std::rotate(std::upper_bound(begin, next, *next, earlier), next, next + 1);
 }
 
+// Until they are fired, the due ones count for the bounds: a callback may run a loop of its own, which fires
+// the rest.
 bool TimerList::FireDue(double inNow)
 {
+    constexpr size_t kAhead = 8; // the records are fetched while others' procedures run
     if (inNow < fBound)
         return false;
     const size_t first = fDue.size();
     for (size_t block = 0; block < fBounds.size(); ++block)
         if (fBounds[block] <= inNow)
-            fBounds[block] = CollectDue(block, inNow);
+            CollectDue(block, inNow);
     const size_t end = fDue.size();
     SortDue(first);
     struct StDue { // a callback may throw through the pass
@@ -132,8 +184,14 @@ bool TimerList::FireDue(double inNow)
         size_t first;
         ~StDue() { due.resize(first); }
     } const shrink{ fDue, first };
-    for (size_t i = first; i < end; ++i)
+    for (size_t i = first; i < end; ++i) {
+        if (i + kAhead < end)
+            __builtin_prefetch((const void*)fDue[i + kAhead].timer);
         Fire(Due(fDue[i]), inNow);
+    }
+    for (size_t block = 0; block < fBounds.size(); ++block)
+        if (fBounds[block] <= inNow)
+            fBounds[block] = ExactBound(block);
     Next();
     return end > first;
 }
@@ -176,7 +234,7 @@ static void CallTimer(EventLoopTimerRef inReference, Timer& ioTimer, double inNo
 void TimerList::Fire(const Due& inDue, double inNow)
 {
     Timer* timer = gTimerPool.Find(inDue.timer);
-    if (!timer || timer->isFiring || fTimes[timer->position] != inDue.time)
+    if (!timer || timer->isFiring || fTimes[timer->position] != inDue.time) [[unlikely]]
         return;
     struct StFiring {
         TimerList& list;
@@ -185,7 +243,8 @@ void TimerList::Fire(const Due& inDue, double inNow)
         {
             if (Timer* fired = gTimerPool.Find(reference)) {
                 fired->isFiring = false;
-                list.Arm(fired->position, fired->next);
+                if (fired->next != kForever)
+                    list.Arm(fired->position, fired->next);
             }
         }
     } const firing{ *this, inDue.timer };

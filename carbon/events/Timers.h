@@ -1,5 +1,6 @@
 // The timers: flat arrays of times in blocks of 64, each block with a lower bound of its times, so that
-// arming is a store, and looking for what is due reads one number a block.
+// arming is a store, and looking for what is due reads one number a block. A timer that goes leaves a gap,
+// which the next one fills.
 #ifndef LAMPBLACK_EVENTS_TIMERS_H
 #define LAMPBLACK_EVENTS_TIMERS_H
 
@@ -35,7 +36,7 @@ public:
     Timer* Install(double inTime);
     void Remove(Timer* inTimer);
     void SetTime(Timer* inTimer, double inTime); // host::kForever: never
-    bool IsEmpty() const { return fTimes.empty(); }
+    bool IsEmpty() const { return fGaps.size() == fTimes.size(); }
 
     // The earliest time of any timer.
     double Next();
@@ -58,18 +59,23 @@ private:
         EventLoopTimerRef timer;
     };
 
+    UInt32 TakePosition();
+    void Clear();
     double ExactBound(size_t inBlock) const;
-    double CollectDue(size_t inBlock, double inNow);
+    void CollectDue(size_t inBlock, double inNow);
     void SortDue(size_t inFirst);
+    void SortByDigits(Due* ioFirst, size_t inCount);
     void Arm(size_t inPosition, double inTime);
     void Fire(const Due& inDue, double inNow);
     static double TimeAfter(const Timer& inTimer, double inDue, double inNow);
 
-    std::vector<double> fTimes;
-    std::vector<Timer*> fTimers;
+    std::vector<double> fTimes; // host::kForever in a gap
+    std::vector<EventLoopTimerRef> fTimers;
+    std::vector<UInt32> fGaps;   // room for one a timer
     std::vector<double> fBounds; // no time of the block is earlier
     double fBound = 0;           // no time at all is earlier
     std::vector<Due> fDue;       // a stack: passes nest
+    std::vector<Due> fSorting;
     std::vector<EventLoopTimerRef> fIdle;
 };
 
