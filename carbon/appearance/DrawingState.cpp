@@ -1,10 +1,12 @@
 // The drawing state of a port as one value, and the registration of clients.
 #include "appearance/Geometry.h"
 #include "memory/ReferenceTable.h"
+#include "quickdraw/Port.h"
 
 struct OpaqueThemeDrawingState {
     PenState pen;
     RGBColor fore, back;
+    Pattern backPattern;
     short font, size, mode;
     Style face;
 };
@@ -25,6 +27,7 @@ void Capture(OpaqueThemeDrawingState& outState)
     GetPenState(&outState.pen);
     GetForeColor(&outState.fore);
     GetBackColor(&outState.back);
+    outState.backPattern = quickdraw::PortBackPattern(port);
     outState.font = GetPortTextFont(port);
     outState.size = GetPortTextSize(port);
     outState.mode = GetPortTextMode(port);
@@ -36,6 +39,7 @@ void Restore(const OpaqueThemeDrawingState& inState)
     SetPenState(&inState.pen);
     RGBForeColor(&inState.fore);
     RGBBackColor(&inState.back);
+    BackPat(&inState.backPattern);
     TextFont(inState.font);
     TextSize(inState.size);
     TextMode(inState.mode);

@@ -88,6 +88,11 @@ bool OpenMenus::Open(const std::vector<MenuRef>& inMenus, Point inTopLeft, UInt3
     open.context = inContext;
     open.bounds = Placed(inTopLeft, open.layout, &open.scrolled);
     open.surface = windows::NewSurface(windows::Layer::Menu, open.bounds, true);
+    // A pulled-down menu hangs square from the bar.
+    const short radius = 5;
+    windows::SetSurfaceCorners(
+        open.surface,
+        inContext & kMenuContextMenuBar && !(inContext & kMenuContextSubmenu) ? (short)0 : radius, radius);
     fOpen.push_back(std::move(open));
     ShowHide(Last().surface, true);
     Draw(Last());

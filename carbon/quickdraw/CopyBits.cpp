@@ -8,6 +8,10 @@
 #include <cstring>
 #include <vector>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 using namespace lampblack::quickdraw;
 
 namespace lampblack::quickdraw {
@@ -216,9 +220,49 @@ static uint32_t Over(uint32_t inSource, uint32_t inDestination)
     return ((inSource & kColorBits) + (redBlue | green << 8)) & kColorBits;
 }
 
+#ifdef __SSE2__
+// Over for four pixels, the same to the bit. Each 16-bit lane holds one channel and never overflows:
+// 255 * 255 + 128 + 255 < 65536. Where the source is 0 the destination keeps all its bits.
+static __m128i OverFour(__m128i inSource, __m128i inDestination)
+{
+    const __m128i half = _mm_set1_epi16(128);
+    const auto scaled = [half](__m128i lanes, __m128i rest) {
+        const __m128i product = _mm_add_epi16(_mm_mullo_epi16(lanes, rest), half);
+        return _mm_srli_epi16(_mm_add_epi16(product, _mm_srli_epi16(product, 8)), 8);
+    };
+    __m128i rest = _mm_sub_epi32(_mm_set1_epi32(255), _mm_srli_epi32(inSource, 24));
+    rest = _mm_or_si128(rest, _mm_slli_epi32(rest, 16));
+    const __m128i redBlue = scaled(_mm_and_si128(inDestination, _mm_set1_epi32(0x00FF00FF)), rest);
+    const __m128i green = scaled(_mm_and_si128(_mm_srli_epi32(inDestination, 8), _mm_set1_epi32(0xFF)), rest);
+    const __m128i below = _mm_or_si128(redBlue, _mm_slli_epi32(green, 8));
+    const __m128i sum = _mm_and_si128(_mm_add_epi32(inSource, below), _mm_set1_epi32((int)kColorBits));
+    const __m128i isEmpty = _mm_cmpeq_epi32(inSource, _mm_setzero_si128());
+    return _mm_or_si128(_mm_and_si128(isEmpty, inDestination), _mm_andnot_si128(isEmpty, sum));
+}
+
+// Answers how many pixels are done; fewer than four remain.
+static int OverFours(const uint32_t* inSource, uint32_t* ioDestination, int inCount)
+{
+    int i = 0;
+    for (; i + 4 <= inCount; i += 4) {
+        const __m128i source = _mm_loadu_si128(reinterpret_cast<const __m128i*>(inSource + i));
+        if (_mm_movemask_epi8(_mm_cmpeq_epi32(source, _mm_setzero_si128())) == 0xFFFF)
+            continue; // nothing to see, nothing to write
+        auto* to = reinterpret_cast<__m128i*>(ioDestination + i);
+        _mm_storeu_si128(to, OverFour(source, _mm_loadu_si128(to)));
+    }
+    return i;
+}
+#else
+static int OverFours(const uint32_t*, uint32_t*, int)
+{
+    return 0;
+}
+#endif
+
 static void OverRow(const uint32_t* inSource, uint32_t* ioDestination, int inCount)
 {
-    for (int i = 0; i < inCount; ++i) {
+    for (int i = OverFours(inSource, ioDestination, inCount); i < inCount; ++i) {
         const uint32_t source = inSource[i];
         if (source >= 0xFF000000)
             ioDestination[i] = source & kColorBits;

@@ -43,6 +43,9 @@ void* PortOwner(CGrafPtr); // null for none, and for what is no port
 
 PixelView PortPixels(CGrafPtr);
 
+// What BackPat set; all white for what is no port.
+Pattern PortBackPattern(CGrafPtr);
+
 // Tells that all of the port is on the screen: its dirty region becomes empty.
 void PortWasPresented(CGrafPtr);
 

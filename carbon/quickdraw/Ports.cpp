@@ -155,6 +155,12 @@ PixelView PortPixels(CGrafPtr inPort)
     return port ? PixelView{ port->fPixels, port->fRowPixels, port->fMapBounds } : PixelView{};
 }
 
+Pattern PortBackPattern(CGrafPtr inPort)
+{
+    const PortRecord* port = FindPort(inPort);
+    return port ? port->fBackPattern : Pattern{};
+}
+
 void PortWasPresented(CGrafPtr inPort)
 {
     WithPort(inPort, [](PortRecord& port) {

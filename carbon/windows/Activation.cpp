@@ -5,6 +5,8 @@
 #include "WindowEvents.h"
 #include "WindowList.h"
 
+#include <events/EventTargets.h>
+
 namespace lampblack::windows {
 
 namespace {
@@ -52,13 +54,46 @@ void SettleFocus()
         SendWindowEvent(choice, kEventWindowFocusAcquired);
 }
 
+// Without handlers: its events go to whoever takes them from the queue.
+EventTargetRef RecordTarget()
+{
+    static const EventTargetRef target = events::NewEventTarget(nullptr, nullptr);
+    return target;
+}
+
+// WaitNextEvent hands out activation as a record, which it can only find in the queue. The handlers have
+// heard of it already. Only the last change that was not taken yet stands there.
+void PostActivation(WindowRecord& ioWindow, UInt32 inKind)
+{
+    CancelActivation(ioWindow);
+    EventRef event = nullptr;
+    if (CreateEvent(nullptr, kEventClassWindow, inKind, GetCurrentEventTime(), kEventAttributeNone, &event) !=
+        noErr)
+        return;
+    const WindowRef ref = ioWindow.Ref();
+    const EventTargetRef target = RecordTarget();
+    SetEventParameter(event, kEventParamDirectObject, typeWindowRef, sizeof ref, &ref);
+    SetEventParameter(event, kEventParamPostTarget, typeEventTargetRef, sizeof target, &target);
+    PostEventToQueue(GetMainEventQueue(), event, kEventPriorityHigh);
+    ioWindow.activateEvent = event;
+}
+
+void SendActivation(WindowRef inWindow, bool inActive)
+{
+    const UInt32 kind = inActive ? kEventWindowActivated : kEventWindowDeactivated;
+    SendWindowEvent(inWindow, kind);
+    WindowRecord* window = Find(inWindow);
+    if (window && !window->Has(kWindowStandardHandlerAttribute) && !window->disposing && !window->internal)
+        PostActivation(*window, kind);
+}
+
 void Activate(WindowRef inWindow)
 {
     gActive = inWindow;
     gWantedFocus = nullptr;
     if (WindowRecord* window = Find(inWindow)) {
         SetHilited(*window, true);
-        SendWindowEvent(inWindow, kEventWindowActivated);
+        SendActivation(inWindow, true);
     }
     SettleFocus();
 }
@@ -70,7 +105,7 @@ void DeactivateActive()
     SettleFocus();
     if (WindowRecord* window = Find(old)) {
         SetHilited(*window, false);
-        SendWindowEvent(old, kEventWindowDeactivated);
+        SendActivation(old, false);
     }
 }
 
@@ -85,7 +120,7 @@ bool SettleFloating()
     const bool active = !wrong->hilited;
     const WindowRef ref = wrong->Ref();
     SetHilited(*wrong, active);
-    SendWindowEvent(ref, active ? kEventWindowActivated : kEventWindowDeactivated);
+    SendActivation(ref, active);
     return true;
 }
 
@@ -114,6 +149,15 @@ void HideOnSuspend(bool inHide)
 }
 
 } // namespace
+
+void CancelActivation(WindowRecord& ioWindow)
+{
+    if (!ioWindow.activateEvent)
+        return;
+    RemoveEventFromQueue(GetMainEventQueue(), ioWindow.activateEvent);
+    ReleaseEvent(ioWindow.activateEvent);
+    ioWindow.activateEvent = nullptr;
+}
 
 void SetHilited(WindowRecord& inWindow, bool inHilited)
 {
@@ -148,7 +192,7 @@ void Deactivate(WindowRecord& inWindow)
     if (!inWindow.hilited)
         return;
     SetHilited(inWindow, false);
-    SendWindowEvent(ref, kEventWindowDeactivated);
+    SendActivation(ref, false);
 }
 
 void ApplicationActivated(bool inActive)
@@ -187,7 +231,7 @@ OSStatus ActivateWindow(WindowRef inWindow, Boolean inActivate)
         return noErr;
     }
     SetHilited(*window, true);
-    SendWindowEvent(inWindow, kEventWindowActivated);
+    SendActivation(inWindow, true);
     return noErr;
 }
 

@@ -11,6 +11,8 @@ namespace lampblack::windows {
 void SettleActivation();
 // A window goes away or is hidden: it is deactivated, whatever is in front.
 void Deactivate(WindowRecord& inWindow);
+// Takes back an activation that nobody took from the queue yet.
+void CancelActivation(WindowRecord& ioWindow);
 void SetHilited(WindowRecord& inWindow, bool inHilited);
 
 // The desktop gave or took this process's keyboard.

@@ -116,6 +116,7 @@ void LeavePort(CGrafPtr inPort)
 void Destroy(WindowRecord& ioWindow)
 {
     CancelUpdate(ioWindow);
+    CancelActivation(ioWindow);
     LeaveModality(ioWindow.Ref());
     List().Remove(ioWindow);
     events::DisposeEventTarget(ioWindow.target);
@@ -183,14 +184,15 @@ void SurfaceIsStale(WindowRef inSurface)
         Screen().WindowDamaged(*window);
 }
 
-void SetSurfaceShape(WindowRef inSurface, RgnHandle inShape)
+void SetSurfaceCorners(WindowRef inSurface, short inTopRadius, short inBottomRadius)
 {
     WindowRecord* window = Find(inSurface);
     if (!window)
         return;
-    window->shape = FromRgn(inShape);
-    UpdateGeometry(*window);
+    window->topRadius = inTopRadius;
+    window->bottomRadius = inBottomRadius;
     Screen().LayoutChanged();
+    Screen().WindowDamaged(*window);
 }
 
 } // namespace lampblack::windows

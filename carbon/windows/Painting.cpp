@@ -1,6 +1,9 @@
 // The loops that put pixels into the screen.
 #include "Painting.h"
 
+#include <appearance/WindowGeometry.h>
+
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -73,6 +76,44 @@ void BlendSource(const Canvas& inCanvas, const Source& inSource, const pixman_bo
     }
 }
 
+uint32_t Corner::Weight(int inH, int inV) const
+{
+    const int x = right ? place.right - 1 - inH : inH - place.left;
+    const int y = bottom ? place.bottom - 1 - inV : inV - place.top;
+    const uint32_t coverage = appearance::CornerCoverage(radius, x, y);
+    return coverage + (coverage >> 7);
+}
+
+int RoundCorners(const Rect& inRect, int inTopRadius, int inBottomRadius, Corner outCorners[4])
+{
+    int count = 0;
+    for (const bool bottom : { false, true }) {
+        const int most = std::min(Width(inRect), Height(inRect)) / 2;
+        const int radius = std::min(bottom ? inBottomRadius : inTopRadius, most);
+        if (radius <= 0)
+            continue;
+        const auto top = (short)(bottom ? inRect.bottom - radius : inRect.top);
+        for (const bool right : { false, true }) {
+            const auto left = (short)(right ? inRect.right - radius : inRect.left);
+            const Rect place = { top, left, (short)(top + radius), (short)(left + radius) };
+            outCorners[count++] = { place, radius, right, bottom };
+        }
+    }
+    return count;
+}
+
+void BlendCorner(const Canvas& inCanvas, const Source& inSource, const pixman_box32_t& inBox,
+                 const Corner& inCorner, uint32_t inAlpha256)
+{
+    const pixman_box32_t box = Common(inSource, inBox);
+    for (int v = box.y1; v < box.y2; ++v) {
+        uint32_t* to = inCanvas.At(box.x1, v);
+        const uint32_t* from = SourceAt(inSource, box.x1, v);
+        for (int h = box.x1; h < box.x2; ++h, ++to, ++from)
+            *to = Mix(*from, *to, inCorner.Weight(h, v) * inAlpha256 >> 8);
+    }
+}
+
 void PaintDesktop(const Canvas& inCanvas, int inScreenHeight, const pixman_box32_t& inBox)
 {
     constexpr uint32_t kTop = 0x5B86B8, kBottom = 0x2E5587;
@@ -108,6 +149,36 @@ void Shadow::Paint(const Canvas& inCanvas, const pixman_box32_t& inBox) const
         for (int h = inBox.x1; h < inBox.x2; ++h, ++to, ++across)
             *to = Mix(0, *to, (down * *across) >> 8);
     }
+}
+
+void Shadow::PaintOutline(const Canvas& inCanvas, const pixman_box32_t& inBox, int inTopRadius,
+                          int inBottomRadius) const
+{
+    const uint32_t darkness = fStrong ? 72 : 52;
+    const Rect outer = { (short)(fRect.top - 1), (short)(fRect.left - 1), (short)(fRect.bottom + 1),
+                         (short)(fRect.right + 1) };
+    // Darkens a part of the ring; within a corner as far as its pixels belong to the ring's round shape.
+    const auto darken = [&](const Rect& inPart, const Corner* inCorner) {
+        const Rect part =
+            Overlap(inPart, { (short)inBox.y1, (short)inBox.x1, (short)inBox.y2, (short)inBox.x2 });
+        for (int v = part.top; v < part.bottom; ++v)
+            for (int h = part.left; h < part.right; ++h) {
+                uint32_t* to = inCanvas.At(h, v);
+                *to = Mix(0, *to, inCorner ? inCorner->Weight(h, v) * darkness >> 8 : darkness);
+            }
+    };
+    Corner corners[4];
+    const int count = RoundCorners(outer, inTopRadius + 1, inBottomRadius + 1, corners);
+    for (int i = 0; i < count; ++i)
+        darken(corners[i].place, &corners[i]);
+    if (count < 4)
+        return; // too small for a line between them
+    const Rect &topLeft = corners[0].place, &topRight = corners[1].place, &bottomLeft = corners[2].place,
+               &bottomRight = corners[3].place;
+    darken({ outer.top, topLeft.right, fRect.top, topRight.left }, nullptr);
+    darken({ fRect.bottom, bottomLeft.right, outer.bottom, bottomRight.left }, nullptr);
+    darken({ topLeft.bottom, outer.left, bottomLeft.top, fRect.left }, nullptr);
+    darken({ topRight.bottom, fRect.right, bottomRight.top, outer.right }, nullptr);
 }
 
 } // namespace lampblack::windows

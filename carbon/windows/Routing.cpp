@@ -145,3 +145,12 @@ void InstallWindowRouting()
 }
 
 } // namespace lampblack::windows
+
+// A position of the mouse is in the coordinates of the port that is drawn into.
+void GetMouse(Point* outLocalMouse)
+{
+    if (!outLocalMouse)
+        return;
+    GetGlobalMouse(outLocalMouse);
+    GlobalToLocal(outLocalMouse);
+}

@@ -58,6 +58,11 @@ bool Contains(const Rect& inOuter, const Rect& inInner)
            inInner.bottom <= inOuter.bottom;
 }
 
+int CornersOf(const WindowRecord& inWindow, Corner outCorners[4])
+{
+    return RoundCorners(inWindow.structure.Bounds(), inWindow.topRadius, inWindow.bottomRadius, outCorners);
+}
+
 Source SourceOf(CGrafPtr inPort, const Rect& inPlace)
 {
     const quickdraw::PixelView view = quickdraw::PortPixels(inPort);
@@ -198,14 +203,21 @@ void ScreenPresenter::Settle()
         window->shadowSeen.Clear();
         if (!window->OnScreen())
             continue;
-        window->bodySeen.SetIntersection(free, window->structure);
+        // What lies behind shows through the smoothed edges of round corners.
+        Region body = window->structure, opaque = window->structure;
+        Corner corners[4];
+        for (int i = CornersOf(*window, corners); i-- > 0;) {
+            body.Add(corners[i].place);
+            opaque.Subtract(corners[i].place);
+        }
+        window->bodySeen.SetIntersection(free, body);
         if (HasShadow(*window)) {
             window->shadowSeen = free;
             window->shadowSeen.Clip(Covered(*window));
-            window->shadowSeen.Subtract(window->structure);
+            window->shadowSeen.Subtract(opaque);
         }
         if (window->alpha >= 1)
-            free.Subtract(window->structure);
+            free.Subtract(opaque);
     }
     fDesktopSeen = free;
 }
@@ -213,11 +225,13 @@ void ScreenPresenter::Settle()
 void ScreenPresenter::PaintShadow(WindowRecord& inWindow, const Region& inWhere) const
 {
     const Shadow& shadow = ShadowOf(inWindow);
-    for (const pixman_box32_t& box : inWhere.Boxes())
+    for (const pixman_box32_t& box : inWhere.Boxes()) {
         shadow.Paint(fCanvas, box);
+        shadow.PaintOutline(fCanvas, box, inWindow.topRadius, inWindow.bottomRadius);
+    }
 }
 
-void ScreenPresenter::PaintBody(WindowRecord& inWindow, const Region& inWhere) const
+void ScreenPresenter::PaintBody(WindowRecord& inWindow, Region* ioWhere) const
 {
     Source sources[5];
     int count = 0;
@@ -228,7 +242,17 @@ void ScreenPresenter::PaintBody(WindowRecord& inWindow, const Region& inWhere) c
     if (!inWindow.collapsed)
         sources[count++] = SourceOf(inWindow.port, inWindow.content);
     const auto alpha = (uint32_t)(inWindow.alpha * 256 + 0.5f);
-    for (const pixman_box32_t& box : inWhere.Boxes())
+    Corner corners[4];
+    for (int corner = CornersOf(inWindow, corners); corner-- > 0;) {
+        static Region within;
+        within = *ioWhere;
+        within.Clip(corners[corner].place);
+        for (const pixman_box32_t& box : within.Boxes())
+            for (int i = 0; i < count; ++i)
+                BlendCorner(fCanvas, sources[i], box, corners[corner], alpha);
+        ioWhere->Subtract(within);
+    }
+    for (const pixman_box32_t& box : ioWhere->Boxes())
         for (int i = 0; i < count; ++i) {
             if (alpha >= 256)
                 PaintSource(fCanvas, sources[i], box);
@@ -254,7 +278,7 @@ void ScreenPresenter::Compose()
             PaintShadow(**window, fScratch);
         fScratch.SetIntersection((*window)->bodySeen, fDamaged);
         if (!fScratch.IsEmpty())
-            PaintBody(**window, fScratch);
+            PaintBody(**window, &fScratch);
     }
 }
 
@@ -267,6 +291,9 @@ void ScreenPresenter::Present(double inNow)
             DrawFrameIfStale(*window);
     Settle();
     Compose();
+    for (WindowRecord* window : List().Order())
+        if (window->OnScreen())
+            quickdraw::PortWasPresented(window->port);
     fLast = inNow;
     const auto boxes = fDamaged.Boxes();
     Rect rects[kMostRects] = { fDamaged.Bounds() };

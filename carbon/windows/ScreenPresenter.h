@@ -44,7 +44,7 @@ private:
     void FollowScreenSize();
     void Settle();  // what is seen of each window
     void Compose(); // the damaged rectangles of the screen
-    void PaintBody(WindowRecord& inWindow, const Region& inWhere) const;
+    void PaintBody(WindowRecord& inWindow, Region* ioWhere) const;
     void PaintShadow(WindowRecord& inWindow, const Region& inWhere) const;
     void Present(double inNow);
 

@@ -9,8 +9,8 @@
 namespace lampblack::windows {
 
 WindowRef NewSurface(Layer inLayer, const Rect& inBounds, bool inShadow);
-// Local coordinates; for corners that are not square.
-void SetSurfaceShape(WindowRef inSurface, RgnHandle inShape);
+// Round corners, in pixels; 0 for square ones.
+void SetSurfaceCorners(WindowRef inSurface, short inTopRadius, short inBottomRadius);
 
 struct SurfaceHooks {
     void (*started)() = nullptr;       // the first window was asked for

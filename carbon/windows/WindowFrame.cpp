@@ -4,6 +4,7 @@
 #include "Presenter.h"
 
 #include <Carbon/Appearance.h>
+#include <appearance/WindowGeometry.h>
 #include <quickdraw/Port.h>
 
 #include <cstring>
@@ -166,7 +167,7 @@ Region LocalStructure(WindowRecord& ioWindow)
     const Rect content = LocalContent(ioWindow);
     ioWindow.frameInsets = { 0, 0, 0, 0 };
     if (!HasFrame(ioWindow))
-        return ioWindow.shape.IsEmpty() ? Region(content) : ioWindow.shape;
+        return Region(content);
     const bool collapsed = ioWindow.collapsed;
     ioWindow.collapsed = false; // the insets are those of the expanded window
     const Rect outer = ThemeRegion(ioWindow, content, kAppearanceRegionStructure).Bounds();
@@ -191,8 +192,11 @@ void UpdateGeometry(WindowRecord& ioWindow)
 {
     ioWindow.structure = LocalStructure(ioWindow);
     ioWindow.structure.Offset(ioWindow.content.left, ioWindow.content.top);
-    if (HasFrame(ioWindow))
+    if (HasFrame(ioWindow)) {
+        const appearance::FrameKind* kind = appearance::FindFrameKind(FrameTheme(ioWindow));
+        ioWindow.topRadius = kind ? kind->radius : (short)0;
         PlaceStrips(ioWindow);
+    }
     ioWindow.frameStale = true;
 }
 

@@ -47,8 +47,9 @@ struct WindowRecord {
 
     // Updates: relative to the top left of the content, so that moving the window leaves it alone.
     Region update;
-    EventRef updateEvent = nullptr;  // retained while it may still stand in the queue
-    RgnHandle fullVisible = nullptr; // between BeginUpdate and EndUpdate: what was visible before
+    EventRef updateEvent = nullptr;   // retained while it may still stand in the queue
+    EventRef activateEvent = nullptr; // the same
+    RgnHandle fullVisible = nullptr;  // between BeginUpdate and EndUpdate: what was visible before
     bool updating = false;
 
     // Frame
@@ -56,9 +57,9 @@ struct WindowRecord {
     Rect frameInsets = { 0, 0, 0, 0 };
     ThemeWindowMetrics metrics = { sizeof(ThemeWindowMetrics), 0, 0, 0, 0, 0 };
     bool frameStale = true;
-    SInt16 pressedWidget = -1; // a ThemeTitleBarWidget while it is tracked
-    Region shape;     // structure of an internal window that is no rectangle; relative to the content
-    Region structure; // global
+    SInt16 pressedWidget = -1;             // a ThemeTitleBarWidget while it is tracked
+    short topRadius = 0, bottomRadius = 0; // of round corners, which the compositor smooths
+    Region structure;                      // global
 
     // Compositor
     Region bodySeen, shadowSeen; // global: what nothing opaque in front covers
