@@ -13,7 +13,7 @@ namespace {
 // The seeds of the fuzz target are one small file of each form.
 std::vector<uint8_t> Seed(const std::string& inName)
 {
-    std::ifstream file(LAMPBLACK_SOURCE_DIR "/tests/fuzz/corpus/resources/" + inName, std::ios::binary);
+    std::ifstream file(LAMPBLACK_SOURCE_DIR "/tests/fuzz/corpus/ResourceFile/" + inName, std::ios::binary);
     std::vector<uint8_t> bytes(std::istreambuf_iterator<char>(file), {});
     REQUIRE_FALSE(bytes.empty());
     return bytes;

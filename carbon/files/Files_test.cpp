@@ -75,7 +75,7 @@ struct Scratch : ScratchFolder {
 
 std::string Seed(const std::string& inName)
 {
-    std::ifstream file(LAMPBLACK_SOURCE_DIR "/tests/fuzz/corpus/resources/" + inName, std::ios::binary);
+    std::ifstream file(LAMPBLACK_SOURCE_DIR "/tests/fuzz/corpus/ResourceFile/" + inName, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
