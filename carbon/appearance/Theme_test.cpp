@@ -114,6 +114,8 @@ TEST_CASE("GetThemeDrawingState: a state brings colours, pen and text back; a di
     RGBForeColor(&red);
     PenSize(3, 4);
     TextSize(17);
+    Pattern gray = {};
+    BackPat(GetQDGlobalsGray(&gray));
     ThemeDrawingState state = nullptr;
     CHECK(GetThemeDrawingState(&state) == noErr);
     CHECK(NormalizeThemeDrawingState() == noErr);
@@ -128,6 +130,7 @@ TEST_CASE("GetThemeDrawingState: a state brings colours, pen and text back; a di
     CHECK(fore.red == 0xFFFF);
     CHECK(pen.pnSize.h == 3);
     CHECK(GetPortTextSize(port.Ref()) == 17);
+    CHECK(quickdraw::PortBackPattern(port.Ref()).pat[0] == gray.pat[0]);
     CHECK(SetThemeDrawingState(state, true) == noErr);
     CHECK(SetThemeDrawingState(state, false) == paramErr);
     CHECK(DisposeThemeDrawingState(state) == paramErr);

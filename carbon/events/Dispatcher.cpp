@@ -156,7 +156,7 @@ void PostQuitKey()
     Set(*key, kEventParamKeyCode, typeUInt32, UInt32{ kVK_ANSI_Q });
     Set(*key, kEventParamKeyMacCharCodes, typeChar, 'q');
     Set(*key, kEventParamKeyModifiers, typeUInt32, UInt32{ cmdKey });
-    PostEventToQueue(GetMainEventQueue(), gEvents.ReferenceTo(key), kEventPriorityStandard);
+    PostEventToQueue(GetMainEventQueue(), ReferenceTo(key), kEventPriorityStandard);
     Release(key);
 }
 

@@ -2,6 +2,7 @@
 // the next one. The arrow keys, Return and Escape work in both.
 #include "MenuTracking.h"
 
+#include "Commands.h"
 #include "MenuSending.h"
 #include "OpenMenus.h"
 
@@ -308,7 +309,7 @@ bool IsDispatching()
     return false;
 }
 
-OSStatus OnMouseDown(EventRef inEvent)
+OSStatus OnMouseDown(EventHandlerCallRef, EventRef inEvent, void*)
 {
     const Point where = windows::EventLocation(inEvent);
     if (!IsDispatching() || FindWindow(where, nullptr) != inMenuBar)
@@ -318,24 +319,30 @@ OSStatus OnMouseDown(EventRef inEvent)
     return noErr;
 }
 
-OSStatus OnCommand(EventRef inEvent)
-{
-    HICommand command;
-    if (!windows::GetParameter(inEvent, kEventParamDirectObject, typeHICommand, &command) ||
-        command.commandID != kHICommandQuit)
-        return eventNotHandledErr;
-    QuitApplicationEventLoop();
-    return noErr;
-}
-
-OSStatus OnApplicationEvent(EventHandlerCallRef, EventRef inEvent, void*)
-{
-    return GetEventClass(inEvent) == kEventClassMouse ? OnMouseDown(inEvent) : OnCommand(inEvent);
-}
-
 bool FilterKey(EventRef inEvent)
 {
     return IsDispatching() && ChooseByKey(inEvent);
+}
+
+// An application around WaitNextEvent does not know the application menu: its own item with Command-Q or the
+// command 'quit' stands for the one chosen there, so that it quits as from its own menu.
+Choice OwnQuitItem(const Choice& inChosen)
+{
+    if (IsDispatching() || inChosen.menu != ApplicationMenu())
+        return inChosen;
+    Choice own = inChosen;
+    auto visit = [&](MenuRef menu, MenuItemIndex number) {
+        const MenuItem* item = FindItem(menu, number);
+        if (menu == ApplicationMenu() || (item->command != kHICommandQuit && item->key != 'Q'))
+            return false;
+        own.menu = menu;
+        own.item = number;
+        return true;
+    };
+    const MenuItem* chosen = FindItem(inChosen.menu, inChosen.item);
+    if (chosen && chosen->command == kHICommandQuit)
+        Walk(visit).Run(nullptr);
+    return own;
 }
 
 SInt32 Packed(const Choice& inChoice)
@@ -359,10 +366,8 @@ Choice TrackPopUp(MenuRef inMenu, Point inTopLeft, MenuItemIndex inItem)
 
 void InstallMenuHandlers()
 {
-    static const EventTypeSpec kTypes[] = { { kEventClassMouse, kEventMouseDown },
-                                            { kEventClassCommand, kEventCommandProcess } };
-    events::InstallDefaultHandler(GetApplicationEventTarget(), std::size(kTypes), kTypes, OnApplicationEvent,
-                                  nullptr);
+    static const EventTypeSpec kType = { kEventClassMouse, kEventMouseDown };
+    events::InstallDefaultHandler(GetApplicationEventTarget(), 1, &kType, OnMouseDown, nullptr);
     events::EventRouting().filterKey = FilterKey;
     events::EventRouting().menuTarget = GetMenuEventTarget;
 }
@@ -375,7 +380,7 @@ using namespace lampblack::menus;
 SInt32 MenuSelect(Point inStart)
 {
     StartMenus();
-    const Choice choice = TrackBar(inStart);
+    const Choice choice = OwnQuitItem(TrackBar(inStart));
     gDisabledChoice = 0;
     if (!choice.menu || SendCommand(choice.menu, choice.item, choice.modifiers) != eventNotHandledErr) {
         HiliteTitle(nullptr);

@@ -204,6 +204,40 @@ TEST_CASE("DrawPremultiplied: opaque replaces, transparent leaves, half mixes")
     DrawPremultiplied(pixels, 4, MakeRect(38, -1, 42, 0));
 }
 
+TEST_CASE("DrawPremultiplied: any pixels at any place come out as channel by channel")
+{
+    std::mt19937 random(7);
+    const auto over = [](uint32_t source, uint32_t destination) {
+        if (source == 0)
+            return destination;
+        uint32_t below = 0;
+        for (int shift = 0; shift < 24; shift += 8) {
+            const uint32_t product = (destination >> shift & 255) * (255 - (source >> 24)) + 128;
+            below |= ((product + (product >> 8)) >> 8) << shift;
+        }
+        return (source + below) & 0xFFFFFF;
+    };
+    int wrong = 0;
+    for (int round = 0; round < 200; ++round) {
+        TestPort port(67, 3);
+        FillRandom(port.port, random);
+        const std::vector<uint32_t> before = Snapshot(port.port);
+        uint32_t pixels[67];
+        for (uint32_t& pixel : pixels) {
+            const uint32_t kind = random() % 4;
+            pixel = kind == 0 ? 0 : kind == 1 ? random() | 0xFF000000 : (uint32_t)random();
+        }
+        const int left = (int)(random() % 20), width = 1 + (int)(random() % 47);
+        DrawPremultiplied(pixels, 67, MakeRect(left, 1, left + width, 2));
+        const int rowPixels = PortPixels(port.port).rowPixels;
+        wrong += Differences(port, [&](int h, int v) {
+            const uint32_t old = before[(size_t)(v * rowPixels + h)];
+            return v == 1 && h >= left && h < left + width ? over(pixels[h - left], old) : old;
+        });
+    }
+    CHECK(wrong == 0);
+}
+
 TEST_CASE("CopyBits: doubling and halving, from odd places and clipped, take the nearest pixels")
 {
     std::mt19937 random(4);

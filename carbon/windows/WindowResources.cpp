@@ -31,6 +31,11 @@ constexpr Definition kDefinitions[] = {
     { movableDBoxProc, kMovableModalWindowClass, 0 },
     { zoomDocProc, kDocumentWindowClass, kCollapse | kGrow | kFull },
     { zoomNoGrow, kDocumentWindowClass, kCollapse | kFull },
+    // The zoom bit means nothing to shapes without a zoom box, yet there are files that set it.
+    { zoomDocProc + dBoxProc, kModalWindowClass, 0 },
+    { zoomDocProc + plainDBox, kPlainWindowClass, 0 },
+    { zoomDocProc + altDBoxProc, kAltPlainWindowClass, 0 },
+    { zoomDocProc + movableDBoxProc, kMovableModalWindowClass, 0 },
     { floatProc, kFloatingWindowClass, kCollapse },
     { floatGrowProc, kFloatingWindowClass, kCollapse | kGrow },
     { floatZoomProc, kFloatingWindowClass, kCollapse | kFull },
