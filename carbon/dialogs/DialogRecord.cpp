@@ -181,8 +181,8 @@ std::array<std::string, 4>& Parameters()
 
 bool HasParameters(const std::string& inText)
 {
-    for (size_t at = inText.find('^'); at + 1 < inText.size(); at = inText.find('^', at + 1))
-        if (inText[at + 1] >= '0' && inText[at + 1] <= '3')
+    for (size_t at = 0; (at = inText.find('^', at)) != std::string::npos; ++at)
+        if (at + 1 < inText.size() && inText[at + 1] >= '0' && inText[at + 1] <= '3')
             return true;
     return false;
 }

@@ -253,6 +253,34 @@ TEST_CASE("ParamText: replaces ^0 to ^3 when the dialog is made and when it is d
     ParamText(Pascal("").data(), Pascal("").data(), Pascal("").data(), Pascal("").data());
 }
 
+TEST_CASE("GetNewDialog: a zoom bit on a window that cannot zoom is passed over")
+{
+    TestResources file;
+    file.Add('DITL', 128, Items(0));
+    file.Add('DLOG', 128, Dialog({ 100, 100, 300, 400 }, zoomDocProc + dBoxProc, true, 128, ""));
+    REQUIRE(file.Open());
+    const DialogRef dialog = GetNewDialog(128, nullptr, (WindowRef)-1);
+    REQUIRE(dialog);
+    WindowClass windowClass = kDocumentWindowClass;
+    CHECK(GetWindowClass(GetDialogWindow(dialog), &windowClass) == noErr);
+    CHECK(windowClass == (WindowClass)kModalWindowClass);
+    DisposeDialog(dialog);
+}
+
+TEST_CASE("DrawDialog: a static text without a parameter, or with a lone sign at its end, is as it was")
+{
+    TestDialog d;
+    const auto draw = [&](const char* inText) {
+        SetDialogItemText((Handle)d.Item(4), Pascal(inText).data());
+        DrawDialog(d.dialog);
+        return TextOf(d.Item(4));
+    };
+    CHECK(draw("plain") == "plain");
+    CHECK(draw("2^") == "2^");
+    CHECK(draw("^^9") == "^^9");
+    CHECK(draw("").empty());
+}
+
 TEST_CASE("HideDialogItem and ShowDialogItem: the item goes aside and comes back")
 {
     TestDialog d;
