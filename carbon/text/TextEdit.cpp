@@ -117,7 +117,8 @@ void TESetSelect(long inStart, long inEnd, TEHandle inHandle)
     if (!record)
         return;
     const StTextPort port(*record);
-    const Span selection = Clamped(record, inStart, inEnd);
+    const long end = inEnd < 0 ? record->teLength : inEnd; // negative: to the end of the text
+    const Span selection = Clamped(record, inStart, end);
     ChangeSelection(record, selection);
     record->clickLoc = (short)selection.start; // Shift extends from here
 }

@@ -260,6 +260,15 @@ TEST_CASE("TESetSelect: hostile offsets are taken as the nearest ends")
     CHECK(field.Selection() == Pair(0, 6));
 }
 
+TEST_CASE("TESetSelect: a negative end means the end of the text")
+{
+    Field field("abcdef");
+    field.Select(0, -1);
+    CHECK(field.Selection() == Pair(0, 6));
+    field.Select(4, -1);
+    CHECK(field.Selection() == Pair(4, 6));
+}
+
 TEST_CASE("TEInsert and TEDelete: text comes before the selection, which stays; deleting leaves a caret")
 {
     Field field("world");
