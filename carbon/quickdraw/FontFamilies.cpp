@@ -17,11 +17,14 @@ struct ClassicFamily {
     SInt16 number;
     const char* name;
     const char* standIn;
+    int percent = 100;
 };
 
-// Numbers below 1024 are published ones [IM-I, documented]; the stand-ins are of like metrics.
+// Numbers below 1024 are published ones [IM-I, documented]; the stand-ins are of like metrics. The percentage
+// is of the size asked for: where a stand-in's letters are wider than those that dialogs were laid out for,
+// it is taken that much smaller, so that texts keep their line breaks and none loses its last words.
 static constexpr ClassicFamily kClassicFamilies[] = {
-    { 0, "Lucida Grande", "DejaVu Sans" },
+    { 0, "Lucida Grande", "DejaVu Sans", 92 },
     { 1, "Geneva", "DejaVu Sans" },
     { 2, "New York", "Liberation Serif" },
     { 3, "Geneva", "DejaVu Sans" },
@@ -39,9 +42,9 @@ static constexpr ClassicFamily kClassicFamilies[] = {
     { 22, "Courier", "Liberation Mono" },
     { 23, "Symbol", "DejaVu Sans" },
     { 24, "Mobile", "DejaVu Sans" },
-    { 0, "Chicago", "DejaVu Sans" },
-    { 0, "Charcoal", "DejaVu Sans" },
-    { 0, "System Font", "DejaVu Sans" },
+    { 0, "Chicago", "DejaVu Sans", 92 },
+    { 0, "Charcoal", "DejaVu Sans", 92 },
+    { 0, "System Font", "DejaVu Sans", 92 },
     { 1, "Application Font", "DejaVu Sans" },
     { 2001, "Arial", "Liberation Sans" },
     { 2005, "Courier New", "Liberation Mono" },
@@ -189,6 +192,18 @@ static std::string InstalledFamily(SInt16 inNumber)
     if (classic)
         return classic->standIn;
     return name.empty() ? kClassicFamilies[0].standIn : name;
+}
+
+// Below this the pixels are too few for smaller letters to be legible.
+static constexpr int kSmallestScaled = 9;
+
+SInt16 SizeOfStandIn(SInt16 inFamily, SInt16 inSize)
+{
+    const ClassicFamily* classic = ClassicNumbered(inFamily);
+    if (!classic || Substitutes().count(Lowered(classic->name)))
+        return inSize;
+    const int size = (inSize * classic->percent + 50) / 100;
+    return (SInt16)std::max(size, std::min<int>(inSize, kSmallestScaled));
 }
 
 static FaceFile Describe(FcPattern* inMatch, bool inBold, bool inItalic)

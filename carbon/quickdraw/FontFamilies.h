@@ -25,6 +25,8 @@ struct FaceFile {
     int index = 0;
     bool hasBold = false, hasItalic = false; // what of the wished style this file has
 };
+// The pixel size at which a family's stand-in is as wide as the family itself at the size asked for.
+SInt16 SizeOfStandIn(SInt16 family, SInt16 size);
 FaceFile FileOfFace(SInt16 family, bool bold, bool italic);
 // A face that has the character, whichever it is.
 FaceFile FileWithCharacter(char32_t character, bool bold, bool italic);

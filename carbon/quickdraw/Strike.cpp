@@ -141,20 +141,35 @@ static bool IsControl(char32_t inCharacter)
     return inCharacter < 0x20 || inCharacter == 0x7F;
 }
 
+// Control characters that the system font drew in menus, and the characters that show them. The system's own
+// sign (0x14, and 0xF0 of Mac Roman) is a trademark: a plain dot takes its place.
+static char32_t Shown(char32_t inCharacter)
+{
+    switch (inCharacter) {
+    case 0x11: return U'\u2318'; // command
+    case 0x12: return U'\u2713'; // check mark
+    case 0x13: return U'\u25C6'; // diamond
+    case 0x14:
+    case 0xF8FF: return U'\u25CF';
+    default: return inCharacter;
+    }
+}
+
 const Glyph& Strike::MakeGlyph(char32_t inCharacter)
 {
+    const char32_t character = Shown(inCharacter);
     Glyph& glyph = fStorage.emplace_back();
     if (!fMain) {
         glyph.advance = (SInt16)(fSize / 2);
         return glyph;
     }
-    const bool control = IsControl(inCharacter);
-    if (control && inCharacter != '\t')
+    const bool control = IsControl(character);
+    if (control && character != '\t')
         return glyph;
     bool smears, slants;
-    FontFace* found = FaceWith(control ? U' ' : inCharacter, &smears, &slants);
+    FontFace* found = FaceWith(control ? U' ' : character, &smears, &slants);
     const FT_Face face = found->At(fSize);
-    if (FT_Load_Glyph(face, FT_Get_Char_Index(face, control ? U' ' : inCharacter), kLoadFlags) != 0)
+    if (FT_Load_Glyph(face, FT_Get_Char_Index(face, control ? U' ' : character), kLoadFlags) != 0)
         return glyph;
     glyph.advance = (SInt16)std::max(0, Rounded(face->glyph->advance.x) + ExtraAdvance(fFace, smears));
     CoverageMap map = Render(face->glyph, slants);
@@ -213,7 +228,7 @@ Strike& StrikeFor(SInt16 inFont, SInt16 inSize, Style inFace)
         return *last;
     std::unique_ptr<Strike>& strike = strikes[key];
     if (!strike)
-        strike = std::make_unique<Strike>(inFont, size, face);
+        strike = std::make_unique<Strike>(inFont, SizeOfStandIn(inFont, size), face);
     lastKey = key;
     last = strike.get();
     return *last;

@@ -45,6 +45,32 @@ TEST_CASE("DrawString: moves the pen by StringWidth and stays within ascent and 
     CHECK(CountInk(port, MakeRect(0, 30 + info.descent, 200, 60)) == 0);
 }
 
+TEST_CASE("DrawChar: the control characters of the system font show their signs, the others nothing")
+{
+    for (const unsigned char sign : { 0x11, 0x12, 0x13, 0x14, 0xF0 }) {
+        TestPort port(40, 40);
+        MoveTo(10, 25);
+        DrawChar(sign);
+        CHECK(CharWidth(sign) > 4);
+        CHECK(CountInk(port, MakeRect(0, 0, 40, 40)) > 8);
+    }
+    TestPort port(40, 40);
+    MoveTo(10, 25);
+    DrawChar(0x10);
+    CHECK(CharWidth(0x10) == 0);
+    CHECK(CountInk(port, MakeRect(0, 0, 40, 40)) == 0);
+}
+
+TEST_CASE("SizeOfStandIn: the system font's is smaller, except where letters would not be legible")
+{
+    CHECK(SizeOfStandIn(0, 13) == 12);
+    CHECK(SizeOfStandIn(0, 12) == 11);
+    CHECK(SizeOfStandIn(0, 9) == 9);
+    CHECK(SizeOfStandIn(0, 6) == 6);
+    CHECK(SizeOfStandIn(4, 12) == 12);
+    CHECK(SizeOfStandIn(kNoFamily, 12) == 12);
+}
+
 TEST_CASE("TextWidth: the sum of CharWidth and where MeasureText ends")
 {
     TestPort port;
