@@ -1,11 +1,14 @@
 // Menus, items, the bar and choosing from it.
 #include "MenuText.h"
 
+#include <Carbon/Files.h>
 #include <Carbon/MacMemory.h>
 #include <Carbon/MacWindows.h>
 #include <Carbon/Resources.h>
+#include <ScratchFolder.h>
 #include <doctest/doctest.h>
 #include <lampblack/host.h>
+#include <resources/ResourceFork.h>
 #include <windows/TestWindow.h>
 
 #include <cstdlib>
@@ -422,6 +425,74 @@ TEST_CASE("GetMenu: an absent resource is no menu")
 {
     CHECK(GetMenu(4711) == nullptr);
     CHECK(GetNewMBar(4711) == nullptr);
+}
+
+TEST_CASE("GetNewMBar: the menus of an 'MBAR' from the left; one without its menu is no bar")
+{
+    std::string first = std::string(1, 0) + (char)0x96 + std::string(8, 0), second = first;
+    second[1] = (char)0x97;
+    const std::string rest("\xFF\xFF\xFF\xFF\4File\3New\0N\0\0\0", 18);
+    first += rest;
+    second += rest;
+    const std::string bar("\0\2\0\x96\0\x97", 6), broken("\0\1\0\x98", 4);
+    const auto bytes = [](const std::string& inText) {
+        return foundation::Bytes((const uint8_t*)inText.data(), inText.size());
+    };
+    resources::ForkBuilder builder;
+    builder.Add({ 'MENU', 150, 0, false, {}, bytes(first) });
+    builder.Add({ 'MENU', 151, 0, false, {}, bytes(second) });
+    builder.Add({ 'MBAR', 128, 0, false, {}, bytes(bar) });
+    builder.Add({ 'MBAR', 129, 0, false, {}, bytes(broken) });
+    std::vector<uint8_t> fork;
+    REQUIRE(!builder.Build(&fork));
+    ScratchFolder scratch;
+    const std::string path = scratch.Write("Menus", { (const char*)fork.data(), fork.size() }).string();
+    FSRef ref;
+    REQUIRE(FSPathMakeRef((const UInt8*)path.c_str(), &ref, nullptr) == noErr);
+    const SInt16 refNum = FSOpenResFile(&ref, fsRdPerm);
+    REQUIRE(refNum > 0);
+    const MenuBarHandle old = GetMenuBar(), loaded = GetNewMBar(128);
+    REQUIRE(loaded);
+    SetMenuBar(loaded);
+    CHECK(GetMenuHandle(150));
+    CHECK(Text(GetMenuHandle(151), 1) == "New");
+    CHECK(GetNewMBar(129) == nullptr);
+    SetMenuBar(old);
+    CHECK(GetMenuHandle(150) == nullptr);
+    DisposeMenuBar(loaded);
+    DisposeMenuBar(old);
+    CloseResFile(refNum);
+}
+
+TEST_CASE("PopUpMenuSelect: a menu taller than the screen scrolls while the mouse waits at its end")
+{
+    const MenuRef menu = NewMenu(142, P("Tall"));
+    for (int i = 1; i <= 100; ++i)
+        AppendMenu(menu, P("Item"));
+    struct User {
+        static void AtEnd(EventLoopTimerRef, void*) { host::MoveMouse({ 760, 330 }); }
+        static void Done(EventLoopTimerRef, void*) { host::ReleaseMouse({ 740, 330 }); }
+    };
+    host::PressMouse({ 305, 330 });
+    host::RunFor(0.05);
+    InstallEventLoopTimer(GetMainEventLoop(), 1, 0, User::AtEnd, nullptr, nullptr);
+    InstallEventLoopTimer(GetMainEventLoop(), 20, 0, User::Done, nullptr, nullptr);
+    const SInt32 chosen = PopUpMenuSelect(menu, 30, 300, 1);
+    CHECK((chosen & ~0xFFFF) == (142 << 16));
+    CHECK((chosen & 0xFFFF) >= 97);
+    DisposeMenu(menu);
+}
+
+TEST_CASE("MenuKey: without a loop that dispatches, Command-Q is the application's own item")
+{
+    const MenuRef menu = NewMenu(129, P("File"));
+    AppendMenu(menu, P("New/N;Quit/Q"));
+    SetMenuItemCommandID(menu, 2, kHICommandQuit);
+    InsertMenu(menu, 0);
+    CHECK(MenuKey('q') == (129 << 16 | 2));
+    HiliteMenu(0);
+    DeleteMenu(129);
+    DisposeMenu(menu);
 }
 
 TEST_CASE("A picture of an open menu" * doctest::skip(std::getenv("LAMPBLACK_MENU_PICTURE") == nullptr))
