@@ -413,3 +413,25 @@ TEST_CASE("A picture of windows of every class" * doctest::skip(std::getenv("LAM
     host::RunFor(0.3);
     CHECK(host::SaveScreenshot(std::getenv("LAMPBLACK_PICTURE")));
 }
+
+TEST_CASE("RoundCorners: smoothed alike on both sides, never larger than half of the window")
+{
+    std::vector<uint32_t> screen(20 * 20, 0), white(20 * 20, 0xFFFFFF);
+    const Canvas canvas = { screen.data(), 20 };
+    const Rect window = { 0, 0, 20, 20 };
+    Corner corners[4];
+    REQUIRE(RoundCorners(window, 6, 0, corners) == 2);
+    const pixman_box32_t left = { 0, 0, 6, 6 }, right = { 14, 0, 20, 6 };
+    BlendCorner(canvas, { white.data(), 20, window }, left, corners[0], 256);
+    BlendCorner(canvas, { white.data(), 20, window }, right, corners[1], 256);
+    CHECK(*canvas.At(0, 0) == 0);
+    CHECK(*canvas.At(5, 5) == 0xFFFFFF);
+    CHECK(*canvas.At(1, 1) != 0);
+    CHECK(*canvas.At(1, 1) != 0xFFFFFF);
+    for (int v = 0; v < 6; ++v)
+        for (int h = 0; h < 6; ++h)
+            CHECK(*canvas.At(h, v) == *canvas.At(19 - h, v));
+    CHECK(RoundCorners({ 0, 0, 4, 4 }, 6, 6, corners) == 4);
+    CHECK(corners[3].radius == 2);
+    CHECK(RoundCorners({ 0, 0, 0, 0 }, 6, 6, corners) == 0);
+}
