@@ -50,6 +50,7 @@ DialogRef DialogFile::Show(size_t inIndex, Point inGlobal) const
         return nullptr;
     const WindowRef window = GetDialogWindow(dialog);
     ChangeWindowAttributes(window, kWindowStandardHandlerAttribute, kWindowNoAttributes);
+    SetWindowModality(window, kWindowModalityNone, nullptr); // it must not keep clicks from the viewer's own
     MoveWindow(window, inGlobal.h, inGlobal.v, true);
     ShowWindow(window);
     return dialog;

@@ -21,6 +21,8 @@ void PascalFrom(const std::string& inText, Str255 outText)
 ViewerWindow::ViewerWindow()
     : CWindow(kViewerWindow, kDocumentWindowClass, kWindowStandardHandlerAttribute | kWindowCloseBoxAttribute)
 {
+    SetWindowActivationScope(fWindow, kWindowActivationScopeIndependent); // in use below a modal dialog, too
+    SetThemeWindowBackground(fWindow, kThemeBrushDialogBackgroundActive, true);
     constexpr EventTypeSpec kKeys[] = { { kEventClassKeyboard, kEventRawKeyDown },
                                         { kEventClassKeyboard, kEventRawKeyRepeat } };
     InstallApplicationEventHandler(NewEventHandlerUPP(HandleKey), 2, kKeys, this, nullptr);
