@@ -1,8 +1,8 @@
 // Following the mouse while a button is down.
+#include "events/MouseTracking.h"
 #include "Host.h"
 #include "events/Input.h"
 #include "events/Loop.h"
-#include "events/MouseTracking.h"
 
 namespace lampblack::events {
 
