@@ -66,7 +66,7 @@ Folder NodeOf(const Item&);
 std::filesystem::path PathOf(const Item&);
 std::filesystem::path PathOf(Folder);
 
-// A specification of an item. Names longer than fits are never made.
+// An FSSpec of an item. Names longer than fits are never made.
 void MakeSpec(const Item&, FSSpec* outSpec);
 
 Folder DefaultFolder();

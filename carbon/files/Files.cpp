@@ -1,4 +1,4 @@
-// Entries on file specifications, references and volumes: they check their arguments and ask the catalog.
+// Entries on FSSpecs, FSRefs and volumes: they check their arguments and ask the catalog.
 #include <Carbon/Files.h>
 
 #include "FileReferences.h"

@@ -1,4 +1,4 @@
-// Files: what names mean, what specifications and references say, where parts are found.
+// Files: what names mean, what FSSpecs and FSRefs say, where parts are found.
 #include <Carbon/Files.h>
 
 #include <ScratchFolder.h>

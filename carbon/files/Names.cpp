@@ -160,7 +160,7 @@ OSErr Resolve(SInt16 inVolume, SInt32 inDirectory, ConstStr255Param inName, Item
 
 OSErr Resolve(const FSSpec& inSpec, Item* outItem)
 {
-    // The volume's own specification names it twice; the number counts.
+    // The volume's own FSSpec names it twice; the number counts.
     if (inSpec.parID == fsRtParID)
         return VolumeItem(FindVolume(inSpec.vRefNum), outItem);
     Str255 name;

@@ -10,7 +10,7 @@ LAMPBLACK_BEGIN
 
 // ResolveFileID
 //
-// The file behind an open file's reference number, as a specification on the given volume.
+// The file behind an open file's reference number, as an FSSpec on the given volume.
 // Errors: rfNumErr for a reference that is not open, else what FSMakeFSSpec answers.
 OSErr ResolveFileID(SInt16 inVRefNum, SInt16 inRefNum, FSSpec* outSpec);
 

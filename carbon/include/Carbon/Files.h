@@ -1,4 +1,4 @@
-// The File Manager: volumes, directories, file specifications and references, Finder information.
+// The File Manager: volumes, directories, FSSpecs and FSRefs, Finder information.
 // Begin at FSMakeFSSpec.
 //
 // A volume is a folder of the host; volume -1 is the whole of the host's file system. Names are Mac Roman, at
@@ -303,7 +303,7 @@ LAMPBLACK_BEGIN_C
 
 // FSMakeFSSpec
 //
-// Makes a specification of what a name means in a directory: a plain name, a partial path (":folder:name",
+// Makes an FSSpec of what a name means in a directory: a plain name, a partial path (":folder:name",
 // "::" goes up), a full path ("Volume:folder:name", which ignores the directory), or an empty name for the
 // directory itself. The volume itself has the parent fsRtParID.
 //
