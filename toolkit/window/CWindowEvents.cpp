@@ -195,7 +195,7 @@ void ShowCursorOver(ControlRef inControl, WindowRef inWindow)
     else if (IsEditTextDefID(GetControlDefProcID(inControl)) && IsControlKeyboardFocus(inWindow, inControl))
         SetIBeamCursor(false);
     else
-        SetArrowCursor(false); // Not yet: the I-beam over a focused list (the List Manager's issue)
+        SetArrowCursor(false); // Not yet: the I-beam over a focused list (wants the list box control)
 }
 
 } // namespace
