@@ -11,12 +11,6 @@
 
 namespace {
 
-void CWindowTimer(EventLoopTimerRef, void* inUserData)
-{
-    if (inUserData)
-        static_cast<CWindow*>(inUserData)->Timer();
-}
-
 // The port to make current while inWindow goes away: the caller's, or a spare one when that is the window's.
 CGrafPtr PortToKeep(CGrafPtr inCurrent, WindowRef inWindow)
 {
@@ -132,6 +126,12 @@ void CWindow::StopTimer()
 }
 
 void CWindow::Timer() {}
+
+void CWindow::CWindowTimer(EventLoopTimerRef, void* inWindow)
+{
+    if (inWindow)
+        static_cast<CWindow*>(inWindow)->Timer();
+}
 
 void CWindow::SetPort() const
 {

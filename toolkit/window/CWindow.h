@@ -70,6 +70,8 @@ public:
     virtual void StartTimer(double inDelay, double inInterval);
     virtual void StopTimer();
     virtual void Timer();
+    // The procedure of the StartTimer timer: Timer() of the CWindow, if there is one.
+    static void CWindowTimer(EventLoopTimerRef inTimer, void* inWindow);
 
     virtual OSStatus DoMouseMoved(EventRef inEvent);      // shows the cursor of the control under the mouse
     virtual OSStatus DoWindowActivated(EventRef inEvent); // shows the right cursor
