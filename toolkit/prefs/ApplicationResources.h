@@ -1,4 +1,7 @@
-// The application's own resource file, the current-file saver, and the flipper of 'CTL#' lists.
+// The application's own resource file, the current-file saver, and the flipper of 'CTL#' lists. Values kept
+// in resources are in ResourceValues.h.
+//
+// Every call here that answers an OSStatus leaves it in ResError too.
 #ifndef LAMPBLACK_PREFS_APPLICATIONRESOURCES_H
 #define LAMPBLACK_PREFS_APPLICATIONRESOURCES_H
 
@@ -39,6 +42,31 @@ SInt16 GetCurrentResourceFileID();
 //
 // What InitResourceHelpers remembered; -1 before it.
 SInt16 GetApplicationResFile();
+
+// GetApplicationResource
+//
+// A resource of the application's file and of no other. Ownership: the Resource Manager's.
+// Errors:     null, and ResError is fnfErr while the file is unknown, resNotFound, or what the Resource or
+//             Memory Manager answered.
+Handle GetApplicationResource(OSType inType, SInt16 inID);
+
+// AddApplicationResource
+//
+// Adds to the application's file and writes it. inName may be null.
+// Errors:     fnfErr while the file is unknown; those of AddResource.
+OSStatus AddApplicationResource(Handle inData, OSType inType, SInt16 inID, ConstStr255Param inName);
+
+// CopyApplicationResource
+//
+// Copies one of the application's resources into the current resource file. inName, the copy's name, may be
+// null. Errors:     those of GetApplicationResource and AddResource; after the latter the handle is nobody's.
+OSStatus CopyApplicationResource(OSType inType, SInt16 inID, ConstStr255Param inName);
+
+// RemoveResourceByID
+//
+// Removes a resource from the current file and writes the file; noErr when there is none.
+// Errors:     those of RemoveResource.
+OSStatus RemoveResourceByID(OSType inType, SInt16 inID);
 
 // flipCustomResources, flipCTLHashResource
 //

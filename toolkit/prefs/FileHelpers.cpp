@@ -1,7 +1,7 @@
 // Helpers over the File Manager.
 #include "prefs/FileHelpers.h"
 
-OSErr ResolveFileID(SInt16 inVRefNum, SInt16 inRefNum, FSSpec* outSpec)
+OSStatus ResolveFileID(SInt16 inVRefNum, SInt16 inRefNum, FSSpec* outSpec)
 {
     Str255 name = {};
     FCBPBRec block = {};
