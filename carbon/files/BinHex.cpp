@@ -20,7 +20,7 @@ constexpr uint8_t kSkip = 0xFE, kStop = 0xFF;
 
 constexpr std::array<uint8_t, 256> MakeValues()
 {
-    constexpr std::string_view kLetters = "!\"#$%&'()*+,-012345689@ABCDEFGHIJKLMNPQRSTUVXYZ[`abcdefhijklmpqr";
+    constexpr std::string_view kLetters = kBinHexLetters;
     std::array<uint8_t, 256> values = {};
     values.fill(kStop);
     for (size_t i = 0; i < kLetters.size(); ++i)

@@ -6,6 +6,9 @@
 
 namespace lampblack::files {
 
+// The letters of six bits, in the order of their values.
+constexpr char kBinHexLetters[] = "!\"#$%&'()*+,-012345689@ABCDEFGHIJKLMNPQRSTUVXYZ[`abcdefhijklmpqr";
+
 // Where the coded text begins, behind the ':' that follows the line of introduction; 0 when there is none.
 size_t FindBinHex(Bytes);
 

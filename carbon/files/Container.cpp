@@ -22,7 +22,13 @@ constexpr size_t kMacBinaryHeader = 128;
 constexpr size_t kFinderBytes = 32;
 
 // The entries of AppleSingle and AppleDouble that matter here.
-enum : uint32_t { kDataForkEntry = 1, kResourceForkEntry = 2, kRealNameEntry = 3, kFinderInfoEntry = 9 };
+enum : uint32_t {
+    kDataForkEntry = 1,
+    kResourceForkEntry = 2,
+    kRealNameEntry = 3,
+    kFileDatesEntry = 8,
+    kFinderInfoEntry = 9
+};
 
 void TakeFinderInfo(Bytes inBytes, Container* ioContainer)
 {
@@ -31,6 +37,13 @@ void TakeFinderInfo(Bytes inBytes, Container* ioContainer)
     ioContainer->hasFinderInfo = inBytes.size() >= kFinderBytes / 2;
     ioContainer->finderInfo = FinderInfoFromBytes(padded);
     ioContainer->extendedFinderInfo = ExtendedInfoFromBytes(padded + 16);
+}
+
+// Signed seconds since 1 January 2000; the least number stands for an unknown date.
+uint32_t DateFromApple(uint32_t inDate)
+{
+    constexpr uint32_t kFrom1904To2000 = 3029529600u;
+    return inDate == 0x80000000 ? 0 : inDate + kFrom1904To2000;
 }
 
 void TakeEntry(uint32_t inKind, Bytes inBytes, Container* ioContainer)
@@ -45,6 +58,10 @@ void TakeEntry(uint32_t inKind, Bytes inBytes, Container* ioContainer)
         ioContainer->resourceFork = inBytes;
         break;
     case kRealNameEntry: ioContainer->name.assign((const char*)inBytes.data(), inBytes.size()); break;
+    case kFileDatesEntry:
+        if (inBytes.size() >= 8)
+            ioContainer->dates = { DateFromApple(ReadBE32(inBytes, 0)), DateFromApple(ReadBE32(inBytes, 4)) };
+        break;
     case kFinderInfoEntry: TakeFinderInfo(inBytes, ioContainer); break;
     default: break;
     }
@@ -129,6 +146,7 @@ Container ReadMacBinary(Bytes inBytes)
     container.dataFork = Slice(inBytes, layout.dataOffset, layout.dataLength);
     container.resourceFork = Slice(inBytes, layout.resourceOffset, layout.resourceLength);
     container.name.assign((const char*)inBytes.data() + 2, inBytes[1]);
+    container.dates = { ReadBE32(inBytes, 91), ReadBE32(inBytes, 95) };
 
     BigEndianReader reader(inBytes, 65);
     container.hasFinderInfo = true;

@@ -25,6 +25,12 @@ enum class Form : uint8_t {
 
 const char* FormName(Form);
 
+// Seconds since midnight, 1 January 1904, as the form keeps them (local time in MacBinary, Greenwich in
+// AppleSingle, which counts from 2000 and is converted); 0 when not known.
+struct FileDates {
+    uint32_t created = 0, modified = 0;
+};
+
 // What was found. The forks lie within the bytes that were read or, for BinHex, within `decoded`.
 struct Container {
     Form form = Form::None;
@@ -35,6 +41,7 @@ struct Container {
     Bytes dataFork;
     FInfo finderInfo = {};
     FXInfo extendedFinderInfo = {};
+    FileDates dates;
     std::string name; // Mac Roman; empty when the form keeps none
     std::vector<std::string>
         problems; // what is damaged, a sentence each; undamaged parts are delivered all the same
