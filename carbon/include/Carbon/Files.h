@@ -136,8 +136,9 @@ struct QElem {
 };
 typedef struct QElem QElem;
 
+typedef union ParamBlockRec* ParmBlkPtr;
 typedef union HParamBlockRec* HParmBlkPtr;
-typedef void (*IOCompletionProcPtr)(HParmBlkPtr paramBlock);
+typedef void (*IOCompletionProcPtr)(ParmBlkPtr paramBlock);
 typedef IOCompletionProcPtr IOCompletionUPP;
 
 // The head that all parameter blocks share.
@@ -164,6 +165,13 @@ struct HIOParam {
     SInt32 ioPosOffset;
 };
 typedef struct HIOParam HIOParam;
+
+// The blocks of calls on open files, laid out like those of the calls with a directory.
+typedef struct HIOParam IOParam;
+union ParamBlockRec {
+    IOParam ioParam;
+};
+typedef union ParamBlockRec ParamBlockRec;
 
 struct HFileParam {
     LAMPBLACK_PARAMETER_BLOCK_HEAD;
@@ -364,5 +372,9 @@ OSErr PBGetFCBInfoSync(FCBPBPtr paramBlock);
 OSErr PBHGetVolParmsSync(HParmBlkPtr paramBlock);
 
 LAMPBLACK_END_C
+
+// The rest of the File Manager.
+#include <Carbon/FileChanges.h>
+#include <Carbon/OpenForks.h>
 
 #endif
