@@ -5,6 +5,8 @@
 #ifndef LAMPBLACK_CARBON_FILECHANGES_H
 #define LAMPBLACK_CARBON_FILECHANGES_H
 
+#include <Carbon/OpenForks.h>
+
 #pragma pack(push, 2)
 
 // A move to another folder.
