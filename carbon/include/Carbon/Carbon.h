@@ -2,12 +2,14 @@
 #ifndef LAMPBLACK_CARBON_CARBON_H
 #define LAMPBLACK_CARBON_CARBON_H
 
+#include <Carbon/Aliases.h>
 #include <Carbon/Appearance.h>
 #include <Carbon/CarbonEvents.h>
 #include <Carbon/Controls.h>
 #include <Carbon/Dialogs.h>
 #include <Carbon/Events.h>
 #include <Carbon/Files.h>
+#include <Carbon/Folders.h>
 #include <Carbon/Fonts.h>
 #include <Carbon/Gestalt.h>
 #include <Carbon/Lists.h>

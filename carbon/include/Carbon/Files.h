@@ -292,7 +292,9 @@ enum {
     kFSCatInfoSharingFlags = 0x00010000,
     kFSCatInfoUserPrivs = 0x00020000,
     kFSCatInfoAllDates = 0x000003E0,
-    kFSCatInfoGettableInfo = 0x0003FFFF
+    kFSCatInfoGettableInfo = 0x0003FFFF,
+    kFSCatInfoSettableInfo = 0x00001FE3,
+    kFSCatInfoReserved = 0xFFFC0000
 };
 
 // Node flags.
@@ -374,6 +376,7 @@ OSErr PBHGetVolParmsSync(HParmBlkPtr paramBlock);
 LAMPBLACK_END_C
 
 // The rest of the File Manager.
+#include <Carbon/FileCatalog.h>
 #include <Carbon/FileChanges.h>
 #include <Carbon/OpenForks.h>
 

@@ -59,7 +59,13 @@ enum {
     errFSNameTooLong = -1410,
     errFSMissingName = -1411,
     errFSBadPosMode = -1412,
+    errFSBadAllocFlags = -1413,
+    errFSNoMoreItems = -1417,
+    errFSBadItemCount = -1418,
     errFSForkExists = -1421,
+    errFSBadIteratorFlags = -1422,
+    errFSIteratorNotFound = -1423,
+    errFSIteratorNotSupported = -1424,
     // Memory
     memROZErr = -99,
     memFullErr = -108,

@@ -72,6 +72,7 @@ typedef StringPtr* StringHandle;
 typedef const unsigned char* ConstStringPtr;
 typedef const unsigned char* ConstStr255Param;
 typedef const unsigned char* ConstStr63Param;
+typedef const unsigned char* ConstStr32Param;
 typedef const unsigned char* ConstStr31Param;
 typedef const unsigned char* ConstStr27Param;
 
