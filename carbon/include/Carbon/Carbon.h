@@ -2,11 +2,13 @@
 #ifndef LAMPBLACK_CARBON_CARBON_H
 #define LAMPBLACK_CARBON_CARBON_H
 
+#include <Carbon/AEDataModel.h>
 #include <Carbon/Aliases.h>
 #include <Carbon/Appearance.h>
 #include <Carbon/CarbonEvents.h>
 #include <Carbon/Controls.h>
 #include <Carbon/Dialogs.h>
+#include <Carbon/Drag.h>
 #include <Carbon/Events.h>
 #include <Carbon/Files.h>
 #include <Carbon/Folders.h>

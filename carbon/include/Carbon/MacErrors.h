@@ -193,7 +193,22 @@ enum {
     eventHotKeyInvalidErr = -9879,
     eventPassToNextTargetErr = -9880,
     // Apple Events
-    errAECoercionFail = -1700
+    errAECoercionFail = -1700,
+    errAEDescNotFound = -1701,
+    errAECorruptData = -1702,
+    errAEWrongDataType = -1703,
+    errAENotAEDesc = -1704,
+    errAEBadListItem = -1705,
+    errAENewerVersion = -1706,
+    errAENotAppleEvent = -1707,
+    errAEHandlerNotFound = -1717,
+    errAEIllegalIndex = -1719,
+    // Drag Manager
+    badDragRefErr = -1850,
+    badDragItemErr = -1851,
+    badDragFlavorErr = -1852,
+    duplicateFlavorErr = -1853,
+    cantGetFlavorErr = -1854
 };
 
 #endif
