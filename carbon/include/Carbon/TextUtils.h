@@ -1,8 +1,13 @@
-// Conversions between Pascal strings (a length byte first) and C strings (a zero byte last).
+// Pascal strings (a length byte first), C strings (a zero byte last) and Mac Roman text: conversions, case
+// and accents. Comparing is in StringCompare.h, numbers in NumberFormatting.h, strings from resources in
+// Resources.h.
 #ifndef LAMPBLACK_CARBON_TEXTUTILS_H
 #define LAMPBLACK_CARBON_TEXTUTILS_H
 
 #include <Carbon/MacTypes.h>
+#include <Carbon/NumberFormatting.h>
+#include <Carbon/Script.h>
+#include <Carbon/StringCompare.h>
 
 LAMPBLACK_BEGIN_C
 
@@ -19,6 +24,31 @@ void c2pstrcpy(Str255 dst, const char* src);
 // destination may be the same storage.
 void CopyPascalStringToC(ConstStr255Param src, char* dst);
 void p2cstrcpy(char* dst, ConstStr255Param src);
+
+// In place, in the same storage, whose address they answer.
+StringPtr c2pstr(char* aStr);
+char* p2cstr(StringPtr aStr);
+StringPtr C2PStr(Ptr cString);
+Ptr P2CStr(StringPtr pString);
+
+// UppercaseText, LowercaseText, StripDiacritics, UppercaseStripDiacritics
+//
+// Change the text in place; each character stays one character. A letter whose other form Mac Roman lacks
+// stays as it is. The script is smRoman, smSystemScript or smCurrentScript, which are one here; text of any
+// other script is left alone.
+void UppercaseText(void* textPtr, SInt16 len, ScriptCode script);
+void LowercaseText(void* textPtr, SInt16 len, ScriptCode script);
+void StripDiacritics(void* textPtr, SInt16 len, ScriptCode script);
+void UppercaseStripDiacritics(void* textPtr, SInt16 len, ScriptCode script);
+
+// UpperString: the capitals that the file system knows (see EqualString); without diacSens marks are taken
+// off as well.
+void UpperString(Str255 theString, Boolean diacSens);
+
+// NewString, SetString: a string in a relocatable block of its own size. NULL when memory is out or the
+// string is null; MemError says why.
+StringHandle NewString(ConstStr255Param theString);
+void SetString(StringHandle theString, ConstStr255Param strNew);
 
 LAMPBLACK_END_C
 
