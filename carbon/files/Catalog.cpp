@@ -5,9 +5,10 @@
 #include <foundation/MacRoman.h>
 
 #include <algorithm>
-#include <map>
+#include <fcntl.h>
 #include <optional>
 #include <sys/stat.h>
+#include <unordered_map>
 
 namespace lampblack::files {
 
@@ -17,16 +18,44 @@ namespace {
 
 constexpr SInt32 kFirstID = 16; // what is below belongs to the file system
 constexpr const char* kHostVolume = "Host";
+constexpr const char* kNowhere = "/dev/null/gone"; // below what is no folder there can be nothing
 
 struct Node {
-    Folder parent;
+    Folder parent; // volume 0: gone
     std::string hostName;
+};
+
+// A name in a folder, by which an ID is found.
+struct Key {
+    Folder parent;
+    std::string_view name;
+    bool operator==(const Key&) const = default;
+};
+
+struct OwnedKey {
+    Folder parent;
+    std::string name;
+    operator Key() const { return { parent, name }; }
+};
+
+struct HashKey {
+    using is_transparent = void;
+    size_t operator()(const Key& inKey) const
+    {
+        const uint64_t place = (uint64_t)(uint16_t)inKey.parent.volume << 32 | (uint32_t)inKey.parent.id;
+        return std::hash<std::string_view>()(inKey.name) ^ (size_t)(place * 0x9E3779B97F4A7C15u);
+    }
+};
+
+struct EqualKeys {
+    using is_transparent = void;
+    bool operator()(const Key& inLeft, const Key& inRight) const { return inLeft == inRight; }
 };
 
 struct CatalogState {
     std::vector<Volume> volumes = { { -1, kHostVolume, "/" } };
     std::vector<Node> nodes; // the node with ID kFirstID first
-    std::map<std::pair<std::pair<SInt16, SInt32>, std::string>, SInt32> ids;
+    std::unordered_map<OwnedKey, SInt32, HashKey, EqualKeys> ids;
     std::optional<Folder> defaultFolder;
 };
 
@@ -36,11 +65,11 @@ CatalogState& State()
     return state;
 }
 
-const Node* FindNode(Folder inNode)
+Node* FindNode(Folder inNode)
 {
-    const std::vector<Node>& nodes = State().nodes;
+    std::vector<Node>& nodes = State().nodes;
     const bool isGiven = inNode.id >= kFirstID && inNode.id - kFirstID < (SInt32)nodes.size();
-    const Node* node = isGiven ? &nodes[(size_t)(inNode.id - kFirstID)] : nullptr;
+    Node* node = isGiven ? &nodes[(size_t)(inNode.id - kFirstID)] : nullptr;
     return node && node->parent.volume == inNode.volume ? node : nullptr;
 }
 
@@ -55,11 +84,28 @@ bool IsFolderOnHost(const path& inPath)
     return stat(inPath.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
+// A volume's own path is where its root is, whether by links or not; all else is looked at itself.
 void LookAtHost(Item* ioItem)
 {
     struct stat status;
-    ioItem->exists = stat(PathOf(*ioItem).c_str(), &status) == 0;
+    const int flags = ioItem->hostName.empty() ? 0 : AT_SYMLINK_NOFOLLOW;
+    ioItem->exists = fstatat(AT_FDCWD, PathOf(*ioItem).c_str(), &status, flags) == 0;
     ioItem->isFolder = ioItem->exists && S_ISDIR(status.st_mode);
+    ioItem->isLink = ioItem->exists && S_ISLNK(status.st_mode);
+}
+
+// The ID by which a name in a folder is known; 0 when it has none.
+SInt32 KnownID(const Key& inKey)
+{
+    const auto found = State().ids.find(inKey);
+    return found == State().ids.end() ? 0 : found->second;
+}
+
+void ForgetName(const Key& inKey)
+{
+    const auto found = State().ids.find(inKey);
+    if (found != State().ids.end())
+        State().ids.erase(found);
 }
 
 // The volume that holds an absolute path: of several, the one that reaches farthest down.
@@ -166,23 +212,63 @@ Folder NodeOf(const Item& inItem)
     if (inItem.parent.id == fsRtParID)
         return { inItem.parent.volume, fsRtDirID };
     CatalogState& state = State();
-    const SInt32 next = kFirstID + (SInt32)state.nodes.size();
-    const auto key = std::make_pair(std::make_pair(inItem.parent.volume, inItem.parent.id), inItem.hostName);
-    const auto [place, isNew] = state.ids.try_emplace(key, next);
-    if (isNew)
-        state.nodes.push_back({ inItem.parent, inItem.hostName });
-    return { inItem.parent.volume, place->second };
+    if (const SInt32 known = KnownID({ inItem.parent, inItem.hostName }))
+        return { inItem.parent.volume, known };
+    const SInt32 id = NextNodeID();
+    state.ids.emplace(OwnedKey{ inItem.parent, inItem.hostName }, id);
+    state.nodes.push_back({ inItem.parent, inItem.hostName });
+    return { inItem.parent.volume, id };
+}
+
+SInt32 NextNodeID()
+{
+    return kFirstID + (SInt32)State().nodes.size();
+}
+
+void NodeDidGo(const Item& inItem)
+{
+    const SInt32 id = KnownID({ inItem.parent, inItem.hostName });
+    if (Node* node = FindNode({ inItem.parent.volume, id }))
+        node->parent.volume = 0;
+    ForgetName({ inItem.parent, inItem.hostName });
+}
+
+void NodeDidMove(const Item& inOld, const Item& inNew)
+{
+    const SInt32 id = KnownID({ inOld.parent, inOld.hostName });
+    Node* node = FindNode({ inOld.parent.volume, id });
+    const bool isSamePlace = inOld.parent == inNew.parent && inOld.hostName == inNew.hostName;
+    if (!node || isSamePlace || inOld.parent.volume != inNew.parent.volume)
+        return;
+    ForgetName({ inOld.parent, inOld.hostName });
+    NodeDidGo(inNew); // what had the name before
+    *node = { inNew.parent, inNew.hostName };
+    State().ids.emplace(OwnedKey{ inNew.parent, inNew.hostName }, id);
+}
+
+bool FollowLinks(const Item& inItem, Item* outItem)
+{
+    *outItem = inItem;
+    return inItem.isLink ? ItemAtPath(PathOf(inItem), outItem) : inItem.exists;
 }
 
 path PathOf(Folder inFolder)
 {
     std::vector<const std::string*> names;
-    for (const Node* node = FindNode(inFolder); node; node = FindNode(node->parent))
+    Folder folder = inFolder;
+    for (const Node* node = FindNode(folder); node; node = FindNode(folder)) {
         names.push_back(&node->hostName);
+        folder = node->parent;
+    }
     const Volume* volume = FindVolume(inFolder.volume);
-    path result = volume ? volume->path : path("/");
-    for (auto name = names.rbegin(); name != names.rend(); ++name)
-        result /= **name;
+    if (!volume || (!IsRoot(folder) && folder.id != fsRtParID))
+        return kNowhere;
+    std::string result = volume->path.native();
+    for (auto name = names.rbegin(); name != names.rend(); ++name) {
+        if (!result.ends_with('/'))
+            result += '/';
+        result += **name;
+    }
     return result;
 }
 

@@ -27,7 +27,8 @@ struct Item {
     std::string hostName; // as the host has it; empty for a volume
     std::string macName;  // Mac Roman, at most 31 bytes
     bool exists = false;
-    bool isFolder = false;
+    bool isFolder = false; // a folder itself, not a link to one
+    bool isLink = false;   // a symbolic link, which counts as an alias file
 };
 
 struct Volume {
@@ -60,9 +61,22 @@ bool ItemAtPath(const std::filesystem::path&, Item* outItem);
 // The item with an ID of its volume. False when the ID was never given or the item is gone.
 bool ItemWithID(Folder inNode, Item* outItem);
 
-// The ID of an item, given now if it has none; fsRtDirID for a volume. Renaming keeps it.
+// The ID of an item, given now if it has none; fsRtDirID for a volume.
 Folder NodeOf(const Item&);
 
+// Who renames, moves or deletes an item through this process says so: then its ID, and the IDs of all in it,
+// go with it, or are never given again. inNew is the item as it is found afterwards.
+void NodeDidMove(const Item& inOld, const Item& inNew);
+void NodeDidGo(const Item&);
+
+// The ID that the next new item gets.
+SInt32 NextNodeID();
+
+// The item that a link leads to, all links on the way and at its end followed; the item itself when it is
+// none. False when there is no such item, or a link leads in a circle.
+bool FollowLinks(const Item&, Item* outItem);
+
+// A place on the host. Of a folder that is gone, or an ID that was never given, a path where nothing can be.
 std::filesystem::path PathOf(const Item&);
 std::filesystem::path PathOf(Folder);
 
@@ -78,7 +92,12 @@ std::string MacNameOf(std::string_view inHostName);
 // The name that a new file of that Macintosh name gets.
 std::string HostNameOf(std::string_view inMacName);
 
-// Names in a host folder, without those that only hold parts of others: "._name", "__MACOSX", ".AppleDouble".
+// Whether a file or folder of the host only holds parts of others, and so is not listed: "._name",
+// "__MACOSX",
+// ".AppleDouble".
+bool IsPartName(std::string_view inHostName);
+
+// The names in a host folder that are listed, in the order of PBGetCatInfo.
 std::vector<std::string> NamesIn(const std::filesystem::path&);
 
 } // namespace lampblack::files

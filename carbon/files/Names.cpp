@@ -1,11 +1,11 @@
 // Names: what a name or path in a folder means on the host, and how a host's name looks on the Macintosh.
 #include "Catalog.h"
+#include "Listing.h"
 
 #include <foundation/MacRoman.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <dirent.h>
 #include <sys/stat.h>
 
 namespace lampblack::files {
@@ -52,49 +52,33 @@ bool IsPossibleName(std::string_view inMacName)
            inMacName.find('\0') == std::string_view::npos && inMacName.find(':') == std::string_view::npos;
 }
 
-bool StatAt(const path& inPath, bool* outIsFolder)
+bool LookAt(const path& inPath, Item* ioItem)
 {
     struct stat status;
-    const bool exists = stat(inPath.c_str(), &status) == 0;
-    *outIsFolder = exists && S_ISDIR(status.st_mode);
-    return exists;
+    ioItem->exists = lstat(inPath.c_str(), &status) == 0;
+    ioItem->isFolder = ioItem->exists && S_ISDIR(status.st_mode);
+    ioItem->isLink = ioItem->exists && S_ISLNK(status.st_mode);
+    return ioItem->exists;
 }
 
-// The host's name for a Macintosh name that no file has literally; empty when there is none. Of several that
-// differ in case only, the first in byte order.
-std::string SearchFolder(const path& inFolder, std::string_view inMacName)
-{
-    std::string best;
-    DIR* folder = opendir(inFolder.c_str());
-    while (const dirent* entry = folder ? readdir(folder) : nullptr) {
-        const std::string name = entry->d_name;
-        if (name == "." || name == ".." || !foundation::EqualIgnoringCase(MacNameOf(name), inMacName))
-            continue;
-        if (best.empty() || name < best)
-            best = name;
-    }
-    if (folder)
-        closedir(folder);
-    return best;
-}
-
-// One name in a folder. The item is filled in even when nothing is there.
+// One name in a folder: the host's own bytes, else the first of those listed that have the name in whatever
+// capitals. The item is filled in even when nothing is there.
 OSErr LookUp(Folder inFolder, std::string_view inMacName, Item* outItem)
 {
     if (!IsPossibleName(inMacName))
         return bdNamErr;
     const path folder = PathOf(inFolder);
-    *outItem = { inFolder, HostNameOf(inMacName), std::string(inMacName), false, false };
-    outItem->exists = StatAt(folder / outItem->hostName, &outItem->isFolder);
-    if (outItem->exists)
+    *outItem = { inFolder, HostNameOf(inMacName), std::string(inMacName) };
+    if (LookAt(folder / outItem->hostName, outItem))
         return noErr;
-    const std::string other = SearchFolder(folder, inMacName);
-    if (other.empty() || !StatAt(folder / other, &outItem->isFolder))
-        return fnfErr;
-    outItem->hostName = other;
-    outItem->macName = MacNameOf(other);
-    outItem->exists = true;
-    return noErr;
+    for (const ListedName& name : ListingOf(folder)->Named(inMacName)) {
+        if (!LookAt(folder / name.hostName, outItem))
+            continue;
+        outItem->hostName = name.hostName;
+        outItem->macName = name.macName;
+        return noErr;
+    }
+    return fnfErr;
 }
 
 OSErr VolumeItem(const Volume* inVolume, Item* outItem)
@@ -110,12 +94,17 @@ OSErr FolderItem(Folder inFolder, Item* outItem)
     return ItemWithID(inFolder, outItem) && outItem->isFolder ? noErr : dirNFErr;
 }
 
-// Walks "name:name::name" from an item on. A ':' before a name or at the end enters the folder; each further
-// one goes up.
+bool EnterFolder(Item* ioItem)
+{
+    return (!ioItem->isLink || FollowLinks(*ioItem, ioItem)) && ioItem->isFolder;
+}
+
+// Walks "name:name::name" from an item on. A ':' before a name or at the end enters the folder, or the one
+// that a link leads to; each further one goes up.
 OSErr Walk(std::string_view inPath, Item* ioItem)
 {
     while (!inPath.empty()) {
-        if (!ioItem->exists || !ioItem->isFolder)
+        if (!EnterFolder(ioItem))
             return dirNFErr;
         if (inPath.front() == ':') {
             inPath.remove_prefix(1);
@@ -128,7 +117,7 @@ OSErr Walk(std::string_view inPath, Item* ioItem)
         const bool isLast = end + 1 >= inPath.size();
         if (error != noErr)
             return error == fnfErr && !isLast ? (OSErr)dirNFErr : error;
-        if (end < inPath.size() && !ioItem->isFolder)
+        if (end < inPath.size() && !EnterFolder(ioItem))
             return dirNFErr;
         inPath.remove_prefix(std::min(end + 1, inPath.size()));
     }
@@ -180,22 +169,6 @@ std::string MacNameOf(std::string_view inHostName)
 std::string HostNameOf(std::string_view inMacName)
 {
     return foundation::Utf8FromMacRoman(SwapSeparators(inMacName));
-}
-
-std::vector<std::string> NamesIn(const path& inFolder)
-{
-    std::vector<std::string> names;
-    DIR* folder = opendir(inFolder.c_str());
-    while (const dirent* entry = folder ? readdir(folder) : nullptr) {
-        const std::string name = entry->d_name;
-        const bool isPart = name.starts_with("._") || name == "__MACOSX" || name == ".AppleDouble";
-        if (name != "." && name != ".." && !isPart)
-            names.push_back(name);
-    }
-    if (folder)
-        closedir(folder);
-    std::sort(names.begin(), names.end());
-    return names;
 }
 
 } // namespace lampblack::files

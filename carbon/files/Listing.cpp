@@ -1,0 +1,167 @@
+// Reading folders of the host, and remembering what was read while it holds.
+#include "Listing.h"
+
+#include "Catalog.h"
+
+#include <foundation/MacRoman.h>
+
+#include <algorithm>
+#include <ctime>
+#include <dirent.h>
+#include <list>
+#include <sys/stat.h>
+
+namespace lampblack::files {
+
+using std::filesystem::path;
+
+namespace {
+
+constexpr size_t kRemembered = 8;
+constexpr int64_t kSecond = 1000000000;
+// A file system's times advance in steps: a change within one step of a listing leaves the folder's times as
+// they were. Linux steps by at most 10 ms; systems without nanoseconds by up to 2 s.
+constexpr int64_t kFineStep = 20000000, kCoarseStep = 2 * kSecond + kFineStep;
+
+bool IsListed(std::string_view inName)
+{
+    return inName != "." && inName != ".." && !IsPartName(inName);
+}
+
+template <class Visit>
+void ForEachEntry(const path& inFolder, Visit inVisit)
+{
+    DIR* folder = opendir(inFolder.c_str());
+    while (const dirent* entry = folder ? readdir(folder) : nullptr)
+        if (IsListed(entry->d_name))
+            inVisit(*entry);
+    if (folder)
+        closedir(folder);
+}
+
+std::string KeyOf(std::string_view inMacName)
+{
+    std::string key(inMacName);
+    for (char& byte : key)
+        byte = (char)foundation::MacRomanUpper((UInt8)byte);
+    return key;
+}
+
+int64_t Nanoseconds(const timespec& inTime)
+{
+    return (int64_t)inTime.tv_sec * kSecond + inTime.tv_nsec;
+}
+
+// What says that a folder is still the one that was listed, with the same names in it.
+struct Stamp {
+    dev_t device = 0;
+    ino_t node = 0;
+    int64_t modified = 0, changed = 0;
+    bool operator==(const Stamp&) const = default;
+};
+
+bool StampOf(const path& inFolder, Stamp* outStamp)
+{
+    struct stat status;
+    if (stat(inFolder.c_str(), &status) != 0)
+        return false;
+    *outStamp = { status.st_dev, status.st_ino, Nanoseconds(status.st_mtim), Nanoseconds(status.st_ctim) };
+    return true;
+}
+
+// Whether a change after this moment will show in the folder's times.
+bool IsSettled(const Stamp& inStamp)
+{
+    timespec time;
+    clock_gettime(CLOCK_REALTIME, &time);
+    const int64_t step = inStamp.modified % kSecond == 0 ? kCoarseStep : kFineStep;
+    const int64_t age = Nanoseconds(time) - inStamp.modified;
+    return age > step || age < -step; // a time to come is left behind by any change
+}
+
+struct Remembered {
+    path folder;
+    Stamp stamp;
+    bool isSettled;
+    std::shared_ptr<const Listing> listing;
+};
+
+// The folder asked for last in front.
+std::list<Remembered>& Memory()
+{
+    static auto& memory = *new std::list<Remembered>;
+    return memory;
+}
+
+} // namespace
+
+Listing::Listing(const path& inFolder)
+{
+    ForEachEntry(inFolder, [this](const dirent& entry) {
+        std::string macName = MacNameOf(entry.d_name);
+        std::string key = KeyOf(macName);
+        fNames.push_back({ entry.d_name, std::move(macName), std::move(key), entry.d_type });
+    });
+    std::sort(fNames.begin(), fNames.end(), [](const ListedName& left, const ListedName& right) {
+        const int order = left.key.compare(right.key);
+        return order != 0 ? order < 0 : left.hostName < right.hostName;
+    });
+}
+
+std::span<const ListedName> Listing::Named(std::string_view inMacName) const
+{
+    const std::string key = KeyOf(inMacName);
+    const auto byKey = [](const auto& left, const auto& right) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(left)>, ListedName>)
+            return left.key < right;
+        else
+            return left < right.key;
+    };
+    const auto [first, last] = std::equal_range(fNames.begin(), fNames.end(), key, byKey);
+    return { first, last };
+}
+
+std::shared_ptr<const Listing> ListingOf(const path& inFolder)
+{
+    std::list<Remembered>& memory = Memory();
+    const auto found = std::find_if(memory.begin(), memory.end(), [&](const Remembered& one) {
+        return one.folder.native() == inFolder.native();
+    });
+    Stamp stamp;
+    const bool isThere = StampOf(inFolder, &stamp);
+    if (found != memory.end() && isThere && found->isSettled && found->stamp == stamp) {
+        memory.splice(memory.begin(), memory, found);
+        return found->listing;
+    }
+    if (found != memory.end())
+        memory.erase(found);
+    const bool isSettled = isThere && IsSettled(stamp);
+    auto listing = std::make_shared<const Listing>(inFolder);
+    if (isThere)
+        memory.push_front({ inFolder, stamp, isSettled, listing });
+    if (memory.size() > kRemembered)
+        memory.pop_back();
+    return listing;
+}
+
+size_t CountNamesIn(const path& inFolder)
+{
+    size_t count = 0;
+    ForEachEntry(inFolder, [&](const dirent&) { ++count; });
+    return count;
+}
+
+bool IsPartName(std::string_view inHostName)
+{
+    return inHostName.starts_with("._") || inHostName == "__MACOSX" || inHostName == ".AppleDouble";
+}
+
+std::vector<std::string> NamesIn(const path& inFolder)
+{
+    std::vector<std::string> names;
+    for (const ListedName& name : ListingOf(inFolder)->Names())
+        names.push_back(name.hostName);
+    return names;
+}
+
+} // namespace lampblack::files
