@@ -11,40 +11,131 @@
 
 namespace lampblack::files {
 
-struct MappedFile::Mapping {
-    void* base = nullptr;
-    size_t size = 0;
+namespace {
 
-    Mapping(void* inBase, size_t inSize) : base(inBase), size(inSize) {}
+constexpr size_t kLargestCopy = 16384; // below that, reading costs less than mapping
+
+int64_t Nanoseconds(const timespec& inTime)
+{
+    return (int64_t)inTime.tv_sec * 1000000000 + inTime.tv_nsec;
+}
+
+// Readers never wait: writers look whether there are readers, they do not lock them out.
+void TakeReaderLock(int inFile)
+{
+    struct flock lock = {};
+    lock.l_type = F_RDLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = kReaderLock;
+    lock.l_len = 1;
+    fcntl(inFile, F_OFD_SETLK, &lock);
+}
+
+bool ReadWhole(int inFile, uint8_t* outBytes, size_t inSize)
+{
+    for (size_t done = 0; done < inSize;) {
+        const ssize_t now = pread(inFile, outBytes + done, inSize - done, (off_t)done);
+        if (now < 0 && errno == EINTR)
+            continue;
+        if (now == 0)
+            errno = EIO; // it became shorter
+        if (now <= 0)
+            return false;
+        done += (size_t)now;
+    }
+    return true;
+}
+
+} // namespace
+
+FileIdentity::FileIdentity(const struct stat& inStatus)
+    : exists(true),
+      device(inStatus.st_dev),
+      inode(inStatus.st_ino),
+      size(inStatus.st_size),
+      modified(Nanoseconds(inStatus.st_mtim)),
+      changed(Nanoseconds(inStatus.st_ctim))
+{
+}
+
+FileIdentity FileIdentity::At(const std::filesystem::path& inPath)
+{
+    struct stat status;
+    return stat(inPath.c_str(), &status) == 0 ? FileIdentity(status) : FileIdentity();
+}
+
+FileIdentity FileIdentity::Of(int inFile)
+{
+    struct stat status;
+    return fstat(inFile, &status) == 0 ? FileIdentity(status) : FileIdentity();
+}
+
+struct MappedFile::Mapping {
+    FileIdentity identity;
+    int file = -1; // open as long as it is mapped
+    void* base = nullptr;
+    std::unique_ptr<uint8_t[]> copy;
+
+    Mapping() = default;
     Mapping(const Mapping&) = delete;
     ~Mapping()
     {
-        if (size)
-            munmap(base, size);
+        if (base)
+            munmap(base, (size_t)identity.size);
+        if (file >= 0)
+            close(file);
     }
+
+    bool Take();
 };
+
+// Reads or maps what `file` is.
+bool MappedFile::Mapping::Take()
+{
+    struct stat status;
+    if (fstat(file, &status) != 0)
+        return false;
+    identity = FileIdentity(status);
+    const size_t size = (size_t)identity.size;
+    if (!S_ISREG(status.st_mode))
+        errno = EISDIR;
+    if (!S_ISREG(status.st_mode) || size == 0)
+        return S_ISREG(status.st_mode);
+    TakeReaderLock(file);
+    if (size <= kLargestCopy) {
+        copy = std::make_unique_for_overwrite<uint8_t[]>(size);
+        const bool isRead = ReadWhole(file, copy.get(), size);
+        close(file);
+        file = -1;
+        return isRead;
+    }
+    void* mapped = mmap(nullptr, size, PROT_READ, MAP_SHARED, file, 0);
+    base = mapped == MAP_FAILED ? nullptr : mapped;
+    return base;
+}
 
 bool MappedFile::Open(const std::filesystem::path& inPath)
 {
     fMapping.reset();
-    const int file = open(inPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (file < 0)
+    const auto mapping = std::make_shared<Mapping>();
+    mapping->file = open(inPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (mapping->file < 0 || !mapping->Take())
         return false;
-    struct stat status;
-    const bool isFile = fstat(file, &status) == 0 && S_ISREG(status.st_mode);
-    const size_t size = isFile ? (size_t)status.st_size : 0;
-    void* base = size ? mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file, 0) : nullptr;
-    const int error = !isFile ? EISDIR : base == MAP_FAILED ? errno : 0;
-    close(file);
-    errno = error;
-    if (error == 0)
-        fMapping = std::make_shared<Mapping>(base, size);
-    return error == 0;
+    fMapping = mapping;
+    return true;
 }
 
 Bytes MappedFile::Contents() const
 {
-    return fMapping ? Bytes((const uint8_t*)fMapping->base, fMapping->size) : Bytes();
+    if (!fMapping)
+        return Bytes();
+    const uint8_t* bytes = fMapping->base ? (const uint8_t*)fMapping->base : fMapping->copy.get();
+    return Bytes(bytes, bytes ? (size_t)fMapping->identity.size : 0);
+}
+
+FileIdentity MappedFile::Identity() const
+{
+    return fMapping ? fMapping->identity : FileIdentity();
 }
 
 namespace {
@@ -59,9 +150,9 @@ bool IsZero(const FInfo& inInfo, const FXInfo& inExtended)
     return std::all_of(bytes, bytes + 32, [](uint8_t byte) { return byte == 0; });
 }
 
-bool IsComplete(const LocatedForks& inForks)
+bool IsComplete(const LocatedForks& inForks, Wanted inWanted)
 {
-    return !inForks.resourceFork.empty() && inForks.hasFinderInfo;
+    return !inForks.resourceFork.empty() && (inForks.hasFinderInfo || inWanted == Wanted::ResourceForkOnly);
 }
 
 // Takes from a container what is still missing.
@@ -87,27 +178,49 @@ void Take(const path& inPath, std::shared_ptr<const Container> inContainer, Loca
     ioForks->containers.push_back(std::move(inContainer));
 }
 
-void TakeSidecar(const path& inPath, LocatedForks* ioForks)
+// The search for the parts of one file.
+struct Search {
+    path file; // absolute
+    Wanted wanted;
+    LocatedForks forks;
+
+    bool IsDone() const { return IsComplete(forks, wanted); }
+    bool Open(const path& inPath, MappedFile* outFile);
+    void TakeSidecar(const path&);
+    void TakeArchiveSidecars();
+    void TakeSidecars();
+};
+
+bool Search::Open(const path& inPath, MappedFile* outFile)
 {
-    MappedFile file;
-    if (IsComplete(*ioForks) || !file.Open(inPath))
+    const bool isOpen = outFile->Open(inPath);
+    forks.lookedAt.push_back({ inPath, outFile->Identity() });
+    return isOpen;
+}
+
+void Search::TakeSidecar(const path& inPath)
+{
+    MappedFile found;
+    if (IsDone() || !Open(inPath, &found))
         return;
-    auto container = std::make_shared<const Container>(ReadContainer(file.Contents()));
+    auto container = std::make_shared<const Container>(ReadContainer(found.Contents()));
     if (container->form == Form::None)
         return;
-    ioForks->mappings.push_back(std::move(file));
-    Take(inPath, std::move(container), ioForks);
+    forks.mappings.push_back(std::move(found));
+    Take(inPath, std::move(container), &forks);
 }
 
 // An archive's "__MACOSX" lies in a folder above the file and repeats the folders between them.
-void TakeArchiveSidecars(const path& inPath, LocatedForks* ioForks)
+void Search::TakeArchiveSidecars()
 {
-    const path sidecar = "._" + inPath.filename().string();
-    path folder = inPath.parent_path(), between;
-    while (!folder.empty() && !IsComplete(*ioForks)) {
+    const path sidecar = "._" + file.filename().string();
+    path folder = file.parent_path(), between;
+    while (!folder.empty() && !IsDone()) {
         const path archive = folder / "__MACOSX";
         if (access(archive.c_str(), X_OK) == 0)
-            TakeSidecar(archive / between / sidecar, ioForks);
+            TakeSidecar(archive / between / sidecar);
+        else
+            forks.lookedAt.push_back({ archive, {} });
         if (folder == folder.parent_path())
             break;
         between = between.empty() ? folder.filename() : folder.filename() / between;
@@ -115,40 +228,42 @@ void TakeArchiveSidecars(const path& inPath, LocatedForks* ioForks)
     }
 }
 
-void TakeSidecars(const path& inPath, LocatedForks* ioForks)
+void Search::TakeSidecars()
 {
-    const path folder = inPath.parent_path();
-    const std::string name = inPath.filename().string();
-    TakeSidecar(folder / ("._" + name), ioForks);
-    TakeArchiveSidecars(inPath, ioForks);
-    TakeSidecar(folder / (name + ".rsrc"), ioForks);
-    TakeSidecar(folder / ("%" + name), ioForks);
-    TakeSidecar(folder / ".AppleDouble" / name, ioForks);
+    const path folder = file.parent_path();
+    const std::string name = file.filename().string();
+    TakeSidecar(folder / ("._" + name));
+    TakeArchiveSidecars();
+    TakeSidecar(folder / (name + ".rsrc"));
+    TakeSidecar(folder / ("%" + name));
+    TakeSidecar(folder / ".AppleDouble" / name);
 }
 
 } // namespace
 
-LocatedForks LocateForks(const std::filesystem::path& inPath)
+LocatedForks LocateForks(const std::filesystem::path& inPath, Wanted inWanted)
 {
-    LocatedForks forks;
-    MappedFile file;
     std::error_code ignored;
-    const path absolute = std::filesystem::absolute(inPath, ignored);
-    forks.exists = file.Open(absolute);
+    Search search = { inPath.is_absolute() ? inPath : std::filesystem::absolute(inPath, ignored),
+                      inWanted,
+                      {} };
+    LocatedForks& forks = search.forks;
+    MappedFile file;
+    forks.exists = search.Open(search.file, &file);
     forks.openError = forks.exists ? 0 : errno;
     if (!forks.exists)
-        return forks;
+        return std::move(search.forks);
     const auto itself = std::make_shared<const Container>(ReadContainer(file.Contents()));
     const bool isSound = itself->hasDataFork && itself->problems.empty();
     forks.dataFork = isSound ? itself->dataFork : file.Contents();
     forks.mappings.push_back(file);
     if (itself->form == Form::MacBinary)
-        Take(absolute, itself, &forks);
-    if (!IsComplete(forks))
-        TakeSidecars(absolute, &forks);
+        Take(search.file, itself, &forks);
+    if (!search.IsDone())
+        search.TakeSidecars();
     if (itself->form != Form::MacBinary)
-        Take(absolute, itself, &forks);
-    return forks;
+        Take(search.file, itself, &forks);
+    return std::move(search.forks);
 }
 
 } // namespace lampblack::files

@@ -8,11 +8,30 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <sys/stat.h>
 
 namespace lampblack::files {
 
-// A file's bytes, mapped and read only, unmapped with the last copy. A file that is replaced by renaming
-// another over it keeps its old bytes here; nobody may shorten a file that is mapped.
+// By what a host file is known to be the same as before, unchanged.
+struct FileIdentity {
+    bool exists = false;
+    uint64_t device = 0, inode = 0;
+    int64_t size = 0, modified = 0, changed = 0; // times in nanoseconds
+
+    FileIdentity() = default;
+    explicit FileIdentity(const struct stat&);
+    static FileIdentity At(const std::filesystem::path&);
+    static FileIdentity Of(int inFile);
+    bool operator==(const FileIdentity&) const = default;
+};
+
+// Byte ranges, far behind the end of any file, that are locked (as open file descriptions hold locks): who
+// writes a file holds the first alone, who reads one in place shares the second for as long.
+enum : int64_t { kWriterLock = INT64_C(1) << 60, kReaderLock = kWriterLock + 1 };
+
+// A file's bytes, read only, let go with the last copy. A small file is copied, a large one mapped: a file
+// that is replaced by renaming another over it keeps its old bytes here, and nobody may shorten one that is
+// mapped. As long as it is mapped the reader's lock is held: a writer who finds it does not write in place.
 class MappedFile {
 public:
     MappedFile() = default;
@@ -20,6 +39,7 @@ public:
     // False, with errno set, when it cannot be opened, or is no ordinary file. An empty file has no bytes.
     bool Open(const std::filesystem::path&);
     Bytes Contents() const;
+    FileIdentity Identity() const;
 
 private:
     struct Mapping;
@@ -44,6 +64,13 @@ struct LocatedForks {
     Bytes dataFork; // the file's bytes, or the data fork within MacBinary, AppleSingle or BinHex
     std::vector<std::string> problems; // of every form that was looked at
 
+    // Each file that was looked at, or for.
+    struct LookedAt {
+        std::filesystem::path path;
+        FileIdentity identity;
+    };
+    std::vector<LookedAt> lookedAt;
+
     std::vector<MappedFile> mappings;
     std::vector<std::shared_ptr<const Container>> containers; // they hold what was decoded
 };
@@ -53,8 +80,9 @@ struct LocatedForks {
 // Looks, in this order, at: the file when it is valid MacBinary; the sidecar "._name"; "__MACOSX/.../._name"
 // in each folder above; "name.rsrc"; "%name"; ".AppleDouble/name"; the file when it is itself a resource
 // file, AppleSingle, AppleDouble or BinHex. All are decided by content. The resource fork is the first that
-// is not empty, the Finder information the first that is not all zero.
-LocatedForks LocateForks(const std::filesystem::path&);
+// is not empty, the Finder information the first that is not all zero. What is wanted ends the search.
+enum class Wanted : uint8_t { Both, ResourceForkOnly };
+LocatedForks LocateForks(const std::filesystem::path&, Wanted = Wanted::Both);
 
 } // namespace lampblack::files
 
