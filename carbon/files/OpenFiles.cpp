@@ -12,26 +12,42 @@ namespace {
 constexpr SInt16 kFirstNumber = 256, kLastNumber = 32000;
 constexpr size_t kMostFiles = 4096;
 
+struct Table {
+    std::map<SInt16, OpenFile> files;
+    SInt16 last = kFirstNumber - 1;
+    bool hasWrapped = false;
+};
+
+Table& State()
+{
+    static auto& table = *new Table; // outlives whoever asks while the process ends
+    return table;
+}
+
 std::map<SInt16, OpenFile>& OpenFiles()
 {
-    static auto& files = *new std::map<SInt16, OpenFile>;
-    return files;
+    return State().files;
+}
+
+bool IsOf(const OpenFile& inFile, const Item& inItem)
+{
+    return inFile.item.parent == inItem.parent && inFile.item.hostName == inItem.hostName;
 }
 
 } // namespace
 
 SInt16 AddOpenFile(OpenFile inFile)
 {
-    static SInt16 last = kFirstNumber - 1;
-    std::map<SInt16, OpenFile>& files = OpenFiles();
-    if (files.size() >= kMostFiles)
+    Table& table = State();
+    if (table.files.size() >= kMostFiles)
         return 0;
-    do
-        last = last >= kLastNumber ? kFirstNumber : (SInt16)(last + 1);
-    while (files.count(last));
-    inFile.refNum = last;
-    files[last] = std::move(inFile);
-    return last;
+    do {
+        table.hasWrapped |= table.last >= kLastNumber;
+        table.last = table.last >= kLastNumber ? kFirstNumber : (SInt16)(table.last + 1);
+    } while (table.files.count(table.last));
+    inFile.refNum = table.last;
+    table.files[table.last] = std::move(inFile);
+    return table.last;
 }
 
 void RemoveOpenFile(SInt16 inRefNum)
@@ -45,6 +61,12 @@ OpenFile* FindOpenFile(SInt16 inRefNum)
     return found == OpenFiles().end() ? nullptr : &found->second;
 }
 
+OSErr ErrorOfNumber(SInt16 inRefNum)
+{
+    const SInt16 last = State().hasWrapped ? kLastNumber : State().last;
+    return inRefNum >= kFirstNumber && inRefNum <= last ? fnOpnErr : rfNumErr;
+}
+
 const OpenFile* NthOpenFile(SInt16 inVolume, SInt16 inIndex)
 {
     SInt16 index = 0;
@@ -54,13 +76,40 @@ const OpenFile* NthOpenFile(SInt16 inVolume, SInt16 inIndex)
     return nullptr;
 }
 
+SInt64 SizeOf(const OpenFile& inFile)
+{
+    SInt64 size = inFile.logicalSize;
+    if (inFile.fork)
+        inFile.fork->GetSize(&size);
+    return size;
+}
+
 bool IsOpen(const Item& inItem, bool inResourceFork)
 {
     return std::any_of(OpenFiles().begin(), OpenFiles().end(), [&](const auto& entry) {
-        const OpenFile& file = entry.second;
-        return file.isResourceFork == inResourceFork && file.item.parent == inItem.parent &&
-               file.item.hostName == inItem.hostName;
+        return entry.second.isResourceFork == inResourceFork && IsOf(entry.second, inItem);
     });
+}
+
+const OpenFile* WriterOf(const Item& inItem, bool inResourceFork)
+{
+    for (const auto& [refNum, file] : OpenFiles())
+        if (file.isWritable && file.isResourceFork == inResourceFork && IsOf(file, inItem))
+            return &file;
+    return nullptr;
+}
+
+void ForEachOpenFile(const std::function<void(OpenFile&)>& inDo)
+{
+    for (auto& [refNum, file] : OpenFiles())
+        inDo(file);
+}
+
+void OpenFilesMoved(const Item& inFrom, const Item& inTo)
+{
+    for (auto& [refNum, file] : OpenFiles())
+        if (IsOf(file, inFrom))
+            file.item = inTo;
 }
 
 } // namespace lampblack::files
@@ -89,8 +138,8 @@ void FillIn(const OpenFile& inFile, FCBPBRec* outBlock)
     outBlock->ioFCBFlags =
         (SInt16)((inFile.isResourceFork ? kFCBResourceMask : 0) | (inFile.isWritable ? kFCBWriteMask : 0));
     outBlock->ioFCBStBlk = 0;
-    outBlock->ioFCBEOF = Clamp(inFile.logicalSize);
-    outBlock->ioFCBPLen = Clamp((inFile.logicalSize + kBlock - 1) / kBlock * kBlock);
+    outBlock->ioFCBEOF = Clamp(SizeOf(inFile));
+    outBlock->ioFCBPLen = Clamp((SizeOf(inFile) + kBlock - 1) / kBlock * kBlock);
     outBlock->ioFCBCrPs = Clamp(inFile.mark);
     outBlock->ioFCBVRefNum = item.parent.volume;
     outBlock->ioFCBClpSiz = (SInt32)kBlock;

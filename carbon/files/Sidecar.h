@@ -1,0 +1,33 @@
+// What a sidecar "._name" keeps besides the parts that ForkHome writes: a creation date that was set, which
+// the host cannot keep, and the Finder information of a folder. Begin at SetCreationDate.
+#ifndef LAMPBLACK_FILES_SIDECAR_H
+#define LAMPBLACK_FILES_SIDECAR_H
+
+#include <Carbon/Files.h>
+
+#include <array>
+#include <ctime>
+#include <filesystem>
+
+namespace lampblack::files {
+
+// The creation date that was set for a file or folder, to the second. False when none was: the host's counts.
+bool GetCreationDate(const std::filesystem::path&, timespec* outTime);
+
+// SetCreationDate
+//
+// Keeps a creation date as the dates entry (8) of AppleDouble, between Finder information and resource fork:
+// only files whose date was set have that third entry, and it is written over in place from then on.
+//
+// Errors:     opWrErr  the file has no dates entry yet and its resource fork is open for writing; else as
+//             ForkHome::Open and Replace.
+OSErr SetCreationDate(const std::filesystem::path&, const timespec&);
+
+// A folder's 32 bytes of Finder information, big-endian: DInfo, then DXInfo. False when none is kept.
+using FolderInfo = std::array<uint8_t, 32>;
+bool GetFolderInfo(const std::filesystem::path& inFolder, FolderInfo* outInfo);
+OSErr SetFolderInfo(const std::filesystem::path& inFolder, const FolderInfo&);
+
+} // namespace lampblack::files
+
+#endif
