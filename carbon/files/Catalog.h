@@ -45,6 +45,10 @@ SInt16 AddVolume(std::string_view inMacName, const std::filesystem::path&);
 const Volume* FindVolume(SInt16 inRefNum);
 const Volume* FindVolumeNamed(std::string_view inMacName);
 
+// The volume that a name and a number mean together, as in parameter blocks: the one that a full path begins
+// with, or whose name it is, else the number. Null: there is none.
+const Volume* VolumeOfName(ConstStr255Param inName, SInt16 inRefNum);
+
 // Resolve
 //
 // What FSMakeFSSpec's arguments mean. On fnfErr the item is filled in and does not exist. Errors: as
@@ -88,7 +92,7 @@ void SetDefaultFolder(Folder);
 
 // A name as the Macintosh shows it: exact when Mac Roman has its letters and it is at most 31 bytes long,
 // else a short form that ends in '#', eight digits made from the whole name, and what follows its last dot.
-std::string MacNameOf(std::string_view inHostName);
+std::string MacNameOf(std::string_view inHostName, bool* outIsShort = nullptr);
 // The name that a new file of that Macintosh name gets.
 std::string HostNameOf(std::string_view inMacName);
 

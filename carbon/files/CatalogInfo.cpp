@@ -1,68 +1,33 @@
 // FSGetCatalogInfo: each field asked for, from the host's status of the file and from its forks.
+#include "CatalogInfo.h"
+
+#include "Dates.h"
 #include "FileReferences.h"
-#include "ForkLocator.h"
-#include "OpenFiles.h"
+#include "ItemFacts.h"
+#include "UnicodeNames.h"
 
-#include <foundation/MacRoman.h>
+#include <foundation/BigEndian.h>
 
-#include <algorithm>
 #include <cstring>
-#include <fcntl.h>
-#include <optional>
-#include <sys/stat.h>
 #include <unistd.h>
 
+using namespace lampblack;
 using namespace lampblack::files;
 
 namespace {
 
-constexpr UInt64 kBlock = 4096;
-constexpr int64_t kSecondsTo1970 = 2082844800; // from midnight, 1 January 1904
 constexpr UInt32 kMacRomanHint = 0;
-
-// What is asked about; the forks are looked for only once, and only when a field needs them.
-struct Question {
-    const Item& item;
-    struct statx status = {};
-    std::optional<LocatedForks> forks;
-
-    const LocatedForks& Forks()
-    {
-        if (!forks)
-            forks = item.isFolder ? LocatedForks() : LocateForks(PathOf(item));
-        return *forks;
-    }
-};
 
 UTCDateTime DateOf(const statx_timestamp& inTime)
 {
-    const uint64_t seconds = (uint64_t)(inTime.tv_sec + kSecondsTo1970);
-    const uint64_t fraction = ((uint64_t)inTime.tv_nsec << 16) / 1000000000u;
-    return { (UInt16)(seconds >> 32), (UInt32)seconds, (UInt16)fraction };
+    return UTCDateOf({ (time_t)inTime.tv_sec, (long)inTime.tv_nsec });
 }
 
-UInt16 NodeFlags(const Item& inItem)
+void FillPlace(FSCatalogInfoBitmap inWhich, ItemFacts& ioFacts, FSCatalogInfo* outInfo)
 {
-    UInt16 flags = inItem.isFolder ? kFSNodeIsDirectoryMask : 0;
-    if (access(PathOf(inItem).c_str(), W_OK) != 0)
-        flags |= kFSNodeLockedMask;
-    if (IsOpen(inItem, true))
-        flags |= kFSNodeResOpenMask | kFSNodeForkOpenMask;
-    if (IsOpen(inItem, false))
-        flags |= kFSNodeDataOpenMask | kFSNodeForkOpenMask;
-    return flags;
-}
-
-UInt64 PhysicalSize(UInt64 inSize)
-{
-    return (inSize + kBlock - 1) / kBlock * kBlock;
-}
-
-void FillPlace(FSCatalogInfoBitmap inWhich, Question& ioQuestion, FSCatalogInfo* outInfo)
-{
-    const Item& item = ioQuestion.item;
+    const Item& item = ioFacts.TheItem();
     if (inWhich & kFSCatInfoNodeFlags)
-        outInfo->nodeFlags = NodeFlags(item);
+        outInfo->nodeFlags = ioFacts.Attributes();
     if (inWhich & kFSCatInfoVolume)
         outInfo->volume = item.parent.volume;
     if (inWhich & kFSCatInfoParentDirID)
@@ -70,7 +35,7 @@ void FillPlace(FSCatalogInfoBitmap inWhich, Question& ioQuestion, FSCatalogInfo*
     if (inWhich & kFSCatInfoNodeID)
         outInfo->nodeID = (UInt32)NodeOf(item).id;
     if (inWhich & kFSCatInfoValence)
-        outInfo->valence = item.isFolder ? (UInt32)NamesIn(PathOf(item)).size() : 0;
+        outInfo->valence = ioFacts.Valence();
     if (inWhich & kFSCatInfoTextEncoding)
         outInfo->textEncodingHint = kMacRomanHint;
     if (inWhich & kFSCatInfoSharingFlags)
@@ -79,14 +44,13 @@ void FillPlace(FSCatalogInfoBitmap inWhich, Question& ioQuestion, FSCatalogInfo*
         outInfo->userPrivileges = 0; // no access is denied by a server
 }
 
-void FillDates(FSCatalogInfoBitmap inWhich, Question& ioQuestion, FSCatalogInfo* outInfo)
+void FillDates(FSCatalogInfoBitmap inWhich, ItemFacts& ioFacts, FSCatalogInfo* outInfo)
 {
-    const struct statx& status = ioQuestion.status;
-    const bool hasBirth = status.stx_mask & STATX_BTIME;
+    const struct statx& status = ioFacts.Status();
     if (inWhich & kFSCatInfoCreateDate)
-        outInfo->createDate = DateOf(hasBirth ? status.stx_btime : status.stx_mtime);
+        outInfo->createDate = UTCDateOf(ioFacts.Created());
     if (inWhich & kFSCatInfoContentMod)
-        outInfo->contentModDate = DateOf(status.stx_mtime);
+        outInfo->contentModDate = UTCDateOf(ioFacts.Modified());
     if (inWhich & kFSCatInfoAttrMod)
         outInfo->attributeModDate = DateOf(status.stx_ctime);
     if (inWhich & kFSCatInfoAccessDate)
@@ -102,55 +66,60 @@ UInt8 UserAccess(const Item& inItem)
     return (UInt8)(bit(R_OK) | bit(W_OK) | bit(X_OK));
 }
 
-void FillPermissions(Question& ioQuestion, FSCatalogInfo* outInfo)
+void FillPermissions(ItemFacts& ioFacts, FSCatalogInfo* outInfo)
 {
     FSPermissionInfo permissions = {};
-    permissions.userID = ioQuestion.status.stx_uid;
-    permissions.groupID = ioQuestion.status.stx_gid;
-    permissions.mode = ioQuestion.status.stx_mode;
-    permissions.userAccess = UserAccess(ioQuestion.item);
+    permissions.userID = ioFacts.Status().stx_uid;
+    permissions.groupID = ioFacts.Status().stx_gid;
+    permissions.mode = ioFacts.Status().stx_mode;
+    permissions.userAccess = UserAccess(ioFacts.TheItem());
     std::memcpy(outInfo->permissions, &permissions, sizeof permissions);
 }
 
-void FillForks(FSCatalogInfoBitmap inWhich, Question& ioQuestion, FSCatalogInfo* outInfo)
+void FlipWords(UInt8* ioBytes, size_t inCount)
+{
+    for (size_t i = 0; i < inCount; ++i)
+        foundation::Flip16(ioBytes + 2 * i);
+}
+
+// In native order: an FInfo of a file, a DInfo of a folder, whose fields are eight words.
+void FillFinderInfo(ItemFacts& ioFacts, UInt8* outSixteen)
+{
+    ioFacts.FinderBytes(outSixteen);
+    if (ioFacts.TheItem().isFolder)
+        return FlipWords(outSixteen, 8);
+    const FInfo info = FinderInfoFromBytes(outSixteen);
+    std::memcpy(outSixteen, &info, sizeof info);
+}
+
+// An FXInfo or a DXInfo: they differ in the first eight bytes, which are four words or a point and a number.
+void FillExtendedInfo(ItemFacts& ioFacts, UInt8* outSixteen)
+{
+    UInt8 bytes[16];
+    ioFacts.ExtendedBytes(bytes);
+    const FXInfo info = ExtendedInfoFromBytes(bytes);
+    std::memcpy(outSixteen, &info, sizeof info);
+    if (!ioFacts.TheItem().isFolder)
+        return;
+    std::memcpy(outSixteen, bytes, 8);
+    FlipWords(outSixteen, 2);
+    foundation::Flip32(outSixteen + 4);
+}
+
+void FillForks(FSCatalogInfoBitmap inWhich, ItemFacts& ioFacts, FSCatalogInfo* outInfo)
 {
     if (inWhich & kFSCatInfoFinderInfo)
-        std::memcpy(outInfo->finderInfo, &ioQuestion.Forks().finderInfo, sizeof(FInfo));
+        FillFinderInfo(ioFacts, outInfo->finderInfo);
     if (inWhich & kFSCatInfoFinderXInfo)
-        std::memcpy(outInfo->extFinderInfo, &ioQuestion.Forks().extendedFinderInfo, sizeof(FXInfo));
+        FillExtendedInfo(ioFacts, outInfo->extFinderInfo);
     if (inWhich & kFSCatInfoDataSizes) {
-        outInfo->dataLogicalSize = ioQuestion.Forks().dataFork.size();
-        outInfo->dataPhysicalSize = PhysicalSize(outInfo->dataLogicalSize);
+        outInfo->dataLogicalSize = ioFacts.DataSize();
+        outInfo->dataPhysicalSize = PhysicalSize(ioFacts.DataSize());
     }
     if (inWhich & kFSCatInfoRsrcSizes) {
-        outInfo->rsrcLogicalSize = ioQuestion.Forks().resourceFork.size();
-        outInfo->rsrcPhysicalSize = PhysicalSize(outInfo->rsrcLogicalSize);
+        outInfo->rsrcLogicalSize = ioFacts.ResourceSize();
+        outInfo->rsrcPhysicalSize = PhysicalSize(ioFacts.ResourceSize());
     }
-}
-
-OSErr FillInfo(FSCatalogInfoBitmap inWhich, const Item& inItem, FSCatalogInfo* outInfo)
-{
-    Question question = { inItem, {}, {} };
-    if (statx(AT_FDCWD, PathOf(inItem).c_str(), 0, STATX_BASIC_STATS | STATX_BTIME, &question.status) != 0)
-        return fnfErr;
-    FillPlace(inWhich, question, outInfo);
-    FillDates(inWhich, question, outInfo);
-    if (inWhich & kFSCatInfoPermissions)
-        FillPermissions(question, outInfo);
-    FillForks(inWhich, question, outInfo);
-    return noErr;
-}
-
-// The name in full: no length of 31 and no Mac Roman here.
-void FillName(const Item& inItem, HFSUniStr255* outName)
-{
-    std::string name =
-        inItem.hostName.empty() ? lampblack::foundation::Utf8FromMacRoman(inItem.macName) : inItem.hostName;
-    std::replace(name.begin(), name.end(), ':', '/');
-    const std::u16string text = lampblack::foundation::Utf16FromUtf8(name);
-    *outName = {};
-    outName->length = (UInt16)std::min<size_t>(text.size(), 255);
-    std::copy_n(text.begin(), outName->length, outName->unicode);
 }
 
 void FillParent(const Item& inItem, FSRef* outParent)
@@ -163,6 +132,21 @@ void FillParent(const Item& inItem, FSRef* outParent)
 
 } // namespace
 
+OSErr lampblack::files::FillCatalogInfo(FSCatalogInfoBitmap inWhich, const Item& inItem,
+                                        FSCatalogInfo* outInfo)
+{
+    ItemFacts facts(inItem);
+    const OSErr error = facts.Look();
+    if (error != noErr)
+        return error;
+    FillPlace(inWhich, facts, outInfo);
+    FillDates(inWhich, facts, outInfo);
+    if (inWhich & kFSCatInfoPermissions)
+        FillPermissions(facts, outInfo);
+    FillForks(inWhich, facts, outInfo);
+    return noErr;
+}
+
 OSErr FSGetCatalogInfo(const FSRef* ref, FSCatalogInfoBitmap whichInfo, FSCatalogInfo* catalogInfo,
                        HFSUniStr255* outName, FSSpec* fsSpec, FSRef* parentRef)
 {
@@ -171,11 +155,11 @@ OSErr FSGetCatalogInfo(const FSRef* ref, FSCatalogInfoBitmap whichInfo, FSCatalo
     if (error == noErr && (whichInfo & ~(FSCatalogInfoBitmap)kFSCatInfoGettableInfo))
         error = paramErr;
     if (error == noErr && catalogInfo)
-        error = FillInfo(whichInfo, item, catalogInfo);
+        error = FillCatalogInfo(whichInfo, item, catalogInfo);
     if (error != noErr)
         return error;
     if (outName)
-        FillName(item, outName);
+        *outName = UnicodeNameOf(item);
     if (fsSpec)
         MakeSpec(item, fsSpec);
     if (parentRef)

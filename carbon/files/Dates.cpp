@@ -1,27 +1,21 @@
 // Conversions between the host's times and dates since 1904.
 #include "Dates.h"
 
+#include <foundation/LocalTime.h>
+
 #include <algorithm>
 
 namespace lampblack::files {
 
 UInt32 LocalDateOf(const timespec& inTime)
 {
-    struct tm parts;
-    const bool isKnown = localtime_r(&inTime.tv_sec, &parts);
-    const SInt64 seconds = inTime.tv_sec + (isKnown ? parts.tm_gmtoff : 0) + kSecondsTo1970;
+    const SInt64 seconds = foundation::LocalFromUtc(inTime.tv_sec + kSecondsTo1970);
     return (UInt32)std::clamp<SInt64>(seconds, 0, 0xFFFFFFFF);
 }
 
 timespec TimeOfLocalDate(UInt32 inDate)
 {
-    // The parts of the day are the same in local time; mktime finds the zone's distance on that day.
-    const time_t asUTC = (time_t)((SInt64)inDate - kSecondsTo1970);
-    struct tm parts;
-    if (!gmtime_r(&asUTC, &parts))
-        return { asUTC, 0 };
-    parts.tm_isdst = -1;
-    return { mktime(&parts), 0 };
+    return { (time_t)(foundation::UtcFromLocal(inDate) - kSecondsTo1970), 0 };
 }
 
 UTCDateTime UTCDateOf(const timespec& inTime)

@@ -11,6 +11,9 @@ void MakeRef(const Item&, FSRef* outRef);
 // Errors: paramErr  null; errFSBadFSRef  not a reference of this process; fnfErr  the item is gone.
 OSErr ItemOfRef(const FSRef*, Item* outItem);
 
+// The same, and errFSNotAFolder when it is a file; of a link to a folder, that folder.
+OSErr FolderOfRef(const FSRef*, Item* outItem);
+
 } // namespace lampblack::files
 
 #endif

@@ -1,10 +1,8 @@
-// Entries on FSSpecs, FSRefs and volumes: they check their arguments and ask the catalog.
+// Entries on FSSpecs and FSRefs: they check their arguments and ask the catalog.
 #include <Carbon/Files.h>
 
 #include "FileReferences.h"
-#include "ForkLocator.h"
-
-#include <foundation/MacRoman.h>
+#include "ItemFacts.h"
 
 #include <algorithm>
 #include <cstring>
@@ -53,6 +51,15 @@ OSErr ItemOfRef(const FSRef* inRef, Item* outItem)
     return ItemWithID({ contents.volume, contents.node }, outItem) ? noErr : fnfErr;
 }
 
+OSErr FolderOfRef(const FSRef* inRef, Item* outItem)
+{
+    Item item;
+    const OSErr error = ItemOfRef(inRef, &item);
+    if (error != noErr)
+        return error;
+    return FollowLinks(item, outItem) && outItem->isFolder ? noErr : errFSNotAFolder;
+}
+
 } // namespace lampblack::files
 
 OSErr FSMakeFSSpec(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName, FSSpec* spec)
@@ -76,7 +83,7 @@ OSErr FSpGetFInfo(const FSSpec* spec, FInfo* fndrInfo)
         return error;
     if (item.isFolder)
         return fnfErr;
-    *fndrInfo = LocateForks(PathOf(item)).finderInfo;
+    *fndrInfo = FinderInfoOf(item);
     return noErr;
 }
 
@@ -148,68 +155,4 @@ OSErr FSGetResourceForkName(HFSUniStr255* resourceForkName)
     resourceForkName->length = (UInt16)kName.size();
     std::copy(kName.begin(), kName.end(), resourceForkName->unicode);
     return noErr;
-}
-
-OSErr HGetVol(StringPtr volName, SInt16* vRefNum, SInt32* dirID)
-{
-    const Folder folder = DefaultFolder();
-    const Volume* volume = FindVolume(folder.volume);
-    if (!volume)
-        return nsvErr;
-    if (volName)
-        lampblack::foundation::PascalFromMacRoman(volume->name, volName, 27);
-    if (vRefNum)
-        *vRefNum = folder.volume;
-    if (dirID)
-        *dirID = folder.id;
-    return noErr;
-}
-
-OSErr HSetVol(ConstStr63Param volName, SInt16 vRefNum, SInt32 dirID)
-{
-    Item item;
-    const OSErr error = Resolve(vRefNum, dirID, volName, &item);
-    if (error != noErr)
-        return error == fnfErr ? (OSErr)dirNFErr : error;
-    if (!item.isFolder)
-        return dirNFErr;
-    SetDefaultFolder(NodeOf(item));
-    return noErr;
-}
-
-namespace {
-
-// The volume that a parameter block names, by name or number.
-const Volume* NamedVolume(ConstStr255Param inName, SInt16 inRefNum)
-{
-    if (!inName || inName[0] == 0)
-        return FindVolume(inRefNum);
-    std::string_view name((const char*)inName + 1, inName[0]);
-    return FindVolumeNamed(name.substr(0, name.find(':')));
-}
-
-OSErr GetVolParms(HIOParam* ioBlock)
-{
-    if (!ioBlock->ioBuffer || ioBlock->ioReqCount < 0)
-        return paramErr;
-    if (!NamedVolume(ioBlock->ioNamePtr, ioBlock->ioVRefNum))
-        return nsvErr;
-    GetVolParmsInfoBuffer info = {};
-    info.vMVersion = 4;
-    info.vMAttrib = (SInt32)(1u << bHasCatSearch | 1u << bHasFileIDs);
-    info.vMMaxNameLength = 31;
-    ioBlock->ioActCount = std::min(ioBlock->ioReqCount, (SInt32)sizeof info);
-    std::memcpy(ioBlock->ioBuffer, &info, (size_t)ioBlock->ioActCount);
-    return noErr;
-}
-
-} // namespace
-
-OSErr PBHGetVolParmsSync(HParmBlkPtr paramBlock)
-{
-    if (!paramBlock)
-        return paramErr;
-    const OSErr error = GetVolParms(&paramBlock->ioParam);
-    paramBlock->ioParam.ioResult = error;
-    return error;
 }

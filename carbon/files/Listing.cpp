@@ -98,9 +98,10 @@ std::list<Remembered>& Memory()
 Listing::Listing(const path& inFolder)
 {
     ForEachEntry(inFolder, [this](const dirent& entry) {
-        std::string macName = MacNameOf(entry.d_name);
+        bool isShort = false;
+        std::string macName = MacNameOf(entry.d_name, &isShort);
         std::string key = KeyOf(macName);
-        fNames.push_back({ entry.d_name, std::move(macName), std::move(key), entry.d_type });
+        fNames.push_back({ entry.d_name, std::move(macName), std::move(key), isShort, entry.d_type });
     });
     std::sort(fNames.begin(), fNames.end(), [](const ListedName& left, const ListedName& right) {
         const int order = left.key.compare(right.key);

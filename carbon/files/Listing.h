@@ -15,6 +15,7 @@ struct ListedName {
     std::string hostName;
     std::string macName; // as MacNameOf says
     std::string key;     // macName in capitals: what is compared and ordered by
+    bool isShort;        // macName is only a short form
     unsigned char kind;  // DT_DIR and the like, DT_UNKNOWN when the host does not say
 };
 

@@ -158,12 +158,15 @@ OSErr Resolve(const FSSpec& inSpec, Item* outItem)
     return Resolve(inSpec.vRefNum, inSpec.parID, name, outItem);
 }
 
-std::string MacNameOf(std::string_view inHostName)
+std::string MacNameOf(std::string_view inHostName, bool* outIsShort)
 {
     std::string name;
     const bool isExact = foundation::MacRomanFromUtf8Exactly(inHostName, &name);
     name = SwapSeparators(name);
-    return isExact && name.size() <= kLongestName ? name : ShortForm(inHostName, name);
+    const bool isShort = !isExact || name.size() > kLongestName;
+    if (outIsShort)
+        *outIsShort = isShort;
+    return isShort ? ShortForm(inHostName, name) : name;
 }
 
 std::string HostNameOf(std::string_view inMacName)

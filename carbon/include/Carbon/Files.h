@@ -307,7 +307,19 @@ enum {
 };
 
 // vMAttrib
-enum { bHasCatSearch = 31, bHasFileIDs = 30, bHasOpenDeny = 12, bHasFolderLock = 10 };
+enum {
+    bLimitFCBs = 31, // few files at a time, please; set here for callers that take it for bHasCatSearch
+    bNoBootBlks = 19,
+    bHasExtFSVol = 16,
+    bHasOpenDeny = 15,
+    bHasCopyFile = 14,
+    bHasMoveRename = 13,
+    bHasDesktopMgr = 12,
+    bHasShortName = 11,
+    bHasFolderLock = 10,
+    bHasCatSearch = 7,
+    bHasFileIDs = 6
+};
 
 LAMPBLACK_BEGIN_C
 
