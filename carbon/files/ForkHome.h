@@ -37,25 +37,33 @@ std::filesystem::path SidecarOf(const std::filesystem::path& inFile);
 
 class ForkHome {
 public:
+    // Which fork of the file: for DataFork the file itself is the home, whatever it holds.
+    enum class Fork : UInt8 { Resource, Data };
+
     // Open
     //
     // Takes the lock of the file that keeps the fork. Where there is no such file yet, the sidecar is made;
-    // if nothing is written to it, it goes again at the end.
+    // if nothing is written to it, it goes again at the end. inKnown, which may be null, is what LocateForks
+    // found before and was sure of: if none of the files it looked at has changed, nothing is read again, and
+    // *outKnownHolds is true.
     //
     // Errors:     fnfErr  no such file; permErr  it may not be written; wPrErr  read-only file system;
     //             opWrErr  open for writing: in this process (answered at once), or in another, which was
     //             waited for about a second; mapReadErr  the container that holds the fork is damaged: it is
     //             left as it is; else as ErrorOfHost.
-    static OSErr Open(const std::filesystem::path& inFile, std::unique_ptr<ForkHome>* outHome);
+    static OSErr Open(const std::filesystem::path& inFile, std::unique_ptr<ForkHome>* outHome,
+                      Fork = Fork::Resource, const LocatedForks* inKnown = nullptr,
+                      bool* outKnownHolds = nullptr);
     ~ForkHome(); // gives the lock back
 
-    // Whether this process holds the file's fork open for writing.
+    // Whether this process holds a fork of the file open for writing.
     static bool IsOpenHere(const std::filesystem::path& inFile);
 
     const std::filesystem::path& Path() const { return fPath; } // the named file
     const std::filesystem::path& HomePath() const { return fHomePath; }
 
-    // What is kept now, read anew after a change.
+    // What is kept now, read anew after a change. Lasts until the next call that changes something or asks
+    // for HasNoReaders.
     const LocatedForks& Forks();
 
     // Replace
@@ -68,38 +76,46 @@ public:
     OSErr Replace(const ForkChange&, size_t inRoom = 0);
 
     // Where the fork may be written in place. Whoever does so must leave the old state or the new one at
-    // every instant, and calls WroteInPlace afterwards. Changed by Replace.
-    ForkPlace Place();
+    // every instant, and calls WroteInPlace afterwards. Changed by Replace, also when SetFinderInfo needs it.
+    ForkPlace Place() const { return fPlace; }
     void WroteInPlace();
+
+    // Grows with each Replace: the home is another host file then.
+    unsigned Generation() const { return fGeneration; }
 
     // Whether nobody reads the home file in place: then space that the state before the present one used may
     // be overwritten. Readers that come later see the present state.
     bool HasNoReaders();
 
-    // Flushes what was written in place.
-    OSErr Flush();
-
 private:
-    ForkHome() = default;
     friend OSErr SetFinderInfo(const std::filesystem::path&, const FInfo*, const FXInfo*);
 
     enum class Kind : UInt8 { Sidecar, RawFork, AppleDouble, Wrapped };
 
-    OSErr TryOpen(bool* outAgain);
-    OSErr Locate();
-    OSErr OpenHomeFile(bool* outAgain);
-    OSErr TakeLock();
-    bool IsStillHome() const;
-    OSErr ReplaceRaw(Bytes inFork, size_t inRoom);
+    ForkHome() = default;
+    OSErr TryOpen(const LocatedForks* inKnown, bool* outKnownHolds, bool* outAgain);
+    OSErr Locate(const LocatedForks* inKnown);
+    OSErr FindHome();
+    OSErr OpenHomeFile(bool inFromKnown, bool* outAgain);
+    OSErr MakeSidecar(bool* outAgain);
+    bool IsCurrent(const LocatedForks&) const;
+    void Register(bool inIsOpen);
+    void Adopt(Descriptor&&);
+    void FindPlace();
+    OSErr ReplaceRaw(const ForkChange&, size_t inRoom);
     OSErr ReplaceDouble(const ForkChange&, size_t inRoom);
     OSErr Unwrap();
 
     std::filesystem::path fPath, fHomePath;
+    Fork fFork = Fork::Resource;
     Kind fKind = Kind::Sidecar;
     Descriptor fFile;
+    FileIdentity fIdentity; // of fFile: device and inode count
     LocatedForks fForks;
-    bool fIsStale = false; // fForks is older than the file
-    bool fIsNew = false;   // the sidecar was made by Open and is still empty
+    ForkPlace fPlace;
+    unsigned fGeneration = 0;
+    bool fIsStale = true; // fForks is older than the file
+    bool fIsNew = false;  // the sidecar was made by Open and is still empty
 };
 
 // SetFinderInfo

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <functional>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -155,8 +156,16 @@ bool IsComplete(const LocatedForks& inForks, Wanted inWanted)
     return !inForks.resourceFork.empty() && (inForks.hasFinderInfo || inWanted == Wanted::ResourceForkOnly);
 }
 
+SInt64 OffsetIn(Bytes inFile, Bytes inPart)
+{
+    const bool isInside = !inPart.empty() && std::greater_equal<>()(inPart.data(), inFile.data()) &&
+                          std::less<>()(inPart.data(), inFile.data() + inFile.size());
+    return isInside ? (SInt64)(inPart.data() - inFile.data()) : (SInt64)-1;
+}
+
 // Takes from a container what is still missing.
-void Take(const path& inPath, std::shared_ptr<const Container> inContainer, LocatedForks* ioForks)
+void Take(const path& inPath, const MappedFile& inFile, std::shared_ptr<const Container> inContainer,
+          LocatedForks* ioForks)
 {
     const Container& found = *inContainer;
     for (const std::string& problem : found.problems)
@@ -167,6 +176,8 @@ void Take(const path& inPath, std::shared_ptr<const Container> inContainer, Loca
         ioForks->resourceFork = found.resourceFork;
         ioForks->form = found.form;
         ioForks->resourcePath = inPath;
+        ioForks->isResourceFormSound = found.problems.empty();
+        ioForks->resourceOffset = OffsetIn(inFile.Contents(), found.resourceFork);
     }
     if (found.hasFinderInfo && !ioForks->hasFinderInfo &&
         !IsZero(found.finderInfo, found.extendedFinderInfo)) {
@@ -206,8 +217,8 @@ void Search::TakeSidecar(const path& inPath)
     auto container = std::make_shared<const Container>(ReadContainer(found.Contents()));
     if (container->form == Form::None)
         return;
+    Take(inPath, found, std::move(container), &forks);
     forks.mappings.push_back(std::move(found));
-    Take(inPath, std::move(container), &forks);
 }
 
 // An archive's "__MACOSX" lies in a folder above the file and repeats the folders between them.
@@ -255,14 +266,16 @@ LocatedForks LocateForks(const std::filesystem::path& inPath, Wanted inWanted)
         return std::move(search.forks);
     const auto itself = std::make_shared<const Container>(ReadContainer(file.Contents()));
     const bool isSound = itself->hasDataFork && itself->problems.empty();
+    forks.ownForm = itself->form;
+    forks.isOwnFormSound = itself->problems.empty();
     forks.dataFork = isSound ? itself->dataFork : file.Contents();
     forks.mappings.push_back(file);
     if (itself->form == Form::MacBinary)
-        Take(search.file, itself, &forks);
+        Take(search.file, file, itself, &forks);
     if (!search.IsDone())
         search.TakeSidecars();
     if (itself->form != Form::MacBinary)
-        Take(search.file, itself, &forks);
+        Take(search.file, file, itself, &forks);
     return std::move(search.forks);
 }
 

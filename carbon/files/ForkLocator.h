@@ -48,13 +48,17 @@ private:
 
 // The parts of one file, with the mappings they lie in; copies share them.
 struct LocatedForks {
-    bool exists = false; // the file itself is there and can be read
-    int openError = 0;   // errno when it is not
+    bool exists = false;       // the file itself is there and can be read
+    int openError = 0;         // errno when it is not
+    Form ownForm = Form::None; // what the file itself is
+    bool isOwnFormSound = true;
 
     bool hasResourceFork = false;
     Bytes resourceFork;
     Form form = Form::None;             // of the file that holds the resource fork
     std::filesystem::path resourcePath; // that file: the named one, or one beside it
+    bool isResourceFormSound = true;
+    SInt64 resourceOffset = -1; // of the fork in that file; -1 when it lies there encoded
 
     bool hasFinderInfo = false;
     FInfo finderInfo = {};

@@ -1,0 +1,234 @@
+// Replacing host files whole.
+#include "Durable.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace lampblack::files {
+
+using std::filesystem::path;
+
+namespace {
+
+constexpr struct {
+    int host;
+    OSErr error;
+} kErrors[] = {
+    { ENOSPC, dskFulErr }, { EDQUOT, dskFulErr },      { EFBIG, dskFulErr },   { EROFS, wPrErr },
+    { EACCES, permErr },   { EPERM, permErr },         { EMFILE, tmfoErr },    { ENFILE, tmfoErr },
+    { ENOENT, fnfErr },    { ENOTDIR, dirNFErr },      { EEXIST, dupFNErr },   { ETXTBSY, fBsyErr },
+    { EBUSY, fBsyErr },    { ENAMETOOLONG, bdNamErr }, { ENOMEM, memFullErr }, { EISDIR, fnfErr },
+};
+
+constexpr size_t kLargestAttribute = 65536;
+
+OSErr HostError()
+{
+    return ErrorOfHost(errno);
+}
+
+// A name for the file until it is renamed. It begins as the name of a sidecar does, so that it is never
+// listed, and is the same each time for one target: what a crash left behind is cleared away by the next try.
+path TemporaryName(const path& inTarget)
+{
+    uint32_t hash = 2166136261u;
+    for (const char byte : inTarget.filename().native())
+        hash = (hash ^ (uint8_t)byte) * 16777619u;
+    char name[32];
+    std::snprintf(name, sizeof name, "._lampblack-%08x", (unsigned)hash);
+    return inTarget.parent_path() / name;
+}
+
+path FolderOf(const path& inPath)
+{
+    const path folder = inPath.parent_path();
+    return folder.empty() ? path(".") : folder;
+}
+
+// What can be kept of who owns a file and who may use it. A system that refuses has its reasons.
+void TakeOver(int inFile, const path& inTarget, const struct stat& inLike)
+{
+    if (fchown(inFile, inLike.st_uid, inLike.st_gid) != 0)
+        errno = 0;
+    if (fchmod(inFile, inLike.st_mode & 07777) != 0)
+        errno = 0;
+    char names[4096];
+    const ssize_t length = listxattr(inTarget.c_str(), names, sizeof names);
+    std::vector<char> value;
+    for (ssize_t at = 0; at < length; at += (ssize_t)std::char_traits<char>::length(names + at) + 1) {
+        value.resize(kLargestAttribute);
+        const ssize_t size = getxattr(inTarget.c_str(), names + at, value.data(), value.size());
+        if (size >= 0 && fsetxattr(inFile, names + at, value.data(), (size_t)size, 0) != 0)
+            errno = 0;
+    }
+}
+
+} // namespace
+
+OSErr ErrorOfHost(int inErrno)
+{
+    const auto found = std::find_if(std::begin(kErrors), std::end(kErrors),
+                                    [&](const auto& row) { return row.host == inErrno; });
+    return found == std::end(kErrors) ? (OSErr)ioErr : found->error;
+}
+
+Descriptor& Descriptor::operator=(Descriptor&& ioOther) noexcept
+{
+    if (this != &ioOther) {
+        Close();
+        fNumber = ioOther.Release();
+    }
+    return *this;
+}
+
+int Descriptor::Release()
+{
+    return std::exchange(fNumber, -1);
+}
+
+void Descriptor::Close()
+{
+    if (fNumber >= 0)
+        close(fNumber);
+    fNumber = -1;
+}
+
+OSErr WriteAll(int inFile, Bytes inBytes, SInt64 inOffset)
+{
+    for (size_t done = 0; done < inBytes.size();) {
+        const ssize_t now =
+            pwrite(inFile, inBytes.data() + done, inBytes.size() - done, (off_t)inOffset + (off_t)done);
+        if (now < 0 && errno == EINTR)
+            continue;
+        if (now <= 0)
+            return now < 0 ? HostError() : (OSErr)ioErr;
+        done += (size_t)now;
+    }
+    return noErr;
+}
+
+bool ReadAll(int inFile, void* outBytes, size_t inSize, SInt64 inOffset)
+{
+    for (size_t done = 0; done < inSize;) {
+        const ssize_t now =
+            pread(inFile, (char*)outBytes + done, inSize - done, (off_t)inOffset + (off_t)done);
+        if (now < 0 && errno == EINTR)
+            continue;
+        if (now <= 0)
+            return false;
+        done += (size_t)now;
+    }
+    return true;
+}
+
+OSErr FlushFolder(const path& inFolder)
+{
+    const Descriptor folder(open(inFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!folder)
+        return HostError();
+    // Some file systems have nothing to flush for a folder, and say so.
+    if (fsync(folder.Get()) != 0 && errno != EINVAL && errno != ENOTSUP)
+        return HostError();
+    return noErr;
+}
+
+OSErr KeepAside(const path& inPath)
+{
+    const std::string base = inPath.native() + ".damaged";
+    std::string name = base;
+    for (int number = 2; number < 1000; ++number) {
+        if (renameat2(AT_FDCWD, inPath.c_str(), AT_FDCWD, name.c_str(), RENAME_NOREPLACE) == 0)
+            return FlushFolder(FolderOf(inPath));
+        if (errno != EEXIST)
+            return HostError();
+        name = base + "-" + std::to_string(number);
+    }
+    return dupFNErr;
+}
+
+OSErr Replacement::Begin(const path& inTarget, const struct stat* inLike)
+{
+    fTarget = inTarget;
+    const path folder = FolderOf(inTarget);
+    fFile = Descriptor(open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666));
+    const bool isUnknown =
+        !fFile && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL || errno == ENOENT);
+    if (isUnknown) {
+        fTemporary = TemporaryName(inTarget);
+        unlink(fTemporary.c_str());
+        fFile = Descriptor(open(fTemporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+    }
+    if (!fFile) {
+        const OSErr error = HostError();
+        fTemporary.clear();
+        return error;
+    }
+    if (inLike)
+        TakeOver(fFile.Get(), inTarget, *inLike);
+    return noErr;
+}
+
+// Gives a file without a name the wanted one, or a temporary one when that is taken and to be replaced.
+OSErr Replacement::GiveName(bool* outIsTarget, bool inReplaces)
+{
+    *outIsTarget = false;
+    if (!fTemporary.empty())
+        return noErr;
+    const std::string self = "/proc/self/fd/" + std::to_string(fFile.Get());
+    const path name = inReplaces ? TemporaryName(fTarget) : fTarget;
+    if (inReplaces)
+        unlink(name.c_str());
+    if (linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) != 0)
+        return HostError();
+    if (inReplaces)
+        fTemporary = name;
+    *outIsTarget = !inReplaces;
+    return noErr;
+}
+
+OSErr Replacement::PutInPlace(bool* outIsInPlace)
+{
+    bool isTarget = false;
+    if (outIsInPlace)
+        *outIsInPlace = false;
+    if (fsync(fFile.Get()) != 0)
+        return HostError();
+    const OSErr error = GiveName(&isTarget, true);
+    if (error != noErr)
+        return error;
+    if (rename(fTemporary.c_str(), fTarget.c_str()) != 0)
+        return HostError();
+    fTemporary.clear();
+    if (outIsInPlace)
+        *outIsInPlace = true;
+    return FlushFolder(FolderOf(fTarget));
+}
+
+OSErr Replacement::PutWhereNothingIs()
+{
+    bool isTarget = false;
+    if (fsync(fFile.Get()) != 0)
+        return HostError();
+    const OSErr error = GiveName(&isTarget, false);
+    if (error != noErr)
+        return error;
+    if (!isTarget &&
+        renameat2(AT_FDCWD, fTemporary.c_str(), AT_FDCWD, fTarget.c_str(), RENAME_NOREPLACE) != 0)
+        return HostError();
+    fTemporary.clear();
+    return FlushFolder(FolderOf(fTarget));
+}
+
+Replacement::~Replacement()
+{
+    if (!fTemporary.empty())
+        unlink(fTemporary.c_str());
+}
+
+} // namespace lampblack::files

@@ -1,0 +1,578 @@
+// Finding, locking and opening the home of a fork, and putting a new one in its place.
+#include "ForkHome.h"
+
+#include "AppleDouble.h"
+#include "HostLocks.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <fcntl.h>
+#include <map>
+#include <unistd.h>
+
+namespace lampblack::files {
+
+using std::filesystem::path;
+
+namespace {
+
+constexpr uint32_t kDoubleMagic = 0x00051607;
+constexpr int64_t kRecent = 20000000; // nanoseconds; file times may be that coarse
+
+// The homes that this process holds, by device and inode.
+std::map<std::pair<uint64_t, uint64_t>, ForkHome*>& OpenHomes()
+{
+    static auto& homes = *new std::map<std::pair<uint64_t, uint64_t>, ForkHome*>;
+    return homes;
+}
+
+std::pair<uint64_t, uint64_t> KeyOf(const FileIdentity& inIdentity)
+{
+    return { inIdentity.device, inIdentity.inode };
+}
+
+// A link is followed to what it names: its own place is no home.
+path RealPathOf(const path& inFile)
+{
+    std::error_code ignored;
+    path file = inFile.is_absolute() ? inFile : std::filesystem::absolute(inFile, ignored);
+    struct stat status;
+    if (lstat(file.c_str(), &status) == 0 && S_ISLNK(status.st_mode)) {
+        const path real = std::filesystem::canonical(file, ignored);
+        return real.empty() ? file : real;
+    }
+    return file;
+}
+
+OSErr CheckWritable(const path& inFile)
+{
+    struct stat status;
+    if (stat(inFile.c_str(), &status) != 0)
+        return ErrorOfHost(errno);
+    if (S_ISDIR(status.st_mode))
+        return fnfErr;
+    if ((status.st_mode & 0222) == 0)
+        return permErr;
+    return access(inFile.c_str(), W_OK) == 0 ? (OSErr)noErr : ErrorOfHost(errno);
+}
+
+bool IsWrapping(Form inForm)
+{
+    return inForm == Form::MacBinary || inForm == Form::AppleSingle || inForm == Form::BinHex;
+}
+
+FinderBytes FinderOf(const LocatedForks& inForks, const ForkChange& inChange)
+{
+    return ToFinderBytes(inChange.finderInfo ? *inChange.finderInfo : inForks.finderInfo,
+                         inChange.extendedFinderInfo ? *inChange.extendedFinderInfo
+                                                     : inForks.extendedFinderInfo);
+}
+
+OSErr WriteZeros(int inFile, SInt64 inOffset, size_t inCount)
+{
+    const std::vector<uint8_t> zeros(std::min<size_t>(inCount, 65536));
+    OSErr error = noErr;
+    for (size_t done = 0; done < inCount && error == noErr; done += zeros.size())
+        error = WriteAll(inFile, Bytes(zeros).first(std::min(zeros.size(), inCount - done)),
+                         inOffset + (SInt64)done);
+    return error;
+}
+
+// The mode of a new sidecar is that of its file.
+const struct stat* ModeOf(const path& inFile, struct stat* outStatus)
+{
+    return stat(inFile.c_str(), outStatus) == 0 ? outStatus : nullptr;
+}
+
+} // namespace
+
+path SidecarOf(const path& inFile)
+{
+    return inFile.parent_path() / ("._" + inFile.filename().native());
+}
+
+OSErr ForkHome::Open(const path& inFile, std::unique_ptr<ForkHome>* outHome, Fork inFork,
+                     const LocatedForks* inKnown, bool* outKnownHolds)
+{
+    std::unique_ptr<ForkHome> home(new ForkHome);
+    home->fPath = RealPathOf(inFile);
+    home->fFork = inFork;
+    bool isKnown = false;
+    Patience patience;
+    for (;;) {
+        bool again = false;
+        const OSErr error = home->TryOpen(inKnown, &isKnown, &again);
+        if (!again && error != noErr)
+            return error;
+        if (!again)
+            break;
+        if (!patience.Wait())
+            return opWrErr;
+        inKnown = home->fFile ? inKnown : nullptr;
+    }
+    if (outKnownHolds)
+        *outKnownHolds = isKnown;
+    *outHome = std::move(home);
+    return noErr;
+}
+
+OSErr ForkHome::TryOpen(const LocatedForks* inKnown, bool* outKnownHolds, bool* outAgain)
+{
+    *outKnownHolds = false;
+    fFile.Close();
+    const OSErr writable = CheckWritable(fPath);
+    if (writable != noErr)
+        return writable;
+    OSErr error = Locate(inKnown);
+    error = error == noErr ? FindHome() : error;
+    error = error == noErr ? OpenHomeFile(inKnown != nullptr, outAgain) : error;
+    if (error != noErr || *outAgain)
+        return error;
+    *outKnownHolds = inKnown && IsCurrent(*inKnown);
+    if (!*outKnownHolds && !fIsNew && (inKnown || !IsCurrent(fForks))) {
+        // Somebody wrote between the look and the lock: look again, now that nobody can.
+        const path home = fHomePath;
+        error = Locate(nullptr);
+        error = error == noErr ? FindHome() : error;
+        *outAgain = error == noErr && home != fHomePath;
+        if (error != noErr || *outAgain)
+            return error;
+    }
+    fIdentity = FileIdentity::Of(fFile.Get());
+    FindPlace();
+    Register(true);
+    fIsStale = *outKnownHolds;
+    return noErr;
+}
+
+// What was known before serves to find the home; whether it still holds is seen once that is locked.
+OSErr ForkHome::Locate(const LocatedForks* inKnown)
+{
+    if (inKnown) {
+        fForks = *inKnown;
+        return noErr;
+    }
+    fForks = LocateForks(fPath);
+    if (fForks.exists)
+        return noErr;
+    return fForks.openError == EISDIR ? (OSErr)fnfErr : ErrorOfHost(fForks.openError);
+}
+
+OSErr ForkHome::FindHome()
+{
+    const bool isOwn = fForks.hasResourceFork && fForks.resourcePath == fPath;
+    if (isOwn && !fForks.isResourceFormSound)
+        return mapReadErr;
+    fHomePath = fPath;
+    if (fFork == Fork::Data) {
+        fKind = Kind::RawFork;
+        return fForks.ownForm == Form::RawFork || fForks.dataFork.empty() ? (OSErr)noErr : (OSErr)wrPermErr;
+    }
+    if (IsWrapping(fForks.ownForm) && fForks.isOwnFormSound)
+        fKind = Kind::Wrapped;
+    else if (isOwn && fForks.form == Form::RawFork)
+        fKind = Kind::RawFork;
+    else if (isOwn && fForks.form == Form::AppleDouble)
+        fKind = Kind::AppleDouble;
+    else {
+        fKind = Kind::Sidecar;
+        fHomePath = SidecarOf(fPath);
+    }
+    const bool isHome = fForks.hasResourceFork && fForks.resourcePath == fHomePath;
+    return isHome && !fForks.isResourceFormSound ? (OSErr)mapReadErr : (OSErr)noErr;
+}
+
+OSErr ForkHome::OpenHomeFile(bool inFromKnown, bool* outAgain)
+{
+    fIsNew = false;
+    fFile = Descriptor(open(fHomePath.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
+    if (!fFile && errno == ENOENT && fKind == Kind::Sidecar && !inFromKnown)
+        return MakeSidecar(outAgain);
+    if (!fFile) {
+        *outAgain = errno == ENOENT; // what was found is gone since
+        return ErrorOfHost(errno);
+    }
+    const FileIdentity identity = FileIdentity::Of(fFile.Get());
+    if (OpenHomes().count(KeyOf(identity)))
+        return opWrErr;
+    *outAgain = !TryLock(fFile.Get(), kWriterLock) ||
+                KeyOf(FileIdentity::At(fHomePath)) != KeyOf(identity); // it was replaced
+    if (*outAgain || fKind != Kind::Sidecar)
+        return noErr;
+    MappedFile mapped;
+    const Container old = mapped.Open(fHomePath) ? ReadContainer(mapped.Contents()) : Container();
+    if (identity.size == 0 || (old.form != Form::None && old.problems.empty()))
+        return noErr;
+    // What has the sidecar's name is none, or one in which no fork was found: it is kept, under another name.
+    *outAgain = true;
+    return KeepAside(fHomePath);
+}
+
+// An empty fork beside Finder information that may come from elsewhere: to readers, nothing has changed.
+OSErr ForkHome::MakeSidecar(bool* outAgain)
+{
+    struct stat status;
+    Replacement sidecar;
+    const DoublePlan plan = PlanDouble({}, FinderOf(fForks, {}), 0);
+    OSErr error = sidecar.Begin(fHomePath, ModeOf(fPath, &status));
+    if (error == noErr && !TryLock(sidecar.File(), kWriterLock))
+        error = ioErr;
+    if (error == noErr)
+        error = WriteAll(sidecar.File(), plan.front, 0);
+    if (error == noErr)
+        error = sidecar.PutWhereNothingIs();
+    *outAgain = error == dupFNErr;
+    if (error != noErr)
+        return *outAgain ? (OSErr)noErr : error;
+    fFile = sidecar.TakeFile();
+    fIsNew = true;
+    return noErr;
+}
+
+// Whether each file that was looked at is as it was then. One that changed a moment before may have changed
+// again within one tick of the file system's clock.
+bool ForkHome::IsCurrent(const LocatedForks& inForks) const
+{
+    timespec now;
+    clock_gettime(CLOCK_REALTIME, &now);
+    const int64_t time = (int64_t)now.tv_sec * 1000000000 + now.tv_nsec;
+    const bool isKnown = &inForks != &fForks;
+    return std::all_of(inForks.lookedAt.begin(), inForks.lookedAt.end(), [&](const auto& file) {
+        const FileIdentity current =
+            file.path == fHomePath ? FileIdentity::Of(fFile.Get()) : FileIdentity::At(file.path);
+        return current == file.identity && (isKnown || !current.exists || time - current.changed > kRecent);
+    });
+}
+
+void ForkHome::Register(bool inIsOpen)
+{
+    if (inIsOpen)
+        OpenHomes()[KeyOf(fIdentity)] = this;
+    else if (const auto found = OpenHomes().find(KeyOf(fIdentity));
+             found != OpenHomes().end() && found->second == this)
+        OpenHomes().erase(found);
+}
+
+void ForkHome::FindPlace()
+{
+    fPlace = {};
+    if (fKind == Kind::Wrapped)
+        return;
+    if (fKind == Kind::RawFork) {
+        fPlace = { fFile.Get(), 0, (size_t)fIdentity.size };
+        return;
+    }
+    uint8_t front[512];
+    const size_t size = std::min(sizeof front, (size_t)fIdentity.size);
+    if (!ReadAll(fFile.Get(), front, size, 0) || foundation::ReadBE32(Bytes(front, size), 0) != kDoubleMagic)
+        return;
+    const size_t count = foundation::ReadBE16(Bytes(front, size), 24);
+    for (size_t i = 0; i < count && 26 + (i + 1) * 12 <= size; ++i) {
+        foundation::BigEndianReader entry(Bytes(front, size), 26 + i * 12);
+        const uint32_t kind = entry.U32(), offset = entry.U32(), length = entry.U32();
+        if (kind == 2 && (SInt64)offset + length <= fIdentity.size)
+            fPlace = { fFile.Get(), offset, length };
+    }
+}
+
+ForkHome::~ForkHome()
+{
+    if (!fFile)
+        return;
+    Register(false);
+    if (fIsNew)
+        unlink(fHomePath.c_str());
+    Unlock(fFile.Get(), kWriterLock); // a child process may have the file as well
+}
+
+bool ForkHome::IsOpenHere(const path& inFile)
+{
+    const path file = RealPathOf(inFile);
+    return std::any_of(OpenHomes().begin(), OpenHomes().end(),
+                       [&](const auto& entry) { return entry.second->fPath == file; });
+}
+
+const LocatedForks& ForkHome::Forks()
+{
+    if (fIsStale)
+        fForks = LocateForks(fPath);
+    fIsStale = false;
+    return fForks;
+}
+
+void ForkHome::WroteInPlace()
+{
+    fIsNew = false;
+    fIsStale = true;
+}
+
+bool ForkHome::HasNoReaders()
+{
+    fForks = {}; // it may read the home file in place
+    fIsStale = true;
+    return IsFree(fFile.Get(), kReaderLock);
+}
+
+// From now on the home is another host file, which is locked already.
+void ForkHome::Adopt(Descriptor&& inFile)
+{
+    Register(false);
+    const Descriptor old = std::move(fFile);
+    fFile = std::move(inFile);
+    fIdentity = FileIdentity::Of(fFile.Get());
+    Register(true);
+    Unlock(old.Get(), kWriterLock);
+    FindPlace();
+    fIsNew = false;
+    fIsStale = true;
+    ++fGeneration;
+}
+
+OSErr ForkHome::Replace(const ForkChange& inChange, size_t inRoom)
+{
+    if (inChange.resourceFork && inChange.resourceFork->size() + inRoom > 0x7FFFFFFF)
+        return dskFulErr;
+    if (fKind != Kind::RawFork)
+        return ReplaceDouble(inChange, inRoom);
+    OSErr error = noErr;
+    if (inChange.finderInfo || inChange.extendedFinderInfo)
+        error = SetFinderInfo(fPath, inChange.finderInfo, inChange.extendedFinderInfo);
+    return error == noErr && inChange.resourceFork ? ReplaceRaw(inChange, inRoom) : error;
+}
+
+OSErr ForkHome::ReplaceRaw(const ForkChange& inChange, size_t inRoom)
+{
+    struct stat status;
+    Replacement file;
+    const Bytes fork = *inChange.resourceFork;
+    OSErr error = file.Begin(fHomePath, fstat(fFile.Get(), &status) == 0 ? &status : nullptr);
+    if (error == noErr && !TryLock(file.File(), kWriterLock))
+        error = ioErr;
+    error = error == noErr ? WriteAll(file.File(), fork, 0) : error;
+    error = error == noErr ? WriteZeros(file.File(), (SInt64)fork.size(), inRoom) : error;
+    bool isInPlace = false;
+    error = error == noErr ? file.PutInPlace(&isInPlace) : error;
+    if (isInPlace)
+        Adopt(file.TakeFile());
+    return error;
+}
+
+// The sidecar, or the AppleDouble that the file is; of a wrapped file the sidecar first.
+OSErr ForkHome::ReplaceDouble(const ForkChange& inChange, size_t inRoom)
+{
+    const bool isWrapped = fKind == Kind::Wrapped;
+    const path target = isWrapped ? SidecarOf(fPath) : fHomePath;
+    // Who sets the Finder information alone does not take the writer's lock.
+    const StMomentLock moment(isWrapped ? -1 : fFile.Get());
+    const LocatedForks now = LocateForks(fPath);
+    if (!now.exists)
+        return ErrorOfHost(now.openError);
+    MappedFile old;
+    const bool hasOld = old.Open(target) && ReadContainer(old.Contents()).form == Form::AppleDouble;
+    const Bytes fork = inChange.resourceFork ? *inChange.resourceFork : now.resourceFork;
+    const size_t room = inChange.resourceFork ? inRoom : 0;
+    const DoublePlan plan = PlanDouble(hasOld ? old.Contents() : Bytes(), FinderOf(now, inChange),
+                                       (uint32_t)(fork.size() + room));
+    struct stat status;
+    Replacement file;
+    const bool isThere = !isWrapped && fstat(fFile.Get(), &status) == 0;
+    OSErr error = file.Begin(target, isThere ? &status : ModeOf(fPath, &status));
+    if (error == noErr && !TryLock(file.File(), kWriterLock))
+        error = ioErr;
+    error = error == noErr ? WriteAll(file.File(), plan.front, 0) : error;
+    error = error == noErr ? WriteAll(file.File(), fork, (SInt64)plan.forkOffset()) : error;
+    error = error == noErr ? WriteZeros(file.File(), (SInt64)(plan.forkOffset() + fork.size()), room) : error;
+    bool isInPlace = false;
+    if (error == noErr && !hasOld && isWrapped && FileIdentity::At(target).exists)
+        error = KeepAside(target);
+    error = error == noErr ? file.PutInPlace(&isInPlace) : error;
+    if (isInPlace && isWrapped && error == noErr)
+        error = Unwrap();
+    if (isInPlace && (!isWrapped || error == noErr)) {
+        fKind = isWrapped ? Kind::Sidecar : fKind;
+        fHomePath = target;
+        Adopt(file.TakeFile());
+    }
+    return error;
+}
+
+// The plain data fork takes the place of the file that wrapped it.
+OSErr ForkHome::Unwrap()
+{
+    struct stat status;
+    const LocatedForks now = LocateForks(fPath);
+    Replacement file;
+    OSErr error = now.exists && now.isOwnFormSound ? (OSErr)noErr : (OSErr)ioErr;
+    error = error == noErr ? file.Begin(fPath, ModeOf(fPath, &status)) : error;
+    error = error == noErr ? WriteAll(file.File(), now.dataFork, 0) : error;
+    bool isInPlace = false;
+    error = error == noErr ? file.PutInPlace(&isInPlace) : error;
+    return isInPlace ? (OSErr)noErr : error;
+}
+
+namespace {
+
+// Overwrites the information where it lies in the sidecar. False when that is not possible, or the sidecar
+// was replaced meanwhile.
+bool PatchFinderInfo(const path& inDouble, const FInfo* inInfo, const FXInfo* inExtended, OSErr* outError)
+{
+    constexpr size_t kSector = 512;
+    const Descriptor file(open(inDouble.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
+    if (!file)
+        return false;
+    const StMomentLock moment(file.Get());
+    uint8_t front[kSector];
+    const FileIdentity identity = FileIdentity::Of(file.Get());
+    const size_t size = (size_t)std::min<SInt64>(identity.size, kSector);
+    if (!(FileIdentity::At(inDouble) == identity) || !ReadAll(file.Get(), front, size, 0))
+        return false;
+    // Within one sector the 32 bytes are written all or not at all.
+    const std::optional<size_t> place = FinderPlace(Bytes(front, size));
+    if (!place)
+        return false;
+    const FInfo info = inInfo ? *inInfo : FinderInfoFromBytes(front + *place);
+    const FXInfo extended = inExtended ? *inExtended : ExtendedInfoFromBytes(front + *place + 16);
+    const FinderBytes bytes = ToFinderBytes(info, extended);
+    *outError = WriteAll(file.Get(), bytes, (SInt64)*place);
+    if (*outError == noErr && fdatasync(file.Get()) != 0)
+        *outError = ErrorOfHost(errno);
+    return true;
+}
+
+// The AppleDouble that holds a file's Finder information, or will; empty when it has to be made, or the file
+// unwrapped.
+path FinderHome(const LocatedForks& inForks, const path& inFile)
+{
+    const bool isWrapped = IsWrapping(inForks.ownForm) && inForks.isOwnFormSound;
+    const path sidecar = SidecarOf(inFile);
+    if (isWrapped)
+        return {};
+    if (inForks.hasFinderInfo && inForks.finderPath == inFile)
+        return inFile;
+    MappedFile file;
+    const bool isDouble = file.Open(sidecar) && ReadContainer(file.Contents()).form == Form::AppleDouble &&
+                          ReadContainer(file.Contents()).problems.empty();
+    return isDouble ? sidecar : path();
+}
+
+// A file that is a bare fork keeps its fork; beside it a sidecar without one holds the information.
+OSErr MakeFinderSidecar(const path& inFile, const LocatedForks& inForks, const ForkChange& inChange)
+{
+    struct stat status;
+    const path sidecar = SidecarOf(inFile);
+    if (FileIdentity::At(sidecar).exists) {
+        const OSErr kept = KeepAside(sidecar);
+        if (kept != noErr)
+            return kept;
+    }
+    Replacement file;
+    OSErr error = file.Begin(sidecar, ModeOf(inFile, &status));
+    error = error == noErr ? WriteAll(file.File(), PlanDouble({}, FinderOf(inForks, inChange), 0).front, 0)
+                           : error;
+    return error == noErr ? file.PutWhereNothingIs() : error;
+}
+
+} // namespace
+
+OSErr SetFinderInfo(const path& inFile, const FInfo* inInfo, const FXInfo* inExtended)
+{
+    if (!inInfo && !inExtended)
+        return noErr;
+    const path file = RealPathOf(inFile);
+    OSErr error = CheckWritable(file);
+    Patience patience;
+    while (error == noErr) {
+        const LocatedForks forks = LocateForks(file);
+        if (!forks.exists)
+            return forks.openError == EISDIR ? (OSErr)fnfErr : ErrorOfHost(forks.openError);
+        const path home = FinderHome(forks, file);
+        // A half that is not given may come from elsewhere than where the whole will be.
+        ForkChange change = { nullptr, inInfo ? inInfo : &forks.finderInfo,
+                              inExtended ? inExtended : &forks.extendedFinderInfo };
+        if (!home.empty() && PatchFinderInfo(home, change.finderInfo, change.extendedFinderInfo, &error))
+            return error;
+        const bool isRaw = forks.hasResourceFork && forks.resourcePath == file && forks.form == Form::RawFork;
+        if (isRaw && home.empty()) {
+            error = MakeFinderSidecar(file, forks, change);
+            if (error != dupFNErr)
+                return error;
+            error = noErr;
+        } else {
+            const auto open = std::find_if(OpenHomes().begin(), OpenHomes().end(),
+                                           [&](const auto& entry) { return entry.second->Path() == file; });
+            if (open != OpenHomes().end())
+                return open->second->Replace(change);
+            std::unique_ptr<ForkHome> opened;
+            error = ForkHome::Open(file, &opened);
+            return error == noErr ? opened->Replace(change) : error;
+        }
+        if (!patience.Wait())
+            return fBsyErr;
+    }
+    return error;
+}
+
+namespace {
+
+// Puts a new file's sidecar where nothing is, or in place of one that an earlier file left, and holds its
+// lock.
+OSErr MakeSidecarOfNew(const path& inFile, Bytes inFront, Bytes inFork, Descriptor* outLocked)
+{
+    const path sidecar = SidecarOf(inFile);
+    Patience patience;
+    for (;;) {
+        Replacement file;
+        OSErr error = file.Begin(sidecar, nullptr);
+        if (error == noErr && !TryLock(file.File(), kWriterLock))
+            error = ioErr;
+        error = error == noErr ? WriteAll(file.File(), inFront, 0) : error;
+        error = error == noErr ? WriteAll(file.File(), inFork, (SInt64)inFront.size()) : error;
+        if (error != noErr)
+            return error;
+        const Descriptor old(open(sidecar.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
+        const bool isLocked = old && TryLock(old.Get(), kWriterLock) &&
+                              FileIdentity::At(sidecar) == FileIdentity::Of(old.Get());
+        struct stat status;
+        if (lstat(inFile.c_str(), &status) == 0)
+            return dupFNErr;
+        MappedFile mapped;
+        if (isLocked && mapped.Open(sidecar) && ReadContainer(mapped.Contents()).form == Form::AppleDouble)
+            error = file.PutInPlace();
+        else if (isLocked)
+            error = KeepAside(sidecar);
+        else if (!old)
+            error = file.PutWhereNothingIs();
+        const bool isDone = error == noErr && (!old || (isLocked && !mapped.Contents().empty()));
+        if (isDone && FileIdentity::At(sidecar) == FileIdentity::Of(file.File())) {
+            *outLocked = file.TakeFile();
+            return noErr;
+        }
+        if (error != noErr && error != dupFNErr)
+            return error;
+        if (!patience.Wait())
+            return fBsyErr;
+    }
+}
+
+} // namespace
+
+OSErr CreateFile(const path& inFile, const FInfo& inInfo, const FXInfo& inExtended, Bytes inFork)
+{
+    struct stat status;
+    if (lstat(inFile.c_str(), &status) == 0)
+        return dupFNErr;
+    Descriptor sidecar;
+    const DoublePlan plan = PlanDouble({}, ToFinderBytes(inInfo, inExtended), (uint32_t)inFork.size());
+    OSErr error = MakeSidecarOfNew(inFile, plan.front, inFork, &sidecar);
+    if (error != noErr)
+        return error;
+    Replacement file;
+    error = file.Begin(inFile, nullptr);
+    error = error == noErr ? file.PutWhereNothingIs() : error;
+    if (error != noErr && error != dupFNErr && lstat(inFile.c_str(), &status) != 0)
+        unlink(SidecarOf(inFile).c_str());
+    return error;
+}
+
+} // namespace lampblack::files
