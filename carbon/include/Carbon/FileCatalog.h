@@ -323,9 +323,10 @@ OSErr FSGetCatalogInfoBulk(FSIterator iterator, ItemCount maximumObjects, ItemCo
 
 // FSSetCatalogInfo
 //
-// Sets dates (creation, content, access, backup), Finder information, the lock (bit 0 of nodeFlags) and the
-// mode bits of permissions. Errors: paramErr  null, or a field that is none of kFSCatInfoSettableInfo;
-// errFSBadFSRef; fnfErr; what the write meets (wPrErr, permErr, dskFulErr, ioErr).
+// Sets dates, Finder information, the lock (bit 0 of nodeFlags) and the mode of permissions. Of the dates the
+// host keeps creation, content modification and access; the two others and the text encoding are taken and
+// change nothing. Errors: paramErr  null, or a field that is none of kFSCatInfoSettableInfo; errFSBadFSRef;
+// fnfErr; what the write meets (wPrErr, permErr, dskFulErr, ioErr).
 OSErr FSSetCatalogInfo(const FSRef* ref, FSCatalogInfoBitmap whichInfo, const FSCatalogInfo* catalogInfo);
 
 // FSCreateFileUnicode, FSCreateDirectoryUnicode
