@@ -78,18 +78,6 @@ constexpr Accent kAccents[] = {
     { 0x0327, "Cc", u"\u00C7\u00E7" },
 };
 
-// The composed character of a base letter and a combining mark; 0 when there is none.
-char32_t Compose(char32_t inBase, char32_t inMark)
-{
-    for (const Accent& accent : kAccents) {
-        const char* at =
-            accent.mark == inMark && inBase - 1 < 127 ? std::strchr(accent.bases, (int)inBase) : nullptr;
-        if (at)
-            return accent.composed[at - accent.bases];
-    }
-    return 0;
-}
-
 // The length that a lead byte announces and the smallest character it may encode; 0 for a byte that cannot
 // lead.
 int Utf8Length(uint8_t inLead, char32_t* outLeast)
@@ -124,6 +112,17 @@ bool UnicodeToMacRoman(char32_t inCharacter, UInt8* outByte)
     return true;
 }
 
+char32_t ComposeAccent(char32_t inBase, char32_t inMark)
+{
+    for (const Accent& accent : kAccents) {
+        const char* at =
+            accent.mark == inMark && inBase - 1 < 127 ? std::strchr(accent.bases, (int)inBase) : nullptr;
+        if (at)
+            return accent.composed[at - accent.bases];
+    }
+    return 0;
+}
+
 std::string Utf8FromPascal(ConstStr255Param inString)
 {
     return inString ? Utf8FromMacRoman(std::string_view((const char*)inString + 1, inString[0]))
@@ -153,7 +152,8 @@ bool MacRomanFromUtf8Exactly(std::string_view inUtf8, std::string* outText)
     for (size_t offset = 0; offset < inUtf8.size();) {
         char32_t character = NextUtf8(inUtf8, &offset);
         size_t after = offset;
-        const char32_t composed = after < inUtf8.size() ? Compose(character, NextUtf8(inUtf8, &after)) : 0;
+        const char32_t composed =
+            after < inUtf8.size() ? ComposeAccent(character, NextUtf8(inUtf8, &after)) : 0;
         if (composed) {
             character = composed;
             offset = after;

@@ -21,6 +21,9 @@ std::string Utf8FromPascal(ConstStr255Param inString);
 
 std::string Utf8FromMacRoman(std::string_view inText);
 
+// The accented letter of a base letter and a combining mark, of those in Mac Roman; 0 when there is none.
+char32_t ComposeAccent(char32_t inBase, char32_t inMark);
+
 // A letter followed by a combining accent becomes the one accented letter where Mac Roman has it; what Mac
 // Roman lacks, and every malformed sequence, becomes '?'.
 std::string MacRomanFromUtf8(std::string_view inUtf8);

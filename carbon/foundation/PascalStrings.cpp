@@ -1,4 +1,5 @@
 // Pascal and C strings, each from the other.
+#include <Carbon/MacMemory.h>
 #include <Carbon/TextUtils.h>
 
 #include <cstring>
@@ -31,4 +32,40 @@ void CopyPascalStringToC(ConstStr255Param src, char* dst)
 void p2cstrcpy(char* dst, ConstStr255Param src)
 {
     CopyPascalStringToC(src, dst);
+}
+
+StringPtr c2pstr(char* aStr)
+{
+    CopyCStringToPascal(aStr, reinterpret_cast<StringPtr>(aStr));
+    return reinterpret_cast<StringPtr>(aStr);
+}
+
+char* p2cstr(StringPtr aStr)
+{
+    CopyPascalStringToC(aStr, reinterpret_cast<char*>(aStr));
+    return reinterpret_cast<char*>(aStr);
+}
+
+StringPtr C2PStr(Ptr cString)
+{
+    return c2pstr(cString);
+}
+
+Ptr P2CStr(StringPtr pString)
+{
+    return p2cstr(pString);
+}
+
+StringHandle NewString(ConstStr255Param theString)
+{
+    Handle string = nullptr;
+    if (theString)
+        PtrToHand(theString, &string, theString[0] + 1);
+    return reinterpret_cast<StringHandle>(string);
+}
+
+void SetString(StringHandle theString, ConstStr255Param strNew)
+{
+    if (strNew)
+        PtrToXHand(strNew, reinterpret_cast<Handle>(theString), strNew[0] + 1);
 }
