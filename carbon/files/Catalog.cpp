@@ -84,16 +84,6 @@ bool IsFolderOnHost(const path& inPath)
     return stat(inPath.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-// A volume's own path is where its root is, whether by links or not; all else is looked at itself.
-void LookAtHost(Item* ioItem)
-{
-    struct stat status;
-    const int flags = ioItem->hostName.empty() ? 0 : AT_SYMLINK_NOFOLLOW;
-    ioItem->exists = fstatat(AT_FDCWD, PathOf(*ioItem).c_str(), &status, flags) == 0;
-    ioItem->isFolder = ioItem->exists && S_ISDIR(status.st_mode);
-    ioItem->isLink = ioItem->exists && S_ISLNK(status.st_mode);
-}
-
 // The ID by which a name in a folder is known; 0 when it has none.
 SInt32 KnownID(const Key& inKey)
 {
@@ -175,6 +165,23 @@ OSErr ResolveFolder(SInt16 inVolume, SInt32 inDirectory, Folder* outFolder)
     return FindNode(*outFolder) && IsFolderOnHost(PathOf(*outFolder)) ? noErr : dirNFErr;
 }
 
+// A volume's own path is where its root is, whether by links or not; all else is looked at itself.
+bool LookAtHost(Item* ioItem)
+{
+    struct stat status;
+    const int flags = ioItem->hostName.empty() ? 0 : AT_SYMLINK_NOFOLLOW;
+    ioItem->exists = fstatat(AT_FDCWD, PathOf(*ioItem).c_str(), &status, flags) == 0;
+    ioItem->isFolder = ioItem->exists && S_ISDIR(status.st_mode);
+    ioItem->isLink = ioItem->exists && S_ISLNK(status.st_mode);
+    return ioItem->exists;
+}
+
+bool ItemNamed(Folder inFolder, std::string_view inHostName, Item* outItem)
+{
+    *outItem = { inFolder, std::string(inHostName), MacNameOf(inHostName) };
+    return LookAtHost(outItem);
+}
+
 bool ItemAtPath(const path& inPath, Item* outItem)
 {
     std::error_code error;
@@ -193,6 +200,18 @@ bool ItemAtPath(const path& inPath, Item* outItem)
     return item.exists;
 }
 
+bool ItemAtPathItself(const path& inPath, Item* outItem)
+{
+    const path name = inPath.filename();
+    Item folder;
+    if (name.empty() || name == "." || name == "..")
+        return ItemAtPath(inPath, outItem);
+    const path parent = inPath.parent_path();
+    if (!ItemAtPath(parent.empty() ? path(".") : parent, &folder) || !folder.isFolder)
+        return false;
+    return ItemNamed(NodeOf(folder), name.native(), outItem);
+}
+
 bool ItemWithID(Folder inNode, Item* outItem)
 {
     const Volume* volume = inNode.volume < 0 ? FindVolume(inNode.volume) : nullptr;
@@ -200,11 +219,9 @@ bool ItemWithID(Folder inNode, Item* outItem)
     if (!volume || (!node && !IsRoot(inNode)))
         return false;
     if (node)
-        *outItem = { node->parent, node->hostName, MacNameOf(node->hostName), false, false };
-    else
-        *outItem = { { volume->refNum, fsRtParID }, "", volume->name, false, false };
-    LookAtHost(outItem);
-    return outItem->exists;
+        return ItemNamed(node->parent, node->hostName, outItem);
+    *outItem = { { volume->refNum, fsRtParID }, "", volume->name };
+    return LookAtHost(outItem);
 }
 
 Folder NodeOf(const Item& inItem)

@@ -59,8 +59,17 @@ OSErr Resolve(const FSSpec&, Item* outItem);
 // The folder that a volume and directory ID mean, with the rules for 0. Errors: nsvErr, dirNFErr.
 OSErr ResolveFolder(SInt16 inVolume, SInt32 inDirectory, Folder* outFolder);
 
+// Fills in what an item is from what the host has in its place. Answers whether it exists.
+bool LookAtHost(Item* ioItem);
+
+// The item of a host's name in a folder. False, and the item is filled in all the same, when nothing has it.
+bool ItemNamed(Folder, std::string_view inHostName, Item* outItem);
+
 // The item at a host path, which must exist. False when it does not, or lies on no volume.
 bool ItemAtPath(const std::filesystem::path&, Item* outItem);
+
+// The same, but a link at the path's end is not followed.
+bool ItemAtPathItself(const std::filesystem::path&, Item* outItem);
 
 // The item with an ID of its volume. False when the ID was never given or the item is gone.
 bool ItemWithID(Folder inNode, Item* outItem);

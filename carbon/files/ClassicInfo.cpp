@@ -50,11 +50,7 @@ OSErr NthItem(Folder inFolder, SInt16 inIndex, bool inFilesOnly, Item* outItem)
     if (!name)
         return fnfErr;
     *outItem = { inFolder, name->hostName, name->macName };
-    struct stat status;
-    outItem->exists = lstat((path / name->hostName).c_str(), &status) == 0;
-    outItem->isFolder = outItem->exists && S_ISDIR(status.st_mode);
-    outItem->isLink = outItem->exists && S_ISLNK(status.st_mode);
-    return outItem->exists ? noErr : fnfErr;
+    return LookAtHost(outItem) ? noErr : fnfErr;
 }
 
 // What a block asks about: an entry of a folder by index, a name in it, or the folder.

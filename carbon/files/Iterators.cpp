@@ -79,11 +79,9 @@ bool TakeNext(Iterator* ioIterator, Item* outItem)
             continue;
         }
         const ListedName& name = level.listing->Names()[level.next++];
-        struct stat status;
-        if (lstat((level.path / name.hostName).c_str(), &status) != 0)
+        *outItem = { level.folder, name.hostName, name.macName };
+        if (!LookAtHost(outItem))
             continue;
-        *outItem = { level.folder, name.hostName,           name.macName,
-                     true,         S_ISDIR(status.st_mode), S_ISLNK(status.st_mode) };
         if (ioIterator->isSubtree && outItem->isFolder)
             Enter(ioIterator, NodeOf(*outItem));
         return true;

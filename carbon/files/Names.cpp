@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <sys/stat.h>
 
 namespace lampblack::files {
 
@@ -52,32 +51,22 @@ bool IsPossibleName(std::string_view inMacName)
            inMacName.find('\0') == std::string_view::npos && inMacName.find(':') == std::string_view::npos;
 }
 
-bool LookAt(const path& inPath, Item* ioItem)
-{
-    struct stat status;
-    ioItem->exists = lstat(inPath.c_str(), &status) == 0;
-    ioItem->isFolder = ioItem->exists && S_ISDIR(status.st_mode);
-    ioItem->isLink = ioItem->exists && S_ISLNK(status.st_mode);
-    return ioItem->exists;
-}
-
 // One name in a folder: the host's own bytes, else the first of those listed that have the name in whatever
 // capitals. The item is filled in even when nothing is there.
 OSErr LookUp(Folder inFolder, std::string_view inMacName, Item* outItem)
 {
     if (!IsPossibleName(inMacName))
         return bdNamErr;
-    const path folder = PathOf(inFolder);
-    *outItem = { inFolder, HostNameOf(inMacName), std::string(inMacName) };
-    if (LookAt(folder / outItem->hostName, outItem))
+    const Item wanted = { inFolder, HostNameOf(inMacName), std::string(inMacName) };
+    *outItem = wanted;
+    if (LookAtHost(outItem))
         return noErr;
-    for (const ListedName& name : ListingOf(folder)->Named(inMacName)) {
-        if (!LookAt(folder / name.hostName, outItem))
-            continue;
-        outItem->hostName = name.hostName;
-        outItem->macName = name.macName;
-        return noErr;
+    for (const ListedName& name : ListingOf(PathOf(inFolder))->Named(inMacName)) {
+        *outItem = { inFolder, name.hostName, name.macName };
+        if (LookAtHost(outItem))
+            return noErr;
     }
+    *outItem = wanted;
     return fnfErr;
 }
 

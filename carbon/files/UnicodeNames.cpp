@@ -8,7 +8,6 @@
 #include <foundation/MacRoman.h>
 
 #include <algorithm>
-#include <sys/stat.h>
 
 namespace lampblack::files {
 
@@ -26,21 +25,12 @@ std::u16string UnicodeOfHostName(std::string_view inHostName)
     return name;
 }
 
-bool LookAt(const path& inPath, Item* ioItem)
+bool TakeName(const ListedName& inName, Item* ioItem)
 {
-    struct stat status;
-    ioItem->exists = lstat(inPath.c_str(), &status) == 0;
-    ioItem->isFolder = ioItem->exists && S_ISDIR(status.st_mode);
-    ioItem->isLink = ioItem->exists && S_ISLNK(status.st_mode);
-    return ioItem->exists;
-}
-
-bool TakeName(const path& inFolder, const ListedName& inName, Item* ioItem)
-{
-    if (!LookAt(inFolder / inName.hostName, ioItem))
+    Item item = { ioItem->parent, inName.hostName, inName.macName };
+    if (!LookAtHost(&item))
         return false;
-    ioItem->hostName = inName.hostName;
-    ioItem->macName = inName.macName;
+    *ioItem = item;
     return true;
 }
 
@@ -97,16 +87,15 @@ bool SearchFolder(const path& inFolder, std::u16string_view inWanted, Item* ioIt
     std::string macName;
     if (!MacNameOfUnicode(ioItem->hostName, &macName)) {
         const ListedName* found = FindAmongShort(*listing, inWanted);
-        return found && TakeName(inFolder, *found, ioItem);
+        return found && TakeName(*found, ioItem);
     }
     const auto named = listing->Named(macName);
     const auto isExact = [&](const ListedName& name) { return !name.isShort && name.macName == macName; };
     const auto exact = std::find_if(named.begin(), named.end(), isExact);
-    if (exact != named.end() && TakeName(inFolder, *exact, ioItem))
+    if (exact != named.end() && TakeName(*exact, ioItem))
         return true;
-    return std::any_of(named.begin(), named.end(), [&](const ListedName& name) {
-        return !name.isShort && TakeName(inFolder, name, ioItem);
-    });
+    return std::any_of(named.begin(), named.end(),
+                       [&](const ListedName& name) { return !name.isShort && TakeName(name, ioItem); });
 }
 
 } // namespace
@@ -143,11 +132,10 @@ OSErr LookUpUnicode(Folder inFolder, UniCharCount inLength, const UniChar* inNam
     if (error != noErr)
         return error;
     outItem->macName = MacNameOf(outItem->hostName);
-    const path folder = PathOf(inFolder);
-    if (LookAt(folder / outItem->hostName, outItem))
+    if (LookAtHost(outItem))
         return noErr;
     const std::u16string wanted(inName, inName + inLength);
-    return SearchFolder(folder, wanted, outItem) ? noErr : fnfErr;
+    return SearchFolder(PathOf(inFolder), wanted, outItem) ? noErr : fnfErr;
 }
 
 } // namespace lampblack::files
