@@ -37,8 +37,9 @@ OSErr HostError()
 // listed, and is the same each time for one target: what a crash left behind is cleared away by the next try.
 path TemporaryName(const path& inTarget)
 {
+    const path leaf = inTarget.filename();
     uint32_t hash = 2166136261u;
-    for (const char byte : inTarget.filename().native())
+    for (const char byte : leaf.native())
         hash = (hash ^ (uint8_t)byte) * 16777619u;
     char name[32];
     std::snprintf(name, sizeof name, "._lampblack-%08x", (unsigned)hash);
