@@ -2,7 +2,6 @@
 #include <Carbon/Files.h>
 
 #include "FileReferences.h"
-#include "ItemFacts.h"
 
 #include <algorithm>
 #include <cstring>
@@ -71,20 +70,6 @@ OSErr FSMakeFSSpec(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName, FSSp
     if (error == noErr || error == fnfErr)
         MakeSpec(item, spec);
     return error;
-}
-
-OSErr FSpGetFInfo(const FSSpec* spec, FInfo* fndrInfo)
-{
-    if (!spec || !fndrInfo)
-        return paramErr;
-    Item item;
-    const OSErr error = Resolve(*spec, &item);
-    if (error != noErr)
-        return error;
-    if (item.isFolder)
-        return fnfErr;
-    *fndrInfo = FinderInfoOf(item);
-    return noErr;
 }
 
 OSErr FSpMakeFSRef(const FSSpec* source, FSRef* newRef)
