@@ -180,13 +180,31 @@ void ScreenPresenter::FollowScreenSize()
     if (width == fBounds.right && height == fBounds.bottom)
         return;
     fBounds = { 0, 0, (short)std::clamp(height, 1, 16000), (short)std::clamp(width, 1, 16000) };
-    fPixels.assign((size_t)Area(fBounds), 0);
-    fCanvas = { fPixels.data(), Width(fBounds) };
-    quickdraw::SetScreenPixels(fPixels.data(), Width(fBounds), Width(fBounds), Height(fBounds));
+    fPixels.clear();
+    fCanvas = {};
+    FindCanvas();
     fLayoutStale = true;
     EverythingDamaged();
     if (TheSurfaceHooks().screenChanged)
         TheSurfaceHooks().screenChanged();
+}
+
+void ScreenPresenter::FindCanvas()
+{
+    const host::Table& machine = host::Machine();
+    int rowPixels = Width(fBounds);
+    uint32_t* pixels = machine.screenMemory ? machine.screenMemory(&rowPixels) : nullptr;
+    if (pixels)
+        fPixels = {};
+    else if (fPixels.empty())
+        fPixels.resize((size_t)Area(fBounds));
+    if (!pixels)
+        pixels = fPixels.data();
+    if (pixels == fCanvas.pixels && rowPixels == fCanvas.rowPixels)
+        return;
+    fCanvas = { pixels, rowPixels };
+    quickdraw::SetScreenPixels(pixels, rowPixels, Width(fBounds), Height(fBounds));
+    EverythingDamaged();
 }
 
 // --- Composing
@@ -290,6 +308,7 @@ void ScreenPresenter::Present(double inNow)
         if (window->OnScreen())
             DrawFrameIfStale(*window);
     Settle();
+    FindCanvas();
     Compose();
     for (WindowRecord* window : List().Order())
         if (window->OnScreen())
@@ -305,7 +324,7 @@ void ScreenPresenter::Present(double inNow)
                          (short)boxes[(size_t)i].x2 };
     }
     if (count && host::Machine().present)
-        host::Machine().present({ fPixels.data(), Width(fBounds), Width(fBounds), Height(fBounds) }, rects,
+        host::Machine().present({ fCanvas.pixels, fCanvas.rowPixels, Width(fBounds), Height(fBounds) }, rects,
                                 count);
 }
 

@@ -42,14 +42,15 @@ public:
 
 private:
     void FollowScreenSize();
-    void Settle();  // what is seen of each window
-    void Compose(); // the damaged rectangles of the screen
+    void FindCanvas(); // the host's memory, or our own
+    void Settle();     // what is seen of each window
+    void Compose();    // the damaged rectangles of the screen
     void PaintBody(WindowRecord& inWindow, Region* ioWhere) const;
     void PaintShadow(WindowRecord& inWindow, const Region& inWhere) const;
     void Present(double inNow);
 
     Rect fBounds = { 0, 0, 0, 0 };
-    std::vector<uint32_t> fPixels;
+    std::vector<uint32_t> fPixels; // empty while composing in the host's memory
     Canvas fCanvas;
     DamageList fDamage;
     Region fDamaged, fScratch, fDesktopSeen;

@@ -10,6 +10,8 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <string>
 
 namespace lampblack::host {
 
@@ -39,6 +41,28 @@ DesktopHost& TheHost()
     return *host;
 }
 
+// Keeps D-Bus from starting a session of its own for us where there is none, which costs a process at each
+// start; nobody would be on it.
+class StNoNewSession {
+public:
+    [[nodiscard]] StNoNewSession()
+    {
+        const char* runtime = getenv("XDG_RUNTIME_DIR");
+        const bool hasSession =
+            getenv(kAddress) || (runtime && std::filesystem::exists(std::string(runtime) + "/bus"));
+        fSet = !hasSession && setenv(kAddress, "disabled:", 0) == 0;
+    }
+    ~StNoNewSession()
+    {
+        if (fSet)
+            unsetenv(kAddress);
+    }
+
+private:
+    static constexpr const char* kAddress = "DBUS_SESSION_BUS_ADDRESS";
+    bool fSet;
+};
+
 // Only the video part of SDL: with joysticks or sensors it would poll.
 bool EnsureVideo()
 {
@@ -55,6 +79,7 @@ bool EnsureVideo()
     SDL_SetHint(SDL_HINT_AUTO_UPDATE_JOYSTICKS, "0");
     SDL_SetHint(SDL_HINT_AUTO_UPDATE_SENSORS, "0");
     SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0"); // plain shared memory: quick to open, small
+    const StNoNewSession scope;
     host.videoIsUp = SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
     host.videoFailed = !host.videoIsUp;
     return host.videoIsUp;
@@ -271,6 +296,7 @@ void FillScreen(Table& table)
     table.closeScreen = [] { TheHost().window.Close(); };
     table.screenSize = ScreenSize;
     table.refreshInterval = [] { return TheHost().window.RefreshInterval(); };
+    table.screenMemory = [](int* rowPixels) { return TheHost().window.Memory(rowPixels); };
     table.present = [](const Frame& frame, const Rect* rects, int count) {
         TheHost().window.Present(frame, rects, count);
     };

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 
 namespace lampblack::host {
 
@@ -16,6 +17,15 @@ bool SameFrame(const Frame& a, const Frame& b)
 bool SameArea(const Area& a, const Area& b)
 {
     return a.x == b.x && a.y == b.y && a.width == b.width && a.height == b.height;
+}
+
+// A frame that was composed in the target's own memory.
+bool IsWithin(const Frame& inFrame, const Target& inTarget)
+{
+    const auto* first = static_cast<const uint8_t*>(inTarget.pixels);
+    const auto* frame = reinterpret_cast<const uint8_t*>(inFrame.pixels);
+    return std::less_equal<>()(first, frame) &&
+           std::less<>()(frame, first + static_cast<ptrdiff_t>(inTarget.rowBytes) * inTarget.height);
 }
 
 void CopyRows(const Frame& inFrame, const Area& inShown, const Area& inArea, const Target& inTarget)
@@ -93,7 +103,8 @@ Area Scaler::Draw(const Frame& inFrame, const Rect& inScreen, const Viewport& in
     if (area.width <= 0 || area.height <= 0)
         return {};
     if (inViewport.IntegerScale() == 1 && inTarget.format == PIXMAN_x8r8g8b8) {
-        CopyRows(inFrame, inViewport.Shown(), area, inTarget);
+        if (!IsWithin(inFrame, inTarget))
+            CopyRows(inFrame, inViewport.Shown(), area, inTarget);
         return area;
     }
     if (!Prepare(inFrame, inViewport, inTarget))

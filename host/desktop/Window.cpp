@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <sys/mman.h>
+#include <unistd.h>
 
 namespace lampblack::host {
 
@@ -41,6 +43,21 @@ bool FormatOf(const SDL_Surface& inSurface, pixman_format_code_t* outFormat)
     case SDL_PIXELFORMAT_RGB565: *outFormat = PIXMAN_r5g6b5; return true;
     default: return false;
     }
+}
+
+// All pages at once: one by one, each first touch costs a fault, which is a good part of a short start.
+void Populate(const SDL_Surface& inSurface)
+{
+#ifdef MADV_POPULATE_WRITE
+    const auto page = static_cast<uintptr_t>(sysconf(_SC_PAGESIZE));
+    const uintptr_t first = (reinterpret_cast<uintptr_t>(inSurface.pixels) + page - 1) / page * page;
+    const uintptr_t end =
+        reinterpret_cast<uintptr_t>(inSurface.pixels) + static_cast<uintptr_t>(inSurface.pitch) * inSurface.h;
+    if (end / page * page > first)
+        madvise(reinterpret_cast<void*>(first), end / page * page - first, MADV_POPULATE_WRITE);
+#else
+    static_cast<void>(inSurface);
+#endif
 }
 
 Target TargetOf(const SDL_Surface& inSurface)
@@ -94,13 +111,30 @@ SDL_Surface* Window::UsableSurface()
     fSurface = surface;
     fScaler.Forget();
     fViewport = Viewport(fWidth, fHeight, surface->w, surface->h);
+    Populate(*surface);
     ClearMargins(surface);
     return surface;
 }
 
 void Window::ClearMargins(SDL_Surface* ioSurface)
 {
-    SDL_FillRect(ioSurface, nullptr, SDL_MapRGB(ioSurface->format, 0, 0, 0));
+    const Area& shown = fViewport.Shown();
+    if (shown.width < ioSurface->w || shown.height < ioSurface->h)
+        SDL_FillRect(ioSurface, nullptr, SDL_MapRGB(ioSurface->format, 0, 0, 0));
+    fMarginsStale = true;
+}
+
+uint32_t* Window::Memory(int* outRowPixels)
+{
+    SDL_Surface* surface = UsableSurface();
+    if (!surface || SDL_MUSTLOCK(surface) || fViewport.IntegerScale() != 1)
+        return nullptr;
+    const Target target = TargetOf(*surface);
+    if (target.format != PIXMAN_x8r8g8b8 || target.rowBytes % 4)
+        return nullptr;
+    *outRowPixels = target.rowBytes / 4;
+    const Area& shown = fViewport.Shown();
+    return static_cast<uint32_t*>(target.pixels) + static_cast<ptrdiff_t>(shown.y) * *outRowPixels + shown.x;
 }
 
 void Window::Present(const Frame& inFrame, const Rect* inDamaged, int inCount)
@@ -113,7 +147,7 @@ void Window::Present(const Frame& inFrame, const Rect* inDamaged, int inCount)
     int count = 0;
     for (int i = 0; i < inCount; ++i) {
         const Area area = fScaler.Draw(inFrame, inDamaged[i], fViewport, target);
-        if (area.width > 0)
+        if (area.width > 0 && !fMarginsStale)
             drawn[count++] = { area.x, area.y, area.width, area.height };
         if (count == kBatch || (count && i + 1 == inCount)) {
             SDL_UpdateWindowSurfaceRects(fWindow, drawn, count);
@@ -122,6 +156,9 @@ void Window::Present(const Frame& inFrame, const Rect* inDamaged, int inCount)
     }
     if (count)
         SDL_UpdateWindowSurfaceRects(fWindow, drawn, count);
+    if (fMarginsStale)
+        SDL_UpdateWindowSurface(fWindow);
+    fMarginsStale = false;
     SDL_UnlockSurface(surface);
 }
 
@@ -153,8 +190,12 @@ bool Window::HandleEvent(const SDL_WindowEvent& inEvent)
     if (!fWindow)
         return false;
     if (inEvent.event == SDL_WINDOWEVENT_SIZE_CHANGED) {
+        // The pixels stay where they are until somebody asks for the new ones.
+        int width = 0, height = 0;
+        SDL_GetWindowSizeInPixels(fWindow, &width, &height);
+        fViewport = Viewport(fWidth, fHeight, width, height);
         fSurface = nullptr;
-        return UsableSurface() != nullptr;
+        return true;
     }
     if (inEvent.event == SDL_WINDOWEVENT_EXPOSED && fSurface)
         SDL_UpdateWindowSurface(fWindow);

@@ -18,6 +18,7 @@ public:
     void Close();
     bool IsOpen() const { return fWindow != nullptr; }
 
+    uint32_t* Memory(int* rowPixels);
     void Present(const Frame&, const Rect* damaged, int count);
     bool Read(Frame* out); // as it is shown
     // Takes what concerns the pixels. Answers whether the whole screen must be presented again.
@@ -41,6 +42,7 @@ private:
 
     SDL_Window* fWindow = nullptr;
     SDL_Surface* fSurface = nullptr; // the window's; null after a change of its size
+    bool fMarginsStale = false;      // nothing around the screen was shown since the window has this size
     int fWidth = 0, fHeight = 0;     // of the Macintosh screen
     Viewport fViewport;
     Scaler fScaler;

@@ -71,8 +71,12 @@ struct Table {
     void (*closeScreen)() = nullptr;
     void (*screenSize)(int* width, int* height) = nullptr;
     double (*refreshInterval)() = nullptr; // seconds between two frames worth presenting
-    // Shows the damaged rectangles of the frame. The pixels are the caller's and are read before this
-    // returns.
+    // The memory that the screen shows, row by row from its top left, for composing straight into it; null
+    // while it is scaled or has other pixels. It stays until the next call, or that of readScreen or
+    // closeScreen.
+    uint32_t* (*screenMemory)(int* rowPixels) = nullptr;
+    // Shows the damaged rectangles of the frame, which may lie in the screen's own memory. The pixels are the
+    // caller's and are read before this returns.
     void (*present)(const Frame&, const Rect* damaged, int count) = nullptr;
     void (*setThemeCursor)(SInt32 themeCursor) = nullptr;
     void (*setCursorImage)(const CursorImage&) = nullptr; // shown until the next set call
