@@ -1,4 +1,5 @@
 // Pascal and C strings.
+#include <Carbon/MacMemory.h>
 #include <Carbon/TextUtils.h>
 #include <doctest/doctest.h>
 
@@ -31,4 +32,32 @@ TEST_CASE("CopyCStringToPascal, CopyPascalStringToC: a null source gives an empt
     char c[4] = "abc";
     CopyPascalStringToC(nullptr, c);
     CHECK(c[0] == 0);
+}
+
+TEST_CASE("c2pstr, p2cstr: convert in place and answer the same address")
+{
+    char text[6] = "hello";
+    CHECK(c2pstr(text) == reinterpret_cast<StringPtr>(text));
+    CHECK(std::memcmp(text, "\5hello", 6) == 0);
+    CHECK(p2cstr(reinterpret_cast<StringPtr>(text)) == text);
+    CHECK(std::strcmp(text, "hello") == 0);
+    CHECK(P2CStr(C2PStr(text)) == text);
+    CHECK(c2pstr(nullptr) == nullptr);
+    CHECK(p2cstr(nullptr) == nullptr);
+}
+
+TEST_CASE("NewString, SetString: a block just as large as the string")
+{
+    const StringHandle string = NewString(reinterpret_cast<ConstStr255Param>("\3abc"));
+    REQUIRE(string != nullptr);
+    CHECK(GetHandleSize(reinterpret_cast<Handle>(string)) == 4);
+    SetString(string, reinterpret_cast<ConstStr255Param>("\5hello"));
+    CHECK(GetHandleSize(reinterpret_cast<Handle>(string)) == 6);
+    CHECK(std::memcmp(*string, "\5hello", 6) == 0);
+    SetString(string, nullptr);
+    CHECK((*string)[0] == 5);
+    DisposeHandle(reinterpret_cast<Handle>(string));
+    SetString(string, reinterpret_cast<ConstStr255Param>("\1x"));
+    CHECK(MemError() != noErr);
+    CHECK(NewString(nullptr) == nullptr);
 }

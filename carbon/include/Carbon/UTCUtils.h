@@ -7,12 +7,16 @@
 
 #include <Carbon/Files.h>
 
+#pragma pack(push, 2)
 struct LocalDateTime {
     UInt16 highSeconds;
     UInt32 lowSeconds;
     UInt16 fraction;
 };
+#pragma pack(pop)
 typedef struct LocalDateTime LocalDateTime;
+
+static_assert(sizeof(LocalDateTime) == 8, "the published size");
 
 enum { kUTCDefaultOptions = 0 };
 
