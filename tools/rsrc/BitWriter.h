@@ -13,6 +13,7 @@ public:
     uint64_t Bits() const { return fBits; }
     bool OnByte() const { return fBits % 8 == 0; }
     std::vector<uint8_t>& Data() { return fData; }
+    const std::vector<uint8_t>& Data() const { return fData; }
 
     void Append(uint64_t inValue, int inBits)
     {

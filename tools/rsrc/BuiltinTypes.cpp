@@ -289,7 +289,7 @@ TypeTable BuiltinTypes()
     TokenCursor cursor(tokens, { &text, text.text.size() });
     TypeTable types;
     while (cursor.AcceptWord("type"))
-        ReadTypeDeclaration(cursor, &types);
+        ReadTypeDeclaration(cursor, {}, &types);
     if (!cursor.AtEnd())
         cursor.Fail("'type'");
     return types;

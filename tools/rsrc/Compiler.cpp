@@ -1,11 +1,10 @@
 #include "Compiler.h"
 
 #include "BuiltinTypes.h"
-#include "Expression.h"
 #include "TypeParser.h"
 #include "ValueEncoder.h"
 
-#include <resources/Container.h>
+#include <foundation/MacRoman.h>
 
 #include <algorithm>
 
@@ -15,33 +14,13 @@ namespace {
 
 constexpr size_t kMostProblems = 20;
 
-struct AttributeWord {
-    const char* word;
-    UInt8 bits;
-};
-// The second word of a pair says that the attribute is absent, as it is unless said otherwise.
-constexpr AttributeWord kAttributes[] = { { "sysheap", 64 },     { "appheap", 0 },     { "purgeable", 32 },
-                                          { "nonpurgeable", 0 }, { "locked", 16 },     { "unlocked", 0 },
-                                          { "protected", 8 },    { "unprotected", 0 }, { "preload", 4 },
-                                          { "nonpreload", 0 },   { "changed", 2 },     { "unchanged", 0 } };
-
-std::optional<int64_t> AttributeValue(const Token& inName, TokenCursor&)
-{
-    for (const AttributeWord& attribute : kAttributes)
-        if (inName.IsWord(attribute.word))
-            return attribute.bits;
-    return std::nullopt;
-}
-
-std::optional<int64_t> NoNames(const Token&, TokenCursor&)
-{
-    return std::nullopt;
-}
-
 } // namespace
 
 Compiler::Compiler(FileLoader inLoad, std::vector<std::string> inFolders)
-    : fPreprocessor(std::move(inLoad), std::move(inFolders)), fTypes(BuiltinTypes())
+    : fPreprocessor(std::move(inLoad), std::move(inFolders)),
+      fTypes(BuiltinTypes()),
+      fNumbers(ResolveNames(fNames)),
+      fTexts([this](Place inPlace, const std::string& inPath) { return Load(inPlace, inPath); }, fNumbers)
 {
 }
 
@@ -51,6 +30,7 @@ bool Compiler::Compile(const std::string& inName, const std::string& inUtf8,
     const size_t before = outProblems->size();
     fMade.clear();
     fPlaces.clear();
+    fEarlier = ioResources;
     std::vector<Token> tokens;
     try {
         tokens = fPreprocessor.Run(inName, inUtf8);
@@ -60,6 +40,7 @@ bool Compiler::Compile(const std::string& inName, const std::string& inUtf8,
     }
     TokenCursor cursor(tokens, tokens.empty() ? Place() : tokens.back().place);
     while (!cursor.AtEnd() && outProblems->size() < before + kMostProblems) {
+        fMayRepeat = false;
         try {
             Statement(cursor);
         } catch (const RezError& error) {
@@ -82,20 +63,35 @@ void Compiler::Recover(TokenCursor& ioTokens)
 
 void Compiler::Statement(TokenCursor& ioTokens)
 {
+    static constexpr struct {
+        const char* word;
+        void (Compiler::*read)(TokenCursor&);
+    } kStatements[] = {
+        { "data", &Compiler::Data },           { "resource", &Compiler::Typed },
+        { "include", &Compiler::IncludeFork }, { "read", &Compiler::ReadData },
+        { "delete", &Compiler::Delete },       { "change", &Compiler::Change },
+        { "enum", &Compiler::Enumeration },    { "duplicate", &Compiler::Duplicate },
+    };
     if (ioTokens.Accept(';'))
         return;
+    if (ioTokens.AcceptWord("type"))
+        return ReadTypeDeclaration(ioTokens, fNames, &fTypes);
+    for (const auto& statement : kStatements)
+        if (ioTokens.AcceptWord(statement.word))
+            return (this->*statement.read)(ioTokens);
+    ioTokens.Fail("data, resource, type, include or read (or delete, change, enum)");
+}
+
+// duplicate data ..., duplicate resource ...: the file holds the key more than once.
+void Compiler::Duplicate(TokenCursor& ioTokens)
+{
+    fMayRepeat = true;
     if (ioTokens.AcceptWord("data"))
         Data(ioTokens);
     else if (ioTokens.AcceptWord("resource"))
         Typed(ioTokens);
-    else if (ioTokens.AcceptWord("type"))
-        ReadTypeDeclaration(ioTokens, &fTypes);
-    else if (ioTokens.AcceptWord("include"))
-        IncludeFork(ioTokens);
-    else if (ioTokens.AcceptWord("read"))
-        ReadData(ioTokens);
     else
-        ioTokens.Fail("data, resource, type, include or read");
+        ioTokens.Fail("data or resource");
 }
 
 void Compiler::Data(TokenCursor& ioTokens)
@@ -103,9 +99,8 @@ void Compiler::Data(TokenCursor& ioTokens)
     Resource resource = Header(ioTokens);
     ioTokens.Expect('{', "'{' before the data");
     while (!ioTokens.Peek().Is('}')) {
-        if (ioTokens.Peek().kind != Token::Kind::String)
-            ioTokens.Fail("a string, hexadecimal digits such as $\"0A0B\", or '}'");
-        const std::string text = ioTokens.Next().text;
+        const std::string text =
+            fTexts.ReadText(ioTokens, "a string, hexadecimal digits such as $\"0A0B\", or '}'");
         resource.data.insert(resource.data.end(), text.begin(), text.end());
         if (!ioTokens.Accept(','))
             ioTokens.Accept(';');
@@ -119,12 +114,18 @@ void Compiler::Typed(TokenCursor& ioTokens)
 {
     const Place place = ioTokens.Peek().place;
     Resource resource = Header(ioTokens);
-    const auto type = fTypes.find(resource.type);
-    if (type == fTypes.end())
+    const Fields* fields = fTypes.Find(resource.type, resource.id);
+    if (!fields)
         throw RezError(place, "the type '" + TypeText(resource.type) +
                                   "' has not been declared; use data, or declare it with type");
     ioTokens.Expect('{', "'{' before the values");
-    resource.data = ValueEncoder(ioTokens, resource.type).Encode(type->second);
+    const EncodeContext context = { { resource.type, resource.id, resource.attributes },
+                                    &fNames,
+                                    [this](const Token& inName, TokenCursor& ioArguments) {
+                                        return fTexts.Evaluate(inName, ioArguments);
+                                    },
+                                    fNativeIsBig };
+    resource.data = ValueEncoder(ioTokens, context).Encode(*fields);
     ioTokens.Expect('}', "'}'");
     ioTokens.Expect(';', "';' after the resource");
     Add(std::move(resource));
@@ -136,51 +137,37 @@ Resource Compiler::Header(TokenCursor& ioTokens)
     resource.place = ioTokens.Peek().place;
     resource.type = ReadTypeCode(ioTokens);
     ioTokens.Expect('(', "'(' and the ID");
-    resource.id = ReadID(ioTokens);
-    while (ioTokens.Accept(','))
-        Attribute(ioTokens, &resource);
+    resource.id = ReadID(ioTokens, fNumbers);
+    while (ioTokens.Accept(',')) {
+        const Place place = ioTokens.Peek().place;
+        if (resource.hasName || !TextFunctions::AtText(ioTokens)) {
+            resource.attributes |=
+                ReadAttributes(ioTokens, resource.hasName ? "attributes such as purgeable"
+                                                          : "a name or attributes such as purgeable");
+            continue;
+        }
+        resource.name = fTexts.ReadText(ioTokens, "a name");
+        resource.hasName = true;
+        if (resource.name.size() > 255)
+            throw RezError(place, "a name has at most 255 characters");
+    }
     ioTokens.Expect(')', "',' or ')' after the ID");
+    fTexts.SetResource(resource);
     return resource;
 }
 
-void Compiler::Attribute(TokenCursor& ioTokens, Resource* ioResource)
+std::string Compiler::Load(Place inPlace, const std::string& inPath) const
 {
-    const Token token = ioTokens.Peek();
-    if (token.kind == Token::Kind::String && !ioResource->hasName) {
-        while (ioTokens.Peek().kind == Token::Kind::String)
-            ioResource->name += ioTokens.Next().text;
-        if (ioResource->name.size() > 255)
-            throw RezError(token.place, "a name has at most 255 characters");
-        ioResource->hasName = !ioResource->name.empty();
-        return;
-    }
-    const char* what =
-        ioResource->hasName ? "attributes such as purgeable" : "a name or attributes such as purgeable";
-    const int64_t bits = ReadExpression(ioTokens, AttributeValue, what);
-    if (bits < 0 || bits > 0xFF)
-        throw RezError(token.place, "attributes are a number from 0 to 255");
-    ioResource->attributes |= (UInt8)bits;
-}
-
-SInt16 Compiler::ReadID(TokenCursor& ioTokens)
-{
-    const Place place = ioTokens.Peek().place;
-    const int64_t id = ReadExpression(ioTokens, NoNames, "an ID");
-    if (id < -32768 || id > 32767)
-        throw RezError(place, "an ID is a number from -32768 to 32767");
-    return (SInt16)id;
+    std::string found, bytes;
+    if (!fPreprocessor.Load(inPlace, inPath, &found, &bytes))
+        throw RezError(inPlace, "cannot read '" + inPath + "'");
+    return bytes;
 }
 
 std::string Compiler::LoadNamed(TokenCursor& ioTokens)
 {
-    const Token name = ioTokens.Peek();
-    if (name.kind != Token::Kind::String)
-        ioTokens.Fail("a file name in quotes");
-    ioTokens.Next();
-    std::string found, bytes;
-    if (!fPreprocessor.Load(name.place, name.text, &found, &bytes))
-        throw RezError(name.place, "cannot read '" + name.text + "'");
-    return bytes;
+    const Place place = ioTokens.Peek().place;
+    return Load(place, foundation::Utf8FromMacRoman(fTexts.ReadText(ioTokens, "a file name in quotes")));
 }
 
 void Compiler::ReadData(TokenCursor& ioTokens)
@@ -192,38 +179,99 @@ void Compiler::ReadData(TokenCursor& ioTokens)
     Add(std::move(resource));
 }
 
+// include "file" [[not] 'TYPE' [(ID, FIRST:LAST or "name")] [as 'TYPE' [(ID, "name", attributes)]]];
 void Compiler::IncludeFork(TokenCursor& ioTokens)
 {
     const Place place = ioTokens.Peek().place;
     const std::string bytes = LoadNamed(ioTokens);
-    OSType type = 0;
-    std::optional<SInt16> id;
-    if (ioTokens.Peek().kind == Token::Kind::Literal) {
-        type = ReadTypeCode(ioTokens);
-        if (ioTokens.Accept('(')) {
-            id = ReadID(ioTokens);
-            ioTokens.Expect(')', "')' after the ID");
-        }
-    }
+    Selection selection;
+    const bool isInverted = ioTokens.AcceptWord("not");
+    if (isInverted || ioTokens.Peek().kind == Token::Kind::Literal)
+        selection = ReadSelection(ioTokens, fNumbers, fTexts);
+    selection.isInverted = isInverted;
+    std::optional<Renaming> renaming;
+    if (selection.type && !isInverted && ioTokens.AcceptWord("as"))
+        renaming = ReadRenaming(ioTokens, fNumbers, fTexts);
     ioTokens.Expect(';', "';' after the file name");
 
-    const auto container = resources::ReadContainer({ (const uint8_t*)bytes.data(), bytes.size() });
-    std::vector<Resource> included;
-    std::vector<std::string> problems = container.problems;
-    if (!container.hasResourceFork || !ReadFork(container.resourceFork, &included, &problems))
-        problems.push_back("not a resource file");
-    if (!problems.empty())
-        throw RezError(place, "cannot include this file: " + problems.front());
-    std::erase_if(included, [&](const Resource& resource) {
-        return (type && resource.type != type) || (id && resource.id != *id);
-    });
+    std::vector<Resource> included = ForkOf(bytes, place);
+    std::erase_if(included, [&](const Resource& resource) { return !selection.Matches(resource); });
+    const bool meansOne = selection.name || (selection.hasIDs && selection.first == selection.last);
+    if (included.empty() && meansOne && !isInverted)
+        throw RezError(place, "this file has no such resource");
+    if (renaming)
+        for (Resource& resource : included)
+            renaming->Apply(selection, &resource);
     Merge(std::move(included), &fMade);
+}
+
+template <class Action>
+void Compiler::ForSelected(const Selection& inSelection, Place inPlace, Action&& inAction)
+{
+    size_t count = 0;
+    for (std::vector<Resource>* resources : { fEarlier, &fMade })
+        for (Resource& resource : *resources)
+            if (inSelection.Matches(resource)) {
+                inAction(resource);
+                ++count;
+            }
+    if (count == 0)
+        throw RezError(inPlace, "no resource so far is one of these");
+}
+
+void Compiler::Delete(TokenCursor& ioTokens)
+{
+    const Place place = ioTokens.Peek().place;
+    const Selection selection = ReadSelection(ioTokens, fNumbers, fTexts);
+    ioTokens.Expect(';', "';' after the type or ID");
+    ForSelected(selection, place, [this](Resource& resource) {
+        fPlaces.erase({ resource.type, resource.id });
+    });
+    for (std::vector<Resource>* resources : { fEarlier, &fMade })
+        std::erase_if(*resources, [&](const Resource& resource) { return selection.Matches(resource); });
+}
+
+// change 'TYPE' [(ID)] to 'TYPE' [(ID, "name", attributes)];
+void Compiler::Change(TokenCursor& ioTokens)
+{
+    const Place place = ioTokens.Peek().place;
+    const Selection selection = ReadSelection(ioTokens, fNumbers, fTexts);
+    if (!ioTokens.AcceptWord("to"))
+        ioTokens.Fail("'to' and a type");
+    const Renaming renaming = ReadRenaming(ioTokens, fNumbers, fTexts);
+    ioTokens.Expect(';', "';' after the type or ID");
+    ForSelected(selection, place, [&](Resource& resource) {
+        fPlaces.erase({ resource.type, resource.id });
+        renaming.Apply(selection, &resource);
+    });
+}
+
+// enum { NAME, NAME = value }; as in C.
+void Compiler::Enumeration(TokenCursor& ioTokens)
+{
+    if (ioTokens.Peek().kind == Token::Kind::Identifier)
+        ioTokens.Next();
+    ioTokens.Expect('{', "'{' and names");
+    int64_t next = 0;
+    while (!ioTokens.Peek().Is('}')) {
+        if (ioTokens.Peek().kind != Token::Kind::Identifier)
+            ioTokens.Fail("a name or '}'");
+        const std::string name = ioTokens.Next().text;
+        if (ioTokens.Accept('='))
+            next = ReadExpression(ioTokens, fNumbers, "a number");
+        fNames[name] = next;
+        next = (int64_t)((uint64_t)next + 1);
+        if (!ioTokens.Accept(',') && !ioTokens.Peek().Is('}'))
+            ioTokens.Fail("',' or '}'");
+    }
+    ioTokens.Expect('}', "'}'");
+    ioTokens.Expect(';', "';' after the names");
 }
 
 void Compiler::Add(Resource inResource)
 {
     const auto [known, isNew] = fPlaces.try_emplace({ inResource.type, inResource.id }, inResource.place);
-    if (!isNew)
+    if (!isNew && !fMayRepeat)
         throw RezError(inResource.place, KeyText(inResource.type, inResource.id) +
                                              " was defined before, at " + DescribePlace(known->second));
     fMade.push_back(std::move(inResource));

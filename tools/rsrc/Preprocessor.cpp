@@ -65,7 +65,7 @@ void Preprocessor::Define(const std::string& inDefinition)
     const std::vector<Token> words = Tokenize(Keep("-D", name));
     if (words.size() != 1 || words[0].kind != Token::Kind::Identifier)
         throw RezError({}, "expected a name after -D, found '" + name + "'");
-    fMacros[name] = Tokenize(Keep("-D " + name, value));
+    fMacros[name] = { Tokenize(Keep("-D " + name, value)), false, {} };
 }
 
 std::vector<Token> Preprocessor::Run(const std::string& inName, const std::string& inUtf8)
@@ -84,8 +84,9 @@ void Preprocessor::RunText(const SourceText& inText, int inDepth, Row* outTokens
         if (!tokens[i].startsLine || !tokens[i].Is('#')) {
             std::set<std::string> within;
             if (Active())
-                Expand(tokens[i], within, outTokens);
-            ++i;
+                ExpandNext(tokens, &i, within, outTokens);
+            else
+                ++i;
             continue;
         }
         size_t end = i + 1;
@@ -98,23 +99,84 @@ void Preprocessor::RunText(const SourceText& inText, int inDepth, Row* outTokens
         throw RezError(fConditions.back().place, "expected #endif for this condition");
 }
 
-void Preprocessor::Expand(const Token& inToken, std::set<std::string>& ioWithin, Row* outTokens)
+void Preprocessor::ExpandRow(const Row& inTokens, std::set<std::string>& ioWithin, Row* outTokens)
 {
-    const auto macro = inToken.kind == Token::Kind::Identifier ? fMacros.find(inToken.text) : fMacros.end();
-    if (macro == fMacros.end() || ioWithin.contains(inToken.text)) {
-        outTokens->push_back(inToken);
+    for (size_t at = 0; at < inTokens.size();)
+        ExpandNext(inTokens, &at, ioWithin, outTokens);
+}
+
+void Preprocessor::ExpandNext(const Row& inTokens, size_t* ioAt, std::set<std::string>& ioWithin,
+                              Row* outTokens)
+{
+    const Token& use = inTokens[(*ioAt)++];
+    const auto macro = use.kind == Token::Kind::Identifier ? fMacros.find(use.text) : fMacros.end();
+    std::vector<Row> arguments;
+    const bool applies = macro != fMacros.end() && !ioWithin.contains(use.text) &&
+                         (!macro->second.hasParameters || ReadArguments(inTokens, ioAt, &arguments));
+    if (!applies) {
+        outTokens->push_back(use);
         return;
     }
     if (ioWithin.size() >= kDeepestName)
-        throw RezError(inToken.place, "names stand for one another too deeply");
-    ioWithin.insert(inToken.text);
-    for (Token token : macro->second) {
-        if (++fExpanded > kMostTokens)
-            throw RezError(inToken.place, "this name stands for too many words");
-        token.place = inToken.place; // messages name the use, not the definition
-        Expand(token, ioWithin, outTokens);
+        throw RezError(use.place, "names stand for one another too deeply");
+    for (Row& argument : arguments) {
+        Row expanded;
+        ExpandRow(argument, ioWithin, &expanded);
+        argument = std::move(expanded);
     }
-    ioWithin.erase(inToken.text);
+    const Row words = Substitute(macro->second, use, arguments);
+    ioWithin.insert(use.text);
+    ExpandRow(words, ioWithin, outTokens);
+    ioWithin.erase(use.text);
+}
+
+// What stands between the parentheses behind a name, split at its commas. Answers false when no parenthesis
+// follows: then the name is an ordinary word.
+bool Preprocessor::ReadArguments(const Row& inTokens, size_t* ioAt, std::vector<Row>* outArguments) const
+{
+    if (*ioAt >= inTokens.size() || !inTokens[*ioAt].Is('('))
+        return false;
+    const Place place = inTokens[*ioAt].place;
+    outArguments->emplace_back();
+    int depth = 0;
+    for (++*ioAt; *ioAt < inTokens.size(); ++*ioAt) {
+        const Token& token = inTokens[*ioAt];
+        depth += token.Is('(') - token.Is(')');
+        if (depth < 0) {
+            ++*ioAt;
+            return true;
+        }
+        if (depth == 0 && token.Is(','))
+            outArguments->emplace_back();
+        else
+            outArguments->back().push_back(token);
+    }
+    throw RezError(place, "expected ')' after these arguments");
+}
+
+// The words of a name with its arguments put in; messages name the use, not the definition.
+Preprocessor::Row Preprocessor::Substitute(const Macro& inMacro, const Token& inUse,
+                                           const std::vector<Row>& inArguments)
+{
+    const size_t expected = inMacro.parameters.size();
+    const bool isEmpty = expected == 0 && inArguments.size() == 1 && inArguments[0].empty();
+    if (inMacro.hasParameters && inArguments.size() != expected && !isEmpty)
+        throw RezError(inUse.place, "expected " + std::to_string(expected) + " arguments, found " +
+                                        std::to_string(inArguments.size()));
+    Row words;
+    for (Token token : inMacro.words) {
+        const auto parameter = std::find(inMacro.parameters.begin(), inMacro.parameters.end(), token.text);
+        const bool isParameter =
+            token.kind == Token::Kind::Identifier && parameter != inMacro.parameters.end();
+        token.place = inUse.place;
+        const Row one = { token };
+        const Row& added = isParameter ? inArguments[(size_t)(parameter - inMacro.parameters.begin())] : one;
+        fExpanded += added.size();
+        if (fExpanded > kMostTokens)
+            throw RezError(inUse.place, "this name stands for too many words");
+        words.insert(words.end(), added.begin(), added.end());
+    }
+    return words;
 }
 
 void Preprocessor::Directive(const Row& inLine, int inDepth, Row* outTokens)
@@ -148,9 +210,20 @@ void Preprocessor::DefineLine(const Row& inLine)
 {
     if (inLine.size() < 3 || inLine[2].kind != Token::Kind::Identifier)
         throw RezError(EndOf(inLine), "expected a name after #define");
-    if (inLine.size() > 3 && inLine[3].Is('(') && inLine[3].touchesPrevious)
-        throw RezError(inLine[3].place, "names with arguments are not supported");
-    fMacros[inLine[2].text] = Row(inLine.begin() + 3, inLine.end());
+    Macro macro;
+    size_t at = 3;
+    macro.hasParameters = inLine.size() > 3 && inLine[3].Is('(') && inLine[3].touchesPrevious;
+    if (macro.hasParameters)
+        for (++at; at < inLine.size() && !inLine[at].Is(')'); ++at) {
+            if (inLine[at].kind == Token::Kind::Identifier)
+                macro.parameters.push_back(inLine[at].text);
+            else if (!inLine[at].Is(','))
+                throw RezError(inLine[at].place, "expected the name of an argument or ')'");
+        }
+    if (macro.hasParameters && at++ >= inLine.size())
+        throw RezError(EndOf(inLine), "expected ')' after the names of the arguments");
+    macro.words.assign(inLine.begin() + (long)at, inLine.end());
+    fMacros[inLine[2].text] = std::move(macro);
 }
 
 bool Preprocessor::IsDefined(const Row& inLine) const
@@ -184,14 +257,14 @@ void Preprocessor::Conditional(const std::string& inName, const Row& inLine)
 bool Preprocessor::Evaluate(const Row& inLine)
 {
     Row words;
-    for (size_t i = 2; i < inLine.size(); ++i) {
+    for (size_t i = 2; i < inLine.size();) {
         std::set<std::string> within;
         const bool isOperand =
             inLine[i - 1].text == "defined" || (inLine[i - 1].Is('(') && inLine[i - 2].text == "defined");
         if (isOperand)
-            words.push_back(inLine[i]);
+            words.push_back(inLine[i++]);
         else
-            Expand(inLine[i], within, &words);
+            ExpandNext(inLine, &i, within, &words);
     }
     TokenCursor cursor(words, EndOf(inLine));
     const NameResolver resolve = [this](const Token& inName,

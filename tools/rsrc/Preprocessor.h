@@ -1,5 +1,5 @@
-// Directives of a resource description: #include, #define of plain names, #undef, #if and its kin, #error.
-// Begin at Preprocessor::Run.
+// Directives of a resource description: #include, #define of names with or without arguments, #undef, #if and
+// its kin, #error. Begin at Preprocessor::Run.
 #ifndef LAMPBLACK_RSRC_PREPROCESSOR_H
 #define LAMPBLACK_RSRC_PREPROCESSOR_H
 
@@ -39,9 +39,17 @@ private:
         bool outer;     // the tokens around the #if count
     };
     using Row = std::vector<Token>;
+    struct Macro {
+        Row words;
+        bool hasParameters = false;
+        std::vector<std::string> parameters;
+    };
 
     void RunText(const SourceText&, int inDepth, Row* outTokens);
-    void Expand(const Token&, std::set<std::string>& ioWithin, Row* outTokens);
+    void ExpandRow(const Row&, std::set<std::string>& ioWithin, Row* outTokens);
+    void ExpandNext(const Row&, size_t* ioAt, std::set<std::string>& ioWithin, Row* outTokens);
+    bool ReadArguments(const Row&, size_t* ioAt, std::vector<Row>* outArguments) const;
+    Row Substitute(const Macro&, const Token& inUse, const std::vector<Row>& inArguments);
     void Directive(const Row& inLine, int inDepth, Row* outTokens);
     void Conditional(const std::string& inName, const Row& inLine);
     void Include(const Row& inLine, int inDepth, Row* outTokens);
@@ -54,7 +62,7 @@ private:
     FileLoader fLoad;
     std::vector<std::string> fFolders;
     std::deque<SourceText> fTexts; // tokens point into them
-    std::map<std::string, Row> fMacros;
+    std::map<std::string, Macro> fMacros;
     std::vector<Condition> fConditions;
     size_t fExpanded = 0;
 };

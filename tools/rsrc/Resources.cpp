@@ -15,11 +15,6 @@ namespace lampblack::rsrc {
 
 namespace {
 
-constexpr uint32_t kAppleDoubleMagic = 0x00051607;
-constexpr uint32_t kVersion2 = 0x00020000;
-constexpr uint32_t kFinderInfoEntry = 9, kResourceForkEntry = 2;
-constexpr uint32_t kHeaderSize = 26, kEntrySize = 12, kFinderInfoSize = 32;
-
 [[noreturn]] void FailToWrite(const std::string& inPath)
 {
     throw std::runtime_error(inPath + ": cannot write: " + std::strerror(errno));
@@ -58,6 +53,34 @@ void SyncFolder(const std::string& inPath)
         return;
     fsync(file);
     close(file);
+}
+
+// The file that a chain of links leads to, so that the last link stays.
+std::string TargetOf(const std::string& inPath)
+{
+    char* target = realpath(inPath.c_str(), nullptr);
+    const std::string path = target ? target : inPath;
+    std::free(target);
+    return path;
+}
+
+// A name in the same folder that listings hide.
+std::string TemporaryFor(const std::string& inPath)
+{
+    const size_t slash = inPath.rfind('/');
+    return (slash == std::string::npos ? std::string() : inPath.substr(0, slash + 1)) + ".rsrc-XXXXXX";
+}
+
+void WriteDirectly(const std::string& inPath, Bytes inContents)
+{
+    const int file = open(inPath.c_str(), O_WRONLY | O_CLOEXEC);
+    const bool isWritten = file >= 0 && WriteAll(file, inContents);
+    const int failure = errno;
+    if (file >= 0)
+        close(file);
+    errno = failure;
+    if (!isWritten)
+        FailToWrite(inPath);
 }
 
 } // namespace
@@ -124,9 +147,10 @@ void Merge(std::vector<Resource> inLater, std::vector<Resource>* ioResources)
     }
 }
 
-std::vector<uint8_t> BuildFork(const std::vector<Resource>& inResources)
+std::vector<uint8_t> BuildFork(const std::vector<Resource>& inResources, UInt16 inFileAttributes)
 {
     resources::ForkBuilder builder;
+    builder.SetAttributes(inFileAttributes);
     for (const Resource& resource : inResources)
         builder.Add({ resource.type, resource.id, resource.attributes, resource.hasName, resource.name,
                       resource.data });
@@ -136,40 +160,32 @@ std::vector<uint8_t> BuildFork(const std::vector<Resource>& inResources)
     return fork;
 }
 
-std::vector<uint8_t> WrapFork(Bytes inFork, OSType inType, OSType inCreator)
-{
-    const uint32_t finderInfo = kHeaderSize + 2 * kEntrySize;
-    foundation::BigEndianWriter writer;
-    writer.U32(kAppleDoubleMagic);
-    writer.U32(kVersion2);
-    writer.Zeros(16);
-    writer.U16(2);
-    for (const uint32_t field : { kFinderInfoEntry, finderInfo, kFinderInfoSize, kResourceForkEntry,
-                                  finderInfo + kFinderInfoSize, (uint32_t)inFork.size() })
-        writer.U32(field);
-    writer.U32(inType);
-    writer.U32(inCreator);
-    writer.Zeros(kFinderInfoSize - 8);
-    writer.Write(inFork);
-    return std::move(writer.Data());
-}
-
 void WriteFile(const std::string& inPath, Bytes inContents)
 {
-    std::string temporary = inPath + ".XXXXXX";
+    struct stat info;
+    if (stat(inPath.c_str(), &info) == 0 && !S_ISREG(info.st_mode) && !S_ISDIR(info.st_mode))
+        return WriteDirectly(inPath, inContents);
+    const std::string path = TargetOf(inPath);
+    std::string temporary = TemporaryFor(path);
     const int file = mkostemp(temporary.data(), O_CLOEXEC);
     if (file < 0)
         FailToWrite(inPath);
-    const bool written = WriteAll(file, inContents) && fchmod(file, ModeFor(inPath)) == 0 && fsync(file) == 0;
-    const int failure = errno;
-    if (close(file) != 0 || !written || rename(temporary.c_str(), inPath.c_str()) != 0) {
-        errno = written ? errno : failure;
-        const int reported = errno;
+    bool isWritten = WriteAll(file, inContents) && fchmod(file, ModeFor(path)) == 0 && fsync(file) == 0;
+    int failure = errno;
+    if (close(file) != 0 && isWritten) {
+        isWritten = false;
+        failure = errno;
+    }
+    if (isWritten && rename(temporary.c_str(), path.c_str()) != 0) {
+        isWritten = false;
+        failure = errno;
+    }
+    if (!isWritten) {
         unlink(temporary.c_str());
-        errno = reported;
+        errno = failure;
         FailToWrite(inPath);
     }
-    SyncFolder(inPath);
+    SyncFolder(path);
 }
 
 } // namespace lampblack::rsrc

@@ -42,12 +42,10 @@ bool ReadFork(Bytes inFork, std::vector<Resource>* ioResources, std::vector<std:
 void Merge(std::vector<Resource> inLater, std::vector<Resource>* ioResources);
 
 // Throws std::runtime_error when the resources pass a limit of the format.
-std::vector<uint8_t> BuildFork(const std::vector<Resource>&);
+std::vector<uint8_t> BuildFork(const std::vector<Resource>&, UInt16 inFileAttributes = 0);
 
-// An AppleDouble version 2 file with two entries: Finder information of the type and creator, then the fork.
-std::vector<uint8_t> WrapFork(Bytes inFork, OSType inType, OSType inCreator);
-
-// Writes a file as a whole or not at all: after a crash or on a full disk the old one is still there. Throws
+// Writes a file as a whole or not at all: after a crash or on a full disk the old one is still there. A link
+// is followed; what is no ordinary file, such as /dev/stdout, is written to directly. Throws
 // std::runtime_error.
 void WriteFile(const std::string& inPath, Bytes inContents);
 

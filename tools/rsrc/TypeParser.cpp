@@ -1,7 +1,5 @@
 #include "TypeParser.h"
 
-#include "Expression.h"
-
 #include <algorithm>
 
 namespace lampblack::rsrc {
@@ -13,6 +11,7 @@ constexpr int64_t kMostBytes = 1 << 24; // the format holds no more data than th
 
 using Kind = Field::Kind;
 using Form = Field::Form;
+using Look = Field::Look;
 
 struct FieldWord {
     const char* word;
@@ -21,14 +20,15 @@ struct FieldWord {
     Form form;
 };
 constexpr FieldWord kFieldWords[] = {
-    { "boolean", Kind::Number, 1, Form::Plain },   { "byte", Kind::Number, 8, Form::Plain },
-    { "integer", Kind::Number, 16, Form::Plain },  { "longint", Kind::Number, 32, Form::Plain },
-    { "bitstring", Kind::Number, 0, Form::Plain }, { "char", Kind::Character, 8, Form::Plain },
-    { "string", Kind::String, 8, Form::Plain },    { "pstring", Kind::String, 8, Form::Pascal },
-    { "cstring", Kind::String, 8, Form::C },       { "point", Kind::Point, 32, Form::Plain },
-    { "rect", Kind::Rect, 64, Form::Plain },       { "fill", Kind::Fill, 0, Form::Plain },
-    { "align", Kind::Align, 0, Form::Plain },      { "array", Kind::Array, 0, Form::Plain },
-    { "switch", Kind::Switch, 0, Form::Plain },    { "optional", Kind::Optional, 0, Form::Plain },
+    { "boolean", Kind::Number, 1, Form::Plain },    { "byte", Kind::Number, 8, Form::Plain },
+    { "integer", Kind::Number, 16, Form::Plain },   { "longint", Kind::Number, 32, Form::Plain },
+    { "bitstring", Kind::Number, 0, Form::Plain },  { "char", Kind::Character, 8, Form::Plain },
+    { "string", Kind::String, 8, Form::Plain },     { "pstring", Kind::String, 8, Form::Pascal },
+    { "cstring", Kind::String, 8, Form::C },        { "wstring", Kind::String, 8, Form::Word },
+    { "point", Kind::Point, 32, Form::Plain },      { "rect", Kind::Rect, 64, Form::Plain },
+    { "fill", Kind::Fill, 0, Form::Plain },         { "align", Kind::Align, 0, Form::Plain },
+    { "array", Kind::Array, 0, Form::Plain },       { "switch", Kind::Switch, 0, Form::Plain },
+    { "optional", Kind::Optional, 0, Form::Plain },
 };
 
 struct UnitWord {
@@ -39,37 +39,45 @@ constexpr UnitWord kUnits[] = {
     { "bit", 1 }, { "nibble", 4 }, { "byte", 8 }, { "word", 16 }, { "long", 32 }
 };
 
-// Modifiers that say how a value would be written out again have no effect on its bytes.
-constexpr const char* kPassedOver[] = { "signed", "decimal", "octal", "binary",
-                                        "hex",    "literal", "key",   "wide" };
-
-int64_t ReadPlainNumber(TokenCursor& ioTokens)
-{
-    const NameResolver none = [](const Token&, TokenCursor&) { return std::nullopt; };
-    return ReadExpression(ioTokens, none, "a number");
-}
+struct LookWord {
+    const char* word;
+    Look look;
+};
+constexpr LookWord kLooks[] = {
+    { "decimal", Look::Decimal }, { "hex", Look::Hex },         { "binary", Look::Binary },
+    { "octal", Look::Octal },     { "literal", Look::Literal },
+};
 
 class TypeReader {
 public:
-    explicit TypeReader(TokenCursor& ioTokens) : fTokens(ioTokens) {}
+    TypeReader(TokenCursor& ioTokens, const Names& inNames)
+        : fTokens(ioTokens), fResolve(ResolveNames(inNames)), fNames(inNames)
+    {
+    }
 
-    std::vector<Field> ReadFields()
+    Fields ReadFields()
     {
         if (++fDepth > kDeepestFields)
             throw RezError(fTokens.Peek().place, "these fields are nested too deeply");
-        std::vector<Field> fields;
-        while (!fTokens.Peek().Is('}') && !fTokens.Peek().IsWord("case") && !fTokens.AtEnd())
+        Fields fields;
+        while (!AtEndOfFields())
             ReadField(&fields);
         --fDepth;
         return fields;
     }
 
 private:
-    void ReadField(std::vector<Field>* ioFields)
+    bool AtEndOfFields() const
+    {
+        return fTokens.Peek().Is('}') || fTokens.Peek().IsWord("case") || fTokens.AtEnd();
+    }
+
+    void ReadField(Fields* ioFields)
     {
         Field field;
         field.place = fTokens.Peek().place;
-        ReadLabel(&field);
+        if (!ReadLabels(&field, ioFields))
+            return;
         ReadModifiers(&field);
         const FieldWord& word = ReadFieldWord();
         field.kind = word.kind;
@@ -80,27 +88,53 @@ private:
         ioFields->push_back(std::move(field));
     }
 
-    void ReadLabel(Field* outField)
+    // Answers whether a field follows. A label with none behind it, or with another label, is a place by
+    // itself.
+    bool ReadLabels(Field* outField, Fields* ioFields)
     {
-        if (fTokens.Peek().kind != Token::Kind::Identifier || !fTokens.Peek(1).Is(':'))
-            return;
-        outField->label = fTokens.Next().text;
-        fTokens.Next();
+        while (fTokens.Peek().kind == Token::Kind::Identifier && fTokens.Peek(1).Is(':')) {
+            if (!outField->label.empty())
+                AddLabel(*outField, ioFields);
+            outField->label = fTokens.Next().text;
+            fTokens.Next();
+        }
+        const bool isAlone = !outField->label.empty() && (AtEndOfFields() || fTokens.Accept(';'));
+        if (isAlone)
+            AddLabel(*outField, ioFields);
+        return !isAlone;
+    }
+
+    static void AddLabel(const Field& inField, Fields* ioFields)
+    {
+        Field label;
+        label.kind = Kind::Label;
+        label.label = inField.label;
+        label.place = inField.place;
+        ioFields->push_back(std::move(label));
     }
 
     void ReadModifiers(Field* outField)
     {
-        for (;;) {
-            const Token& token = fTokens.Peek();
-            if (token.IsWord("unsigned"))
-                outField->isSigned = false;
-            else if (token.IsWord("native"))
-                outField->native = true;
-            else if (std::none_of(std::begin(kPassedOver), std::end(kPassedOver),
-                                  [&](const char* word) { return token.IsWord(word); }))
-                return;
+        while (ReadModifier(fTokens.Peek(), outField))
             fTokens.Next();
-        }
+    }
+
+    static bool ReadModifier(const Token& inToken, Field* outField)
+    {
+        for (const LookWord& word : kLooks)
+            if (inToken.IsWord(word.word)) {
+                outField->look = word.look;
+                return true;
+            }
+        if (inToken.IsWord("unsigned"))
+            outField->isSigned = false;
+        else if (inToken.IsWord("native"))
+            outField->native = true;
+        else if (inToken.IsWord("key"))
+            outField->isKey = true;
+        else
+            return inToken.IsWord("signed") || inToken.IsWord("wide");
+        return true;
     }
 
     const FieldWord& ReadFieldWord()
@@ -134,24 +168,52 @@ private:
         fTokens.Fail("bit, nibble, byte, word or long");
     }
 
-    // [n], or the default when there is none.
-    int64_t ReadCount(int64_t inDefault, int64_t inMost)
+    // [n], or the default when there is none. A size that depends on other fields is kept as it is written.
+    int64_t ReadCount(int64_t inDefault, int64_t inMost, std::vector<Token>* outTokens = nullptr)
     {
         if (!fTokens.Accept('['))
             return inDefault;
+        if (outTokens && DependsOnFields()) {
+            TakeUntilClosed(outTokens);
+            return 0;
+        }
         const Place place = fTokens.Peek().place;
-        const int64_t count = ReadPlainNumber(fTokens);
+        const int64_t count = ReadExpression(fTokens, fResolve, "a number");
         if (count < 1 || count > inMost)
             throw RezError(place, "expected a number from 1 to " + std::to_string(inMost));
         fTokens.Expect(']', "']'");
         return count;
     }
 
+    void TakeUntilClosed(std::vector<Token>* outTokens)
+    {
+        for (int depth = 0;;) {
+            if (fTokens.AtEnd())
+                fTokens.Fail("']'");
+            Token token = fTokens.Next();
+            depth += token.Is('[') - token.Is(']');
+            if (depth < 0)
+                return;
+            outTokens->push_back(std::move(token));
+        }
+    }
+
+    bool DependsOnFields() const
+    {
+        for (size_t i = 0; !fTokens.Peek(i).Is(']') && fTokens.Peek(i).kind != Token::Kind::End; ++i) {
+            const Token& token = fTokens.Peek(i);
+            if (token.kind == Token::Kind::Function ||
+                (token.kind == Token::Kind::Identifier && !fNames.contains(token.text)))
+                return true;
+        }
+        return false;
+    }
+
     void ReadArray(Field* ioField)
     {
         if (fTokens.Peek().kind == Token::Kind::Identifier)
-            ioField->label = fTokens.Next().text;
-        ioField->count = ReadCount(0, kMostBytes);
+            ioField->name = fTokens.Next().text;
+        ioField->count = ReadCount(0, kMostBytes, &ioField->countTokens);
         ReadBody(ioField);
         if (!TakesValues(ioField->fields))
             throw RezError(ioField->place, "the elements of this array have no values");
@@ -182,7 +244,8 @@ private:
     void ReadValues(Field* ioField)
     {
         const int64_t most = ioField->kind == Kind::Number ? 32 : kMostBytes;
-        const int64_t count = ReadCount(0, most);
+        const int64_t count =
+            ReadCount(0, most, ioField->kind == Kind::String ? &ioField->countTokens : nullptr);
         if (ioField->kind == Kind::Number && ioField->bits == 0) {
             if (count == 0)
                 fTokens.Fail("'[' and the number of bits");
@@ -229,22 +292,23 @@ private:
         if (fTokens.Peek().kind == Token::Kind::String)
             outConstant->text = fTokens.Next().text;
         else
-            *outValue = ReadPlainNumber(fTokens);
+            *outValue = ReadExpression(fTokens, fResolve, "a number");
     }
 
     TokenCursor& fTokens;
+    NameResolver fResolve;
+    const Names& fNames;
     int fDepth = 0;
 };
 
 } // namespace
 
-bool TakesValues(const std::vector<Field>& inFields)
+NameResolver ResolveNames(const Names& inNames)
 {
-    return std::any_of(inFields.begin(), inFields.end(), [](const Field& field) {
-        const bool silent =
-            field.kind == Kind::Fill || field.kind == Kind::Align || field.kind == Kind::Optional;
-        return !silent && field.fixed.empty();
-    });
+    return [&inNames](const Token& inName, TokenCursor&) -> std::optional<int64_t> {
+        const auto name = inNames.find(inName.text);
+        return name == inNames.end() ? std::nullopt : std::optional(name->second);
+    };
 }
 
 OSType ReadTypeCode(TokenCursor& ioTokens)
@@ -255,22 +319,45 @@ OSType ReadTypeCode(TokenCursor& ioTokens)
     return (OSType)ioTokens.Next().value;
 }
 
-void ReadTypeDeclaration(TokenCursor& ioTokens, TypeTable* ioTypes)
+namespace {
+
+SInt16 ReadID(TokenCursor& ioTokens, const Names& inNames)
+{
+    const Place place = ioTokens.Peek().place;
+    const int64_t id = ReadExpression(ioTokens, ResolveNames(inNames), "an ID");
+    if (id < -32768 || id > 32767)
+        throw RezError(place, "an ID is a number from -32768 to 32767");
+    return (SInt16)id;
+}
+
+} // namespace
+
+void ReadTypeDeclaration(TokenCursor& ioTokens, const Names& inNames, TypeTable* ioTypes)
 {
     const OSType type = ReadTypeCode(ioTokens);
-    if (ioTokens.AcceptWord("as")) {
-        const Place place = ioTokens.Peek().place;
-        const auto other = ioTypes->find(ReadTypeCode(ioTokens));
-        if (other == ioTypes->end())
-            throw RezError(place, "this type has not been declared");
-        (*ioTypes)[type] = std::vector<Field>(other->second);
-    } else {
-        ioTokens.Expect('{', "'{' or 'as'");
-        std::vector<Field> fields = TypeReader(ioTokens).ReadFields();
-        ioTokens.Expect('}', "a field or '}'");
-        (*ioTypes)[type] = std::move(fields);
+    SInt16 first = 0, last = 0;
+    const bool hasIDs = ioTokens.Accept('(');
+    if (hasIDs) {
+        first = last = ReadID(ioTokens, inNames);
+        if (ioTokens.Accept(':'))
+            last = ReadID(ioTokens, inNames);
+        ioTokens.Expect(')', "':' or ')' after the ID");
     }
+    if (!hasIDs && ioTokens.AcceptWord("as")) {
+        const Place place = ioTokens.Peek().place;
+        if (!ioTypes->Copy(ReadTypeCode(ioTokens), type))
+            throw RezError(place, "this type has not been declared");
+        ioTokens.Expect(';', "';' after the type");
+        return;
+    }
+    ioTokens.Expect('{', hasIDs ? "'{'" : "'{' or 'as'");
+    Fields fields = TypeReader(ioTokens, inNames).ReadFields();
+    ioTokens.Expect('}', "a field or '}'");
     ioTokens.Expect(';', "';' after the type");
+    if (hasIDs)
+        ioTypes->Declare(type, first, last, std::move(fields));
+    else
+        ioTypes->Declare(type, std::move(fields));
 }
 
 } // namespace lampblack::rsrc

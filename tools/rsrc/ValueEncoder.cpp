@@ -1,7 +1,5 @@
 #include "ValueEncoder.h"
 
-#include "Expression.h"
-
 #include <foundation/MacRoman.h>
 
 #include <algorithm>
@@ -19,20 +17,6 @@ std::string TypeText(OSType inType)
 {
     const char code[] = { (char)(inType >> 24), (char)(inType >> 16), (char)(inType >> 8), (char)inType };
     return "'" + foundation::Utf8FromMacRoman({ code, 4 }) + "'";
-}
-
-bool CountsElements(const Field& inField)
-{
-    return std::any_of(inField.fixed.begin(), inField.fixed.end(),
-                       [](const Token& token) { return token.kind == Token::Kind::Function; });
-}
-
-const Constant* FindConstant(const Field& inField, std::string_view inName)
-{
-    for (const Constant& constant : inField.constants)
-        if (SameWord(constant.name, inName))
-            return &constant;
-    return nullptr;
 }
 
 const char* NounOf(const Field& inField)
@@ -60,32 +44,26 @@ std::string NamesOf(const Field& inField)
     return names + (count > kMostNames ? ", ..." : "");
 }
 
-uint64_t SwapBytes(uint64_t inValue, int inBits)
-{
-    uint64_t swapped = 0;
-    for (int shift = 0; shift < inBits; shift += 8)
-        swapped = swapped << 8 | (inValue >> shift & 0xFF);
-    return swapped;
-}
-
 } // namespace
 
-std::vector<uint8_t> ValueEncoder::Encode(const std::vector<Field>& inFields)
+std::vector<uint8_t> ValueEncoder::Encode(const Fields& inFields)
 {
-    fFrames.emplace_back();
-    Fields(inFields);
-    Finish(fFrames.back());
-    fFrames.pop_back();
+    fLayout = std::make_unique<Layout>(inFields, fContext.facts);
+    Every(inFields);
+    Finish();
     if (!AtClosing())
-        fTokens.Fail(fNeedSeparator ? "'}', since " + TypeText(fType) + " has no more values" : "'}'");
+        fTokens.Fail(fNeedSeparator ? "'}', since " + TypeText(fContext.facts.type) + " has no more values"
+                                    : "'}'");
     while (!fTokens.Peek().Is('}'))
         fTokens.Next(); // a separator behind the last value
     return std::move(fWriter.Data());
 }
 
-void ValueEncoder::Fields(const std::vector<Field>& inFields)
+void ValueEncoder::Every(const Fields& inFields)
 {
     for (const Field& field : inFields) {
+        if (!field.label.empty())
+            fLayout->Mark(field.label, fWriter.Bits());
         One(field);
         CheckSize(fTokens.Peek().place);
     }
@@ -94,14 +72,12 @@ void ValueEncoder::Fields(const std::vector<Field>& inFields)
 void ValueEncoder::One(const Field& inField)
 {
     switch (inField.kind) {
-    case Kind::Fill:
-        if (fWriter.Bits() + (uint64_t)inField.bits * (uint64_t)inField.count > kMostBits)
-            throw RezError(inField.place, "the resource is larger than 16 MB");
-        return fWriter.Zeros((uint64_t)inField.bits * (uint64_t)inField.count);
+    case Kind::Fill: return Fill(inField);
     case Kind::Align: return Align(inField);
     case Kind::Optional: return Optional(inField);
     case Kind::Array: return Array(inField);
     case Kind::Switch: return Switch(inField);
+    case Kind::Label: return;
     default: break;
     }
     if (!inField.fixed.empty())
@@ -111,16 +87,32 @@ void ValueEncoder::One(const Field& inField)
     fNeedSeparator = true;
 }
 
+void ValueEncoder::Fill(const Field& inField)
+{
+    if (fWriter.Bits() + (uint64_t)inField.bits * (uint64_t)inField.count > kMostBits)
+        throw RezError(inField.place, "the resource is larger than 16 MB");
+    fWriter.Zeros((uint64_t)inField.bits * (uint64_t)inField.count);
+}
+
 void ValueEncoder::Align(const Field& inField)
 {
     const uint64_t unit = (uint64_t)inField.bits;
     fWriter.Zeros((unit - fWriter.Bits() % unit) % unit);
 }
 
+bool ValueEncoder::DependsOnLayout(const Field& inField) const
+{
+    return std::any_of(inField.fixed.begin(), inField.fixed.end(), [&](const Token& token) {
+        const bool isName = token.kind == Token::Kind::Identifier && !FindConstant(inField, token.text) &&
+                            !(fContext.names && fContext.names->contains(token.text));
+        return isName || token.kind == Token::Kind::Function;
+    });
+}
+
 void ValueEncoder::FixedValue(const Field& inField)
 {
-    if (CountsElements(inField)) {
-        fFrames.back().pending.push_back({ fWriter.Bits(), &inField });
+    if (inField.kind == Kind::Number && DependsOnLayout(inField)) {
+        fPending.push_back({ fWriter.Bits(), &inField, fLayout->Here() });
         return fWriter.Zeros((uint64_t)inField.bits);
     }
     TokenCursor tokens(inField.fixed, inField.place);
@@ -145,29 +137,44 @@ void ValueEncoder::Value(const Field& inField, TokenCursor& ioTokens)
 void ValueEncoder::Number(const Field& inField, TokenCursor& ioTokens)
 {
     const Place place = ioTokens.Peek().place;
-    uint64_t value = Checked(inField, Evaluate(inField, ioTokens, nullptr), place);
-    if (inField.native && inField.bits > 8)
-        value = SwapBytes(value, inField.bits);
-    fWriter.Append(value, inField.bits);
+    const uint64_t value = Checked(inField, Evaluate(inField, ioTokens, nullptr), place);
+    fWriter.Append(InOrder(inField, value), inField.bits);
 }
 
-int64_t ValueEncoder::Evaluate(const Field& inField, TokenCursor& ioTokens, const Frame* inFrame)
+uint64_t ValueEncoder::InOrder(const Field& inField, uint64_t inValue) const
+{
+    const bool isLittle = inField.native && !fContext.nativeIsBig && inField.bits % 8 == 0;
+    return isLittle ? SwapBytes(inValue, inField.bits) : inValue;
+}
+
+// With a path, labels and $$Functions have values: those of that place.
+int64_t ValueEncoder::Evaluate(const Field& inField, TokenCursor& ioTokens, const ArrayPath* inPath)
 {
     const NameResolver resolve = [&](const Token& inName,
                                      TokenCursor& ioArguments) -> std::optional<int64_t> {
-        if (inName.kind == Token::Kind::Function && SameWord(inName.text, "CountOf") && inFrame) {
-            ioArguments.Expect('(', "'(' and the name of an array");
-            const auto array = inFrame->counts.find(ioArguments.Next().text);
-            ioArguments.Expect(')', "')'");
-            return array == inFrame->counts.end() ? std::nullopt : std::optional(array->second);
-        }
+        if (inName.kind == Token::Kind::Function)
+            return inPath ? fLayout->Resolve(inName, ioArguments, *inPath, fWriter.Data()) : std::nullopt;
         if (const Constant* constant = FindConstant(inField, inName.text))
             return constant->value;
         if (inName.IsWord("true") || inName.IsWord("false"))
             return inName.IsWord("true");
-        return std::nullopt;
+        if (fContext.names && fContext.names->contains(inName.text))
+            return fContext.names->at(inName.text);
+        return inPath ? fLayout->Resolve(inName, ioArguments, *inPath, fWriter.Data()) : std::nullopt;
     };
     return ReadExpression(ioTokens, resolve, Describe(inField));
+}
+
+// Of the bytes of a string or the elements of an array, when the type fixes it.
+std::optional<int64_t> ValueEncoder::CountOf(const Field& inField)
+{
+    if (inField.countTokens.empty())
+        return inField.count > 0 ? std::optional(inField.count) : std::nullopt;
+    TokenCursor tokens(inField.countTokens, inField.place);
+    const int64_t count = Evaluate(inField, tokens, &fLayout->Here());
+    if (count < 0 || (uint64_t)count > kMostBits / 8)
+        throw RezError(inField.place, "the size of this field is " + std::to_string(count));
+    return count;
 }
 
 uint64_t ValueEncoder::Checked(const Field& inField, int64_t inValue, Place inPlace) const
@@ -198,35 +205,53 @@ void ValueEncoder::Character(const Field& inField, TokenCursor& ioTokens)
     fWriter.Append(text.empty() ? 0 : (uint8_t)text[0], 8);
 }
 
+std::string ValueEncoder::ReadText(const Field& inField, TokenCursor& ioTokens)
+{
+    std::string text;
+    bool isEmpty = true;
+    for (;; isEmpty = false) {
+        const Token& token = ioTokens.Peek();
+        const Constant* constant = FindConstant(inField, token.text);
+        if (constant && token.IsWord(constant->name)) {
+            text += constant->text;
+            ioTokens.Next();
+        } else if (token.kind == Token::Kind::String) {
+            text += ioTokens.Next().text;
+        } else if (token.kind == Token::Kind::Function && fContext.text) {
+            const Token name = ioTokens.Next();
+            const std::optional<std::string> value = fContext.text(name, ioTokens);
+            if (!value)
+                throw RezError(name.place,
+                               "expected " + Describe(inField) + ", found " + DescribeToken(name));
+            text += *value;
+        } else {
+            break;
+        }
+    }
+    if (isEmpty)
+        ioTokens.Fail(Describe(inField));
+    return text;
+}
+
 void ValueEncoder::String(const Field& inField, TokenCursor& ioTokens)
 {
     NeedByte(inField);
     const Place place = ioTokens.Peek().place;
-    std::string text;
-    const Constant* constant = FindConstant(inField, ioTokens.Peek().text);
-    if (constant && ioTokens.Peek().IsWord(constant->name)) {
-        ioTokens.Next();
-        text = constant->text;
-    } else if (ioTokens.Peek().kind != Token::Kind::String) {
-        ioTokens.Fail(Describe(inField));
-    }
-    while (ioTokens.Peek().kind == Token::Kind::String)
-        text += ioTokens.Next().text;
-
-    size_t most = inField.form == Form::Pascal ? 255 : SIZE_MAX;
-    const size_t extra = inField.form == Form::Plain ? 0 : 1;
-    if (inField.count > 0)
-        most = std::min(most, (size_t)inField.count - (inField.form == Form::C));
+    const std::string text = ReadText(inField, ioTokens);
+    const std::optional<int64_t> size = CountOf(inField);
+    size_t most = inField.form == Form::Pascal ? 255 : inField.form == Form::Word ? 0xFFFF : SIZE_MAX;
+    if (size)
+        most = std::min(most, (size_t)*size - (inField.form == Form::C && *size > 0));
     if (text.size() > most)
         throw RezError(place, "this string has " + std::to_string(text.size()) + " bytes; " +
                                   std::to_string(most) + " fit");
-    if (inField.form == Form::Pascal)
-        fWriter.Append(text.size(), 8);
+    if (inField.form == Form::Pascal || inField.form == Form::Word)
+        fWriter.Append(text.size(), inField.form == Form::Pascal ? 8 : 16);
     fWriter.AppendBytes(text);
-    if (inField.count > 0)
-        fWriter.Zeros(8 * ((size_t)inField.count - text.size()));
+    if (size)
+        fWriter.Zeros(8 * ((size_t)*size - text.size()));
     else if (inField.form == Form::C)
-        fWriter.Zeros(8 * extra);
+        fWriter.Zeros(8);
 }
 
 void ValueEncoder::Numbers(const Field& inField, int inCount, TokenCursor& ioTokens)
@@ -234,6 +259,7 @@ void ValueEncoder::Numbers(const Field& inField, int inCount, TokenCursor& ioTok
     Field part;
     part.bits = 16;
     part.label = inField.label;
+    part.native = inField.native;
     OpenBrace(ioTokens, Describe(inField));
     for (int i = 0; i < inCount; ++i) {
         if (i > 0)
@@ -249,27 +275,28 @@ void ValueEncoder::Array(const Field& inField)
 {
     BeginValue(inField);
     const Place place = fTokens.Peek().place;
-    int64_t count = 0;
+    const std::optional<int64_t> expected = CountOf(inField);
     OpenBrace(fTokens, Describe(inField));
-    Elements(inField, &count);
+    fLayout->BeginArray(inField);
+    const int64_t count = Elements(inField);
+    fLayout->EndArray();
     CloseBrace(fTokens);
-    fFrames.back().counts[inField.label] = count;
-    if (inField.count > 0 && inField.count != count)
-        throw RezError(place, "expected " + std::to_string(inField.count) + " elements, found " +
-                                  std::to_string(count));
+    fLayout->SetCount(inField, count);
+    if (expected && *expected != count)
+        throw RezError(place,
+                       "expected " + std::to_string(*expected) + " elements, found " + std::to_string(count));
 }
 
-void ValueEncoder::Elements(const Field& inField, int64_t* outCount)
+int64_t ValueEncoder::Elements(const Field& inField)
 {
-    while (!AtClosing()) {
+    int64_t count = 0;
+    for (; !AtClosing(); ++count) {
         if (fTokens.AtEnd())
             fTokens.Fail("'}' at the end of the array");
-        fFrames.emplace_back();
-        Fields(inField.fields);
-        Finish(fFrames.back());
-        fFrames.pop_back();
-        ++*outCount;
+        fLayout->NextElement();
+        Every(inField.fields);
     }
+    return count;
 }
 
 void ValueEncoder::Switch(const Field& inField)
@@ -281,7 +308,7 @@ void ValueEncoder::Switch(const Field& inField)
             continue;
         fTokens.Next();
         OpenBrace(fTokens, "'{' after " + one.name);
-        Fields(one.fields);
+        Every(one.fields);
         if (!AtClosing())
             fTokens.Fail("'}', since " + one.name + " has no more values");
         CloseBrace(fTokens);
@@ -293,16 +320,16 @@ void ValueEncoder::Switch(const Field& inField)
 void ValueEncoder::Optional(const Field& inField)
 {
     if (!AtClosing())
-        Fields(inField.fields);
+        Every(inField.fields);
 }
 
-void ValueEncoder::Finish(const Frame& inFrame)
+void ValueEncoder::Finish()
 {
-    for (const Pending& pending : inFrame.pending) {
+    for (const Pending& pending : fPending) {
         TokenCursor tokens(pending.field->fixed, pending.field->place);
-        const int64_t value = Evaluate(*pending.field, tokens, &inFrame);
-        fWriter.Overwrite(pending.at, Checked(*pending.field, value, pending.field->place),
-                          pending.field->bits);
+        const int64_t value = Evaluate(*pending.field, tokens, &pending.path);
+        const uint64_t checked = Checked(*pending.field, value, pending.field->place);
+        fWriter.Overwrite(pending.at, InOrder(*pending.field, checked), pending.field->bits);
     }
 }
 
@@ -310,7 +337,7 @@ void ValueEncoder::BeginValue(const Field& inField)
 {
     if (AtClosing())
         throw RezError(fTokens.Peek().place, "expected " + Describe(inField) + " before the end of " +
-                                                 TypeText(fType) + ", found '}'");
+                                                 TypeText(fContext.facts.type) + ", found '}'");
     if (fNeedSeparator && !fTokens.Accept(',') && !fTokens.Accept(';'))
         fTokens.Fail("',' before " + Describe(inField));
     fNeedSeparator = false;
@@ -355,8 +382,9 @@ std::string ValueEncoder::Describe(const Field& inField) const
 {
     std::string text = NounOf(inField);
     const std::string names = NamesOf(inField);
-    if (!inField.label.empty())
-        text += " for " + inField.label;
+    const std::string& name = inField.name.empty() ? inField.label : inField.name;
+    if (!name.empty())
+        text += " for " + name;
     return names.empty() ? text : text + " (" + names + ")";
 }
 
