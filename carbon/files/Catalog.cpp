@@ -269,6 +269,15 @@ bool FollowLinks(const Item& inItem, Item* outItem)
     return inItem.isLink ? ItemAtPath(PathOf(inItem), outItem) : inItem.exists;
 }
 
+bool FollowOneLink(const Item& inItem, Item* outItem)
+{
+    std::error_code error;
+    const path link = PathOf(inItem);
+    const path target = std::filesystem::read_symlink(link, error);
+    return !error &&
+           ItemAtPathItself(link.parent_path() / target, outItem); // an absolute target stands alone
+}
+
 path PathOf(Folder inFolder)
 {
     std::vector<const std::string*> names;

@@ -89,6 +89,9 @@ SInt32 NextNodeID();
 // none. False when there is no such item, or a link leads in a circle.
 bool FollowLinks(const Item&, Item* outItem);
 
+// One step of that: what the link itself names, which may be a link again.
+bool FollowOneLink(const Item&, Item* outItem);
+
 // A place on the host. Of a folder that is gone, or an ID that was never given, a path where nothing can be.
 std::filesystem::path PathOf(const Item&);
 std::filesystem::path PathOf(Folder);
