@@ -154,9 +154,18 @@ void DrawMark(const MenuItem& inItem, short inLeft, short inBaseline)
     DrawChar((CharParameter)inItem.mark);
 }
 
-void UseItemFont(const MenuItem& inItem)
+void UseMenuFont(const MenuRecord& inMenu)
 {
     UseThemeFont(kThemeMenuItemFont, kSystemScript);
+    if (inMenu.font)
+        TextFont(inMenu.font);
+    if (inMenu.fontSize)
+        TextSize((short)inMenu.fontSize);
+}
+
+void UseItemFont(const MenuRecord& inMenu, const MenuItem& inItem)
+{
+    UseMenuFont(inMenu);
     TextFace(inItem.style);
 }
 
@@ -166,7 +175,7 @@ void DrawContent(const Rect* inBounds, SInt16, Boolean, SRefCon inRow)
     const MenuItem& item = *ItemOf(row);
     FontInfo font;
     Str255 text;
-    UseItemFont(item);
+    UseItemFont(*Find(row.menu), item);
     GetFontInfo(&font);
     const int slack = inBounds->bottom - inBounds->top - font.ascent - font.descent;
     const auto baseline = (short)(inBounds->top + slack / 2 + font.ascent);
@@ -186,11 +195,11 @@ struct Sizes {
     short item, separator, extra, extraSubmenu;
 };
 
-Sizes ItemSizes()
+Sizes ItemSizes(const MenuRecord& inMenu)
 {
     FontInfo font;
     SInt16 height = 0, separator = 0, plain = 0, submenu = 0;
-    UseThemeFont(kThemeMenuItemFont, kSystemScript);
+    UseMenuFont(inMenu);
     GetFontInfo(&font);
     GetThemeMenuItemExtra(kThemeMenuItemPlain, &height, &plain);
     GetThemeMenuItemExtra(kThemeMenuItemHierarchical, &height, &submenu);
@@ -202,7 +211,7 @@ short ItemWidth(const MenuRecord& inMenu, const MenuItem& inItem, const Sizes& i
 {
     Str255 text;
     CopyPascal(inItem.text, text);
-    UseItemFont(inItem);
+    UseItemFont(inMenu, inItem);
     const int indent = (int)std::min<UInt32>(inItem.indent, 100) * Metric(kThemeMetricMenuIndentWidth);
     int width =
         MarkColumn(inMenu) + StringWidth(text) + indent + Metric(kThemeMetricMenuTextTrailingEdgeMargin);
@@ -266,14 +275,15 @@ Layout LayOut(const std::vector<MenuRef>& inMenus)
 {
     constexpr short kEdge = 4; // above the first row and below the last
     const windows::StWindowPort port(MeasuringPort());
-    const Sizes sizes = ItemSizes();
     Layout layout;
     layout.width = 60;
     RowStack rows(layout);
     rows.Start(kEdge);
     for (MenuRef menu : inMenus) {
-        if (!Find(menu))
+        const MenuRecord* record = Find(menu);
+        if (!record)
             continue;
+        const Sizes sizes = ItemSizes(*record);
         if (!layout.rows.empty() && CountMenuItems(menu))
             rows.Add(menu, 0, sizes.separator, 0);
         AddMenu(rows, menu, sizes);

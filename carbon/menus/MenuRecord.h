@@ -38,6 +38,8 @@ struct MenuRecord {
     std::string title;
     MenuAttributes attributes = 0;
     bool enabled = true;
+    SInt16 font = 0;     // 0: the theme's
+    UInt16 fontSize = 0; // 0: the theme's
     std::vector<MenuItem> items;
     ItemCount owners = 1;
     EventTargetRef target = nullptr;

@@ -164,6 +164,8 @@ OSStatus DuplicateMenu(MenuRef inMenu, MenuRef* outMenu)
     copy->title = menu->title;
     copy->attributes = menu->attributes;
     copy->enabled = menu->enabled;
+    copy->font = menu->font;
+    copy->fontSize = menu->fontSize;
     copy->items = menu->items;
     for (MenuItem& item : copy->items)
         if (item.submenu)
@@ -230,6 +232,29 @@ OSStatus ChangeMenuAttributes(MenuRef inMenu, MenuAttributes inSet, MenuAttribut
     menu->attributes = (menu->attributes | inSet) & ~inClear;
     MenuChanged(*menu);
     TitleChanged(*menu);
+    return noErr;
+}
+
+OSStatus GetMenuFont(MenuRef inMenu, SInt16* outFontID, UInt16* outFontSize)
+{
+    const MenuRecord* menu = Find(inMenu);
+    if (!menu)
+        return menuInvalidErr;
+    if (outFontID)
+        *outFontID = menu->font;
+    if (outFontSize)
+        *outFontSize = menu->fontSize;
+    return noErr;
+}
+
+OSStatus SetMenuFont(MenuRef inMenu, SInt16 inFontID, UInt16 inFontSize)
+{
+    MenuRecord* menu = Find(inMenu);
+    if (!menu)
+        return menuInvalidErr;
+    menu->font = inFontID;
+    menu->fontSize = inFontSize;
+    MenuChanged(*menu);
     return noErr;
 }
 

@@ -140,6 +140,30 @@ TEST_CASE("AppendMenuItemText: metacharacters are text")
     DisposeMenu(menu);
 }
 
+TEST_CASE("SetMenuFont: a larger font makes a larger menu, and is answered; the theme's is 0")
+{
+    MenuRef menu = nullptr;
+    CreateNewMenu(300, 0, &menu);
+    AppendMenuItemText(menu, P("Some text"));
+    SInt16 font = 1;
+    UInt16 size = 1;
+    CHECK(GetMenuFont(menu, &font, &size) == noErr);
+    CHECK(font == 0);
+    CHECK(size == 0);
+    CalcMenuSize(menu);
+    const SInt16 width = GetMenuWidth(menu), height = GetMenuHeight(menu);
+    CHECK(SetMenuFont(menu, 0, 36) == noErr);
+    CHECK(IsMenuSizeInvalid(menu));
+    CalcMenuSize(menu);
+    CHECK(GetMenuWidth(menu) > width);
+    CHECK(GetMenuHeight(menu) > height);
+    CHECK(GetMenuFont(menu, nullptr, &size) == noErr);
+    CHECK(size == 36);
+    DisposeMenu(menu);
+    CHECK(GetMenuFont(menu, &font, &size) == menuInvalidErr);
+    CHECK(SetMenuFont(nullptr, 0, 9) == menuInvalidErr);
+}
+
 TEST_CASE("DeleteMenuItem, CopyMenuItems: items go and come in order")
 {
     const MenuRef menu = FileMenu(), copy = NewMenu(201, P("Copy"));

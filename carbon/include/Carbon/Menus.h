@@ -92,6 +92,10 @@ StringPtr GetMenuTitle(MenuRef inMenu, Str255 outTitle); // NULL for no menu
 OSStatus SetMenuTitle(MenuRef inMenu, ConstStr255Param inTitle);
 OSStatus GetMenuAttributes(MenuRef inMenu, MenuAttributes* outAttributes);
 OSStatus ChangeMenuAttributes(MenuRef inMenu, MenuAttributes inSet, MenuAttributes inClear);
+// The font of a menu's items by its number, and the size in points; 0 is what the theme says. Either result
+// may be NULL.
+OSStatus GetMenuFont(MenuRef inMenu, SInt16* outFontID, UInt16* outFontSize);
+OSStatus SetMenuFont(MenuRef inMenu, SInt16 inFontID, UInt16 inFontSize);
 void CalcMenuSize(MenuRef inMenu);
 SInt16 GetMenuWidth(MenuRef inMenu);
 SInt16 GetMenuHeight(MenuRef inMenu);
