@@ -2,6 +2,7 @@
 // Macintosh, Macintosh Toolbox Essentials and More Macintosh Toolbox.
 #include "BuiltinTypes.h"
 
+#include "BuiltinText.h"
 #include "Lexer.h"
 #include "TypeParser.h"
 
@@ -32,6 +33,12 @@ constexpr struct {
             staggerMainScreen = 0x380A, centerParentWindow = 0xA80A, alertPositionParentWindow = 0xB00A,
             staggerParentWindow = 0xB80A, centerParentWindowScreen = 0x680A,
             alertPositionParentWindowScreen = 0x700A, staggerParentWindowScreen = 0x780A)" },
+    { "@rgb@", "unsigned integer; unsigned integer; unsigned integer" },
+    { "@styles16@",
+      "unsigned integer plain = 0, bold = 1, italic = 2, underline = 4, outline = 8, shadow = 16, "
+      "condense = 32, extend = 64" },
+    { "@styles@", "unsigned byte plain = 0, bold = 1, italic = 2, underline = 4, outline = 8, shadow = 16, "
+                  "condense = 32, extend = 64" },
 };
 
 constexpr char kWindows[] = R"(
@@ -278,7 +285,8 @@ std::string Shared(std::string inText)
 const SourceText& BuiltinTypeText()
 {
     static const SourceText text{ "built-in types",
-                                  Shared(std::string(kWindows) + kControls + kMenusAndText) };
+                                  Shared(std::string(kWindows) + kControls + kMenusAndText + kFinderTypes +
+                                         kPictureTypes + kColorTypes + kListTypes) };
     return text;
 }
 

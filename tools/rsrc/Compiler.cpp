@@ -127,8 +127,28 @@ void Compiler::Typed(TokenCursor& ioTokens)
                                     fNativeIsBig };
     resource.data = ValueEncoder(ioTokens, context).Encode(*fields);
     ioTokens.Expect('}', "'}'");
+    if (ioTokens.AcceptWord("patch"))
+        Patch(ioTokens, &resource.data);
     ioTokens.Expect(';', "';' after the resource");
     Add(std::move(resource));
+}
+
+// patch { 12, $"FF"; ... }: bytes that the type fills with zeros and a file does not.
+void Compiler::Patch(TokenCursor& ioTokens, std::vector<uint8_t>* ioData)
+{
+    ioTokens.Expect('{', "'{' before the bytes");
+    while (!ioTokens.Peek().Is('}')) {
+        const Place place = ioTokens.Peek().place;
+        const int64_t at = ReadExpression(ioTokens, fNumbers, "the place of bytes, or '}'");
+        ioTokens.Expect(',', "',' and the bytes");
+        const std::string bytes = fTexts.ReadText(ioTokens, "bytes such as $\"0A0B\"");
+        if (at < 0 || (uint64_t)at > ioData->size() || bytes.size() > ioData->size() - (size_t)at)
+            throw RezError(place, "the resource has " + std::to_string(ioData->size()) + " bytes");
+        std::copy(bytes.begin(), bytes.end(), ioData->begin() + at);
+        if (!ioTokens.Accept(';') && !ioTokens.Peek().Is('}'))
+            ioTokens.Fail("';' or '}'");
+    }
+    ioTokens.Expect('}', "'}'");
 }
 
 Resource Compiler::Header(TokenCursor& ioTokens)

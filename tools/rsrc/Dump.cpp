@@ -72,8 +72,43 @@ std::vector<uint8_t> Encode(const std::string& inValues, const Fields& inFields,
     return ValueEncoder(cursor, context).Encode(inFields);
 }
 
-// The lines between the braces; throws DecodeError unless they make the very same bytes.
-std::string ValuesText(const Resource& inResource, const Fields& inFields, const DumpOptions& inOptions)
+// The bytes in which a resource differs from what its text makes, as a patch; those that lie close together
+// as one.
+std::string PatchText(const std::vector<uint8_t>& inWanted, const std::vector<uint8_t>& inMade)
+{
+    constexpr size_t kClose = 4;
+    std::string text = " patch {\n";
+    for (size_t at = 0; at < inWanted.size();) {
+        if (inWanted[at] == inMade[at]) {
+            ++at;
+            continue;
+        }
+        size_t end = at + 1;
+        for (size_t i = end; i < inWanted.size() && i < end + kClose; ++i)
+            end = inWanted[i] == inMade[i] ? end : i + 1;
+        std::string bytes;
+        for (const std::string& line : HexLines(Bytes(inWanted).subspan(at, end - at), kBytesPerLine))
+            bytes += (bytes.empty() ? "" : " ") + line;
+        text += "    " + std::to_string(at) + ", " + bytes + ";\n";
+        at = end;
+    }
+    return text + "}";
+}
+
+// What a few bytes in places that the type fills up are worth: a patch to text that can be read.
+bool IsWorthPatching(const std::vector<uint8_t>& inWanted, const std::vector<uint8_t>& inMade)
+{
+    if (inWanted.size() != inMade.size())
+        return false;
+    size_t different = 0;
+    for (size_t i = 0; i < inWanted.size(); ++i)
+        different += inWanted[i] != inMade[i];
+    return different <= 4 + inWanted.size() / 4;
+}
+
+// What stands behind the header, from the first line between the braces to the last brace; throws DecodeError
+// unless it makes the very same bytes.
+std::string BodyText(const Resource& inResource, const Fields& inFields, const DumpOptions& inOptions)
 {
     ValueDecoder decoder(inResource.data, FactsOf(inResource), inOptions.names, inOptions.nativeIsBig);
     const std::string text = StatementText(decoder.Decode(inFields));
@@ -83,8 +118,11 @@ std::string ValuesText(const Resource& inResource, const Fields& inFields, const
     } catch (const RezError& error) {
         throw DecodeError(std::string("its text would not compile: ") + error.what());
     }
+    const std::string body = (text.empty() ? " " : "\n") + text + "}";
     if (again == inResource.data)
-        return text;
+        return body;
+    if (IsWorthPatching(inResource.data, again))
+        return body + PatchText(inResource.data, again);
     const auto [there, here] =
         std::mismatch(inResource.data.begin(), inResource.data.end(), again.begin(), again.end());
     throw DecodeError("the type leaves out what byte " + std::to_string(there - inResource.data.begin()) +
@@ -99,9 +137,8 @@ std::string DumpResource(const Resource& inResource, const DumpOptions& inOption
     if (!fields)
         return DataText(inResource, inRepeats);
     try {
-        const std::string values = ValuesText(inResource, *fields, inOptions);
-        return HeaderText("resource", inResource, inRepeats) + (values.empty() ? " " : "\n") + values +
-               "};\n";
+        const std::string body = BodyText(inResource, *fields, inOptions);
+        return HeaderText("resource", inResource, inRepeats) + body + ";\n";
     } catch (const DecodeError& error) {
         return std::string("// As bytes: ") + error.what() + ".\n" + DataText(inResource, inRepeats);
     }
