@@ -29,6 +29,13 @@ std::map<SInt16, OpenFile>& OpenFiles()
     return State().files;
 }
 
+void TellForks()
+{
+    for (auto& [refNum, file] : OpenFiles())
+        if (file.fork)
+            file.fork->DidMove(PathOf(file.item));
+}
+
 bool IsOf(const OpenFile& inFile, const Item& inItem)
 {
     return inFile.item.parent == inItem.parent && inFile.item.hostName == inItem.hostName;
@@ -110,6 +117,18 @@ void OpenFilesMoved(const Item& inFrom, const Item& inTo)
     for (auto& [refNum, file] : OpenFiles())
         if (IsOf(file, inFrom))
             file.item = inTo;
+    TellForks();
+}
+
+void OpenFilesExchanged(const Item& inOne, const Item& inOther)
+{
+    for (auto& [refNum, file] : OpenFiles()) {
+        if (IsOf(file, inOne))
+            file.item = inOther;
+        else if (IsOf(file, inOther))
+            file.item = inOne;
+    }
+    TellForks();
 }
 
 } // namespace lampblack::files

@@ -46,8 +46,10 @@ const OpenFile* WriterOf(const Item&, bool inResourceFork);
 
 void ForEachOpenFile(const std::function<void(OpenFile&)>&);
 
-// An item has another name or folder: its open files follow.
+// An item has another name or folder, or two have each other's: open files follow, also those within a
+// folder.
 void OpenFilesMoved(const Item& inFrom, const Item& inTo);
+void OpenFilesExchanged(const Item&, const Item&);
 
 // OpenItem, CloseFile
 //

@@ -43,6 +43,7 @@ public:
 
     // Whether the host file must keep its name for the time being.
     virtual bool NeedsItsName() const = 0;
+    virtual void DidMove(const std::filesystem::path& inNow) = 0;
 };
 
 // Errors: fnfErr, permErr, tmfoErr and the like.

@@ -4,15 +4,13 @@
 #define LAMPBLACK_FILES_SIDECAR_H
 
 #include <Carbon/Files.h>
+#include <foundation/BigEndian.h>
 
 #include <array>
 #include <ctime>
 #include <filesystem>
 
 namespace lampblack::files {
-
-// The creation date that was set for a file or folder, to the second. False when none was: the host's counts.
-bool GetCreationDate(const std::filesystem::path&, timespec* outTime);
 
 // SetCreationDate
 //
@@ -23,10 +21,13 @@ bool GetCreationDate(const std::filesystem::path&, timespec* outTime);
 //             ForkHome::Open and Replace.
 OSErr SetCreationDate(const std::filesystem::path&, const timespec&);
 
-// A folder's 32 bytes of Finder information, big-endian: DInfo, then DXInfo. False when none is kept.
+// A folder's 32 bytes of Finder information, big-endian: DInfo, then DXInfo.
 using FolderInfo = std::array<uint8_t, 32>;
-bool GetFolderInfo(const std::filesystem::path& inFolder, FolderInfo* outInfo);
 OSErr SetFolderInfo(const std::filesystem::path& inFolder, const FolderInfo&);
+
+// Writes the resource fork into a file's sidecar and leaves all else in it; a new sidecar gets the
+// information.
+OSErr SetSidecarFork(const std::filesystem::path& inFile, foundation::Bytes inFork, const FolderInfo& inInfo);
 
 } // namespace lampblack::files
 

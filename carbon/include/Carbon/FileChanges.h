@@ -22,6 +22,8 @@ struct CMovePBRec {
 typedef struct CMovePBRec CMovePBRec;
 typedef CMovePBRec* CMovePBPtr;
 
+typedef union CInfoPBRec* CInfoPBPtr; // FileCatalog.h
+
 #pragma pack(pop)
 
 LAMPBLACK_BEGIN_C
@@ -76,6 +78,7 @@ OSErr HGetFInfo(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName,
 OSErr FSpSetFInfo(const FSSpec* spec, const FInfo* fndrInfo);
 OSErr HSetFInfo(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName, const FInfo* fndrInfo);
 OSErr PBHSetFInfoSync(HParmBlkPtr paramBlock);
+OSErr PBSetCatInfoSync(CInfoPBPtr paramBlock); // a folder's, too; without a name the folder ioDrDirID itself
 OSErr FSpSetFLock(const FSSpec* spec);
 OSErr FSpRstFLock(const FSSpec* spec);
 OSErr HSetFLock(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName);

@@ -5,12 +5,13 @@
 #ifndef LAMPBLACK_CARBON_OPENFORKS_H
 #define LAMPBLACK_CARBON_OPENFORKS_H
 
-// Where a read, a write or SetFPos begins.
-enum { fsAtMark = 0, fsFromStart = 1, fsFromLEOF = 2, fsFromMark = 3 };
-
-// What may be added to that in a parameter block. In newline mode the high byte is the character that ends
-// the read. The wishes about caches are taken and change nothing.
+// Where a read, a write or SetFPos begins, and what may be added to that in a parameter block. In newline mode
+// the high byte is the character that ends the read. The wishes about caches are taken and change nothing.
 enum {
+    fsAtMark = 0,
+    fsFromStart = 1,
+    fsFromLEOF = 2,
+    fsFromMark = 3,
     pleaseCacheBit = 4,
     pleaseCacheMask = 0x0010,
     noCacheBit = 5,
@@ -34,10 +35,11 @@ LAMPBLACK_BEGIN_C
 // until FSClose, PBFlushFile, FSFlushFork or FlushVol, which put it in place whole and durably or report why
 // not and leave the old fork.
 //
-// Errors:     fnfErr  no such file, or a folder; opWrErr  another writer has it (when it is this process,
-// *refNum
-//             is the number of that path); permErr  the file is locked or may not be read or written;
-//             tmfoErr; dirNFErr, nsvErr, bdNamErr; paramErr  a permission that is none, null.
+// A symbolic link is followed, within its volume.
+//
+// Errors:     fnfErr  no such file, or a folder; permErr  the file is locked or may not be read or written;
+//             opWrErr  another writer has it: when it is one of this process, *refNum is its number;
+//             tmfoErr; wPrErr; dirNFErr, nsvErr, bdNamErr; paramErr  a permission that is none, null.
 OSErr FSpOpenDF(const FSSpec* spec, SInt8 permission, FSIORefNum* refNum);
 OSErr FSpOpenRF(const FSSpec* spec, SInt8 permission, FSIORefNum* refNum);
 OSErr HOpen(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName, SInt8 permission,
@@ -50,8 +52,8 @@ OSErr FSOpen(ConstStr255Param fileName, FSVolumeRefNum vRefNum, FSIORefNum* refN
 
 // FSClose
 //
-// The number is not in use afterwards, whatever is answered. Errors: rfNumErr; and, when what was written
-// into a resource fork could not be put in place, dskFulErr, ioErr, wPrErr, permErr.
+// The number is not in use afterwards, whatever is answered. Errors: rfNumErr, fnOpnErr; and, when what was
+// written into a resource fork could not be put in place, dskFulErr, ioErr, wPrErr, permErr.
 OSErr FSClose(FSIORefNum refNum);
 
 // FSRead, FSWrite
@@ -59,9 +61,9 @@ OSErr FSClose(FSIORefNum refNum);
 // From the mark on, which moves by what was done; *count becomes that number of bytes. Buffers are read into
 // and written from directly.
 //
-// Errors:     eofErr  the fork ended first; dskFulErr  and *count of the bytes were written; wrPermErr  not
-// open
-//             for writing; rfNumErr; paramErr  a negative count, null; fileBoundsErr  beyond 2 GB; ioErr.
+// Errors:     eofErr  the fork ended first; dskFulErr  and *count of the bytes were written;
+//             wrPermErr  not open for writing; paramErr  a negative count, null; fileBoundsErr  beyond 2 GB;
+//             rfNumErr, or fnOpnErr for a number that was in use once; ioErr.
 OSErr FSRead(FSIORefNum refNum, SInt32* count, void* buffPtr);
 OSErr FSWrite(FSIORefNum refNum, SInt32* count, const void* buffPtr);
 
@@ -70,10 +72,9 @@ OSErr FSWrite(FSIORefNum refNum, SInt32* count, const void* buffPtr);
 // A mark beyond a new end is moved to it. Bytes between an old and a new end are zero. Allocate makes sure of
 // room for *count more bytes without moving the end.
 //
-// Errors:     rfNumErr; fileBoundsErr  a number that does not fit into the result; paramErr  a negative size,
-// a
-//             mode that is none; dskFulErr, wrPermErr. SetFPos: posErr  before the start, the mark stays;
-//             eofErr  beyond the end, the mark is at the end.
+// Errors:     rfNumErr, fnOpnErr; fileBoundsErr  a number that does not fit into the result;
+//             paramErr  a negative size, null; dskFulErr, wrPermErr. SetFPos: posErr  before the start, the
+//             mark stays; eofErr  beyond the end, the mark is at the end.
 OSErr GetEOF(FSIORefNum refNum, SInt32* logEOF);
 OSErr SetEOF(FSIORefNum refNum, SInt32 logEOF);
 OSErr Allocate(FSIORefNum refNum, SInt32* count);
@@ -116,9 +117,8 @@ OSErr PBFlushVolAsync(ParmBlkPtr paramBlock);
 // FSCreateFork makes sure of one, FSDeleteFork empties it.
 //
 // Errors:     as above, and errFSBadForkName  neither fork has that name; notAFileErr  a folder;
-// errFSBadFSRef;
-//             errFSBadForkRef  for a number not in use; errFSBadPosMode; errFSForkExists  FSCreateFork of a
-//             fork that has bytes; fBsyErr  FSDeleteFork of an open one.
+//             errFSBadFSRef; errFSBadForkRef  for a number not in use; errFSBadPosMode; errFSForkExists
+//             FSCreateFork of a fork that has bytes; fBsyErr  FSDeleteFork of an open one.
 OSErr FSCreateFork(const FSRef* ref, UniCharCount forkNameLength, const UniChar* forkName);
 OSErr FSDeleteFork(const FSRef* ref, UniCharCount forkNameLength, const UniChar* forkName);
 OSErr FSOpenFork(const FSRef* ref, UniCharCount forkNameLength, const UniChar* forkName, SInt8 permissions,
