@@ -8,6 +8,7 @@ namespace lampblack::memory {
 namespace {
 
 void (*gDisposalHook)(Handle) = nullptr;
+bool (*gPurgeHook)(Handle) = nullptr;
 
 } // namespace
 
@@ -29,6 +30,11 @@ HandleBlock* FindHandle(Handle inHandle, OSErr* outError)
 void SetDisposalHook(void (*inHook)(Handle))
 {
     gDisposalHook = inHook;
+}
+
+void SetPurgeHook(bool (*inHook)(Handle))
+{
+    gPurgeHook = inHook;
 }
 
 void WatchHandle(Handle inHandle, bool inWatch)
@@ -95,6 +101,8 @@ Size PurgeAll()
     Handles().ForEach([&](HandleBlock* block) {
         const UInt8 bits = block->state & (kHandleLockedMask | kHandlePurgeableMask);
         if (bits != kHandlePurgeableMask)
+            return;
+        if (block->isWatched && gPurgeHook && !gPurgeHook((Handle)block))
             return;
         freed += block->size;
         Release(block);

@@ -35,6 +35,10 @@ HandleBlock* FindHandle(Handle, OSErr* outError = nullptr);
 void SetDisposalHook(void (*inHook)(Handle));
 void WatchHandle(Handle, bool inWatch);
 
+// Asked before a watched handle is purged for want of memory, or by PurgeMem: false keeps it. There is one
+// hook, and it may neither make nor dispose of handles.
+void SetPurgeHook(bool (*inHook)(Handle));
+
 } // namespace lampblack::memory
 
 #endif

@@ -27,13 +27,27 @@ Flipper FindFlipper(OSType inDomain, OSType inType)
 
 } // namespace
 
-OSStatus FlipLoaded(OSType inType, SInt16 inID, void* ioData, size_t inSize)
+namespace {
+
+OSStatus Flip(OSType inType, SInt16 inID, void* ioData, size_t inSize, bool inNative)
 {
     const Flipper flipper = FindFlipper(kCoreEndianResourceManagerDomain, inType);
     if (!flipper.proc)
         return noErr;
-    return flipper.proc(kCoreEndianResourceManagerDomain, inType, inID, ioData, inSize, false,
+    return flipper.proc(kCoreEndianResourceManagerDomain, inType, inID, ioData, inSize, inNative,
                         flipper.refcon);
+}
+
+} // namespace
+
+OSStatus FlipLoaded(OSType inType, SInt16 inID, void* ioData, size_t inSize)
+{
+    return Flip(inType, inID, ioData, inSize, false);
+}
+
+OSStatus FlipStored(OSType inType, SInt16 inID, void* ioData, size_t inSize)
+{
+    return Flip(inType, inID, ioData, inSize, true);
 }
 
 } // namespace lampblack::resources

@@ -11,6 +11,8 @@ CoreEndianFlipProc StandardFlipper(OSType inType);
 
 // Turns what was just read from a file into native order, by the installed flipper or else the platform's.
 OSStatus FlipLoaded(OSType inType, SInt16 inID, void* ioData, size_t inSize);
+// The other way: what is about to be written.
+OSStatus FlipStored(OSType inType, SInt16 inID, void* ioData, size_t inSize);
 
 } // namespace lampblack::resources
 

@@ -9,6 +9,9 @@ namespace lampblack::resources {
 
 OSErr SetResourceError(OSErr); // answers it
 
+// Asked before a handle of a resource is purged for want of memory.
+bool MayPurgeResource(Handle);
+
 } // namespace lampblack::resources
 
 #endif

@@ -2,6 +2,7 @@
 #include "ResourceFile.h"
 
 #include "Flippers.h"
+#include "ManagerState.h"
 
 #include <Host.h>
 #include <files/OpenFiles.h>
@@ -9,45 +10,155 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
+#include <unistd.h>
 
 namespace lampblack::resources {
 
-SInt16 ResourceChain::Open(const files::Item& inItem, bool inResourceFork, OSErr* outError)
+ForkCache& KnownForks()
+{
+    static auto& cache = *new ForkCache;
+    return cache;
+}
+
+SInt16 ResourceChain::Open(const files::Item& inItem, bool inResourceFork, int inPermission, OSErr* outError)
 {
     *outError = noErr;
-    if (const ResourceFile* open = FindItem(inItem, inResourceFork))
+    if (const ResourceFile* open = FindReusable(inItem, inResourceFork, inPermission))
         return open->refNum;
     auto file = std::make_unique<ResourceFile>();
-    *outError = ReadFork(inItem, inResourceFork, file.get());
+    file->item = inItem;
+    file->path = files::PathOf(inItem);
+    file->isResourceFork = inResourceFork;
+    *outError = OpenFork(inPermission, file.get());
     if (*outError != noErr)
         return 0;
+    file->map.Open(&file->image->Fork());
+    file->areas = file->image->Fork().Areas();
     files::OpenFile open;
     open.item = inItem;
     open.isResourceFork = inResourceFork;
-    open.logicalSize = (SInt64)(inResourceFork ? file->forks.resourceFork : file->forks.dataFork).size();
+    open.isWritable = file->home != nullptr;
+    open.logicalSize = (SInt64)file->image->Contents().size();
     file->refNum = files::AddOpenFile(open);
-    if (file->refNum == 0)
+    if (file->refNum == 0) {
         *outError = tmfoErr;
-    else
-        fFiles.insert(fFiles.begin(), std::move(file));
-    fCurrent = *outError == noErr ? 0 : fCurrent;
-    return *outError == noErr ? fFiles.front()->refNum : (SInt16)0;
+        return 0;
+    }
+    fFiles.insert(fFiles.begin(), std::move(file));
+    fCurrent = 0;
+    return fFiles.front()->refNum;
 }
 
-OSErr ResourceChain::ReadFork(const files::Item& inItem, bool inResourceFork, ResourceFile* ioFile)
+OSErr ResourceChain::OpenFork(int inPermission, ResourceFile* ioFile)
 {
-    ioFile->item = inItem;
-    ioFile->isResourceFork = inResourceFork;
-    ioFile->forks = files::LocateForks(files::PathOf(inItem));
-    if (!ioFile->forks.exists)
-        return ioFile->forks.openError == EACCES ? permErr : fnfErr;
-    const Bytes fork = inResourceFork ? ioFile->forks.resourceFork : ioFile->forks.dataFork;
-    if (fork.empty())
-        return eofErr;
-    return ioFile->fork.Open(fork) ? mapReadErr : noErr;
+    ioFile->mayWriteLater = inPermission == kWhenChanged;
+    if (inPermission == fsRdPerm || inPermission == kWhenChanged)
+        return OpenForReading(ioFile);
+    const OSErr error = OpenForWriting(ioFile);
+    const bool mayRead =
+        inPermission == fsCurPerm && (error == permErr || error == wPrErr || error == wrPermErr ||
+                                      error == opWrErr || error == mapReadErr);
+    return mayRead ? OpenForReading(ioFile) : error;
 }
 
-ResourceFile* ResourceChain::FindItem(const files::Item& inItem, bool inResourceFork) const
+namespace {
+
+OSErr ErrorOfForks(const files::LocatedForks& inForks)
+{
+    if (inForks.exists)
+        return noErr;
+    return inForks.openError == EISDIR ? (OSErr)fnfErr : files::ErrorOfHost(inForks.openError);
+}
+
+OSErr Parse(ForkImage& ioImage)
+{
+    if (ioImage.Contents().empty())
+        return eofErr;
+    return ioImage.Parse() ? mapReadErr : noErr;
+}
+
+} // namespace
+
+OSErr ResourceChain::OpenForReading(ResourceFile* ioFile)
+{
+    const KnownFork* known = KnownForks().Find(ioFile->path, ioFile->isResourceFork);
+    if (known && ForkCache::IsCurrent(known->located)) {
+        ioFile->located = known->located;
+        ioFile->image = known->image;
+        ioFile->isSettled = true;
+        return Parse(*ioFile->image);
+    }
+    const int64_t start = FileTimeNow();
+    const files::LocatedForks forks = files::LocateForks(ioFile->path, files::Wanted::ResourceForkOnly);
+    OSErr error = ErrorOfForks(forks);
+    if (error != noErr)
+        return error;
+    ioFile->image = ForkImage::Of(forks, ioFile->isResourceFork);
+    ioFile->located = ForkCache::Stripped(forks, ioFile->path);
+    ioFile->isSettled = ForkCache::IsSettled(ioFile->located, start, {});
+    error = Parse(*ioFile->image);
+    if (error == noErr && ioFile->isSettled)
+        KnownForks().Keep({ ioFile->path, ioFile->isResourceFork, ioFile->located, ioFile->image });
+    return error;
+}
+
+// Takes the lock first and looks then: what another process wrote before is seen.
+OSErr ResourceChain::OpenForWriting(ResourceFile* ioFile)
+{
+    using files::ForkHome;
+    KnownFork known = KnownForks().Take(ioFile->path, ioFile->isResourceFork);
+    bool holds = false;
+    const int64_t start = FileTimeNow();
+    const auto which = ioFile->isResourceFork ? ForkHome::Fork::Resource : ForkHome::Fork::Data;
+    OSErr error =
+        ForkHome::Open(ioFile->path, &ioFile->home, which, known.image ? &known.located : nullptr, &holds);
+    if (error != noErr)
+        return error;
+    ForkHome& home = *ioFile->home;
+    if (holds) {
+        ioFile->located = std::move(known.located);
+        ioFile->image = std::move(known.image);
+        ioFile->isSettled = ioFile->hasPlace = true;
+    } else {
+        const files::LocatedForks& forks = home.Forks();
+        const files::ForkPlace place = home.Place();
+        const bool isAtHome = !ioFile->isResourceFork || forks.resourcePath == home.HomePath();
+        ioFile->hasPlace = isAtHome && place.file >= 0;
+        ioFile->image =
+            ioFile->hasPlace ? ForkImage::OfPlace(place) : ForkImage::Of(forks, ioFile->isResourceFork);
+        ioFile->located = ForkCache::Stripped(forks, home.Path());
+        ioFile->isSettled = ForkCache::IsSettled(ioFile->located, start, home.HomePath());
+    }
+    ioFile->generation = home.Generation();
+    error = Parse(*ioFile->image);
+    if (error == noErr && !ioFile->image->IsSound())
+        error = mapReadErr;
+    if (error != noErr)
+        ioFile->home.reset();
+    return error;
+}
+
+// A file that is open already answers its number where that serves as well.
+const ResourceFile* ResourceChain::FindReusable(const files::Item& inItem, bool inResourceFork,
+                                                int inPermission) const
+{
+    if (inPermission != fsRdPerm && inPermission != fsCurPerm)
+        return nullptr;
+    const files::Item& wanted = inItem;
+    for (const auto& file : fFiles) {
+        const bool isSame = file->isResourceFork == inResourceFork && file->item.parent == wanted.parent &&
+                            file->item.hostName == wanted.hostName;
+        const bool serves = inPermission == fsCurPerm ? file->home || file->mayWriteLater
+                                                      : !file->home && ForkCache::IsCurrent(file->located) &&
+                                                            !file->map.HasChanges();
+        if (isSame && serves)
+            return file.get();
+    }
+    return nullptr;
+}
+
+const ResourceFile* ResourceChain::FindItem(const files::Item& inItem, bool inResourceFork) const
 {
     for (const auto& file : fFiles)
         if (file->isResourceFork == inResourceFork && file->item.parent == inItem.parent &&
@@ -71,23 +182,46 @@ void ResourceChain::SetCurrent(SInt16 inRefNum)
         ++fCurrent;
 }
 
-bool ResourceChain::Close(SInt16 inRefNum)
+OSErr ResourceChain::Close(SInt16 inRefNum)
 {
     const auto found = std::find_if(fFiles.begin(), fFiles.end(),
                                     [&](const auto& file) { return file->refNum == inRefNum; });
     if (found == fFiles.end())
-        return false;
+        return resFNotFound;
+    const OSErr error = UpdateFile(found->get());
     // The handles go with the file. Each forgets itself in the list that is being walked.
     const std::vector<Handle> handles = (*found)->handles;
     for (const Handle handle : handles)
         if (handle)
             DisposeHandle(handle);
+    LeaveHome(found->get());
     // The file behind the closed one becomes current when the closed one was; else the current file stays.
     const size_t index = (size_t)(found - fFiles.begin());
     fFiles.erase(found);
     fCurrent -= fCurrent > index ? 1 : 0;
     files::RemoveOpenFile(inRefNum);
-    return true;
+    return error;
+}
+
+// What was written here is known, and needs not be read again as long as nobody else writes it.
+void LeaveHome(ResourceFile* ioFile)
+{
+    if (!ioFile->home)
+        return;
+    const files::ForkHome& home = *ioFile->home;
+    const files::ForkPlace place = home.Place();
+    const bool isKnown = ioFile->isSettled && ioFile->hasPlace && place.file >= 0 && !ioFile->mustRewrite &&
+                         ioFile->image->IsCopy() && ioFile->located.resourcePath == home.HomePath() &&
+                         place.length == ioFile->image->Contents().size();
+    if (isKnown) {
+        KnownFork known = { ioFile->path, ioFile->isResourceFork, std::move(ioFile->located), ioFile->image };
+        for (auto& file : known.located.lookedAt)
+            if (file.path == home.HomePath())
+                file.identity = files::FileIdentity::Of(place.file);
+        known.located.resourceOffset = place.offset;
+        KnownForks().Keep(std::move(known));
+    }
+    ioFile->home.reset();
 }
 
 const Resource* ResourceChain::ResourceOf(Handle inHandle) const
@@ -102,25 +236,44 @@ void ResourceChain::Forget(Handle inHandle)
     if (found == fResources.end())
         return;
     const Resource& resource = found->second;
-    resource.file->handles[resource.file->fork.Ordinal(resource.ref)] = nullptr;
+    resource.file->handles[resource.entry] = nullptr;
     fResources.erase(found);
     memory::WatchHandle(inHandle, false);
 }
 
-Handle ResourceChain::HandleOf(ResourceFile* inFile, ResourceRef inRef, bool inLoad, OSErr* outError)
+void ResourceChain::Disposed(Handle inHandle)
 {
-    if (inFile->handles.empty())
-        inFile->handles.resize(inFile->fork.ResourceCount());
-    const size_t ordinal = inFile->fork.Ordinal(inRef);
-    if (const Handle handle = inFile->handles[ordinal]) {
+    const Resource* resource = ResourceOf(inHandle);
+    if (resource && resource->IsChanged()) {
+        Bytes ignored;
+        ResourceMap& map = resource->file->map;
+        if (map.Data(resource->entry, &ignored))
+            map.SetChanged(resource->entry, false);
+        else
+            map.Remove(resource->entry); // it was never in the file
+    }
+    Forget(inHandle);
+}
+
+void ResourceChain::Bind(Handle inHandle, ResourceFile* inFile, uint32_t inEntry)
+{
+    if (inFile->handles.size() <= inEntry)
+        inFile->handles.resize(std::max<size_t>(inFile->map.EntryCount(), inEntry + 1));
+    fResources.insert({ inHandle, { inFile, inEntry } });
+    inFile->handles[inEntry] = inHandle;
+    HSetRBit(inHandle);
+    memory::WatchHandle(inHandle, true);
+}
+
+Handle ResourceChain::HandleOf(ResourceFile* inFile, uint32_t inEntry, bool inLoad, OSErr* outError)
+{
+    if (inEntry < inFile->handles.size() && inFile->handles[inEntry]) {
+        const Handle handle = inFile->handles[inEntry];
         *outError = inLoad && !*handle ? Load(handle) : (OSErr)noErr;
         return *outError == noErr ? handle : nullptr;
     }
     const Handle handle = NewEmptyHandle();
-    HSetRBit(handle);
-    memory::WatchHandle(handle, true);
-    fResources.insert({ handle, { inFile, inRef } });
-    inFile->handles[ordinal] = handle;
+    Bind(handle, inFile, inEntry);
     *outError = inLoad ? Load(handle) : (OSErr)noErr;
     if (*outError == noErr)
         return handle;
@@ -139,7 +292,7 @@ OSErr ResourceChain::Load(Handle inHandle)
 OSErr ResourceChain::LoadInto(Handle inHandle, const Resource& inResource)
 {
     Bytes data;
-    if (!inResource.file->fork.Data(inResource.ref, &data))
+    if (!inResource.file->map.Data(inResource.entry, &data))
         return eofErr;
     const OSErr memory = PtrToXHand(data.data(), inHandle, (long)data.size());
     if (memory != noErr)
@@ -157,6 +310,31 @@ OSErr ResourceChain::LoadInto(Handle inHandle, const Resource& inResource)
     return noErr;
 }
 
+// The application's file was opened for reading, so that many may run at once; it is written if nobody wrote
+// it since.
+OSErr EnsureWritable(ResourceFile* ioFile)
+{
+    using files::ForkHome;
+    if (ioFile->home)
+        return noErr;
+    if (!ioFile->mayWriteLater)
+        return wrPermErr;
+    if (!ioFile->image->IsSound())
+        return mapReadErr;
+    std::unique_ptr<ForkHome> home;
+    bool holds = false;
+    const OSErr error =
+        ForkHome::Open(ioFile->path, &home, ForkHome::Fork::Resource, &ioFile->located, &holds);
+    if (error != noErr)
+        return error;
+    if (!holds)
+        return opWrErr;
+    ioFile->home = std::move(home);
+    ioFile->hasPlace = ioFile->located.resourcePath == ioFile->home->HomePath();
+    ioFile->generation = ioFile->home->Generation();
+    return noErr;
+}
+
 namespace {
 
 // The application's file lies beside its executable: NAME.rsrc, or else any form that goes with NAME.
@@ -166,7 +344,18 @@ void OpenApplicationFile(ResourceChain& ioChain)
     OSErr error;
     files::Item item;
     if (files::ItemAtPath(application.native() + ".rsrc", &item) || files::ItemAtPath(application, &item))
-        ioChain.Open(item, true, &error);
+        ioChain.Open(item, true, ResourceChain::kWhenChanged, &error);
+}
+
+pid_t gOwner = 0;
+
+// At the end of the process every file is updated; not in a child that came of a fork.
+void UpdateAll()
+{
+    if (getpid() != gOwner)
+        return;
+    for (const auto& file : Chain().Files())
+        UpdateFile(file.get());
 }
 
 } // namespace
@@ -176,7 +365,10 @@ ResourceChain& Chain()
     static ResourceChain* chain = nullptr;
     if (!chain) {
         chain = new ResourceChain; // never destroyed: handles outlive static objects
-        memory::SetDisposalHook([](Handle handle) { Chain().Forget(handle); });
+        gOwner = getpid();
+        std::atexit(UpdateAll);
+        memory::SetDisposalHook([](Handle handle) { Chain().Disposed(handle); });
+        memory::SetPurgeHook(MayPurgeResource);
         OpenApplicationFile(*chain);
     }
     return *chain;

@@ -2,11 +2,12 @@
 #ifndef LAMPBLACK_RESOURCES_RESOURCEFILE_H
 #define LAMPBLACK_RESOURCES_RESOURCEFILE_H
 
-#include "ResourceFork.h"
+#include "ForkImage.h"
+#include "ForkPlan.h"
+#include "ResourceMap.h"
 
 #include <Carbon/Resources.h>
 #include <files/Catalog.h>
-#include <files/ForkLocator.h>
 
 #include <memory>
 #include <string_view>
@@ -17,19 +18,36 @@ namespace lampblack::resources {
 
 struct ResourceFile {
     SInt16 refNum = 0;
-    files::Item item;           // the file that was opened
-    bool isResourceFork = true; // false: the map lies in the data fork
-    files::LocatedForks forks;  // holds the mapping that `fork` reads
-    ResourceFork fork;
-    std::vector<Handle> handles; // by ordinal; null: not asked for yet. Empty until the first is asked for.
+    files::Item item; // the file that was opened
+    std::filesystem::path path;
+    bool isResourceFork = true;  // false: the map lies in the data fork
+    files::LocatedForks located; // as the fork was found; without its bytes
+    std::shared_ptr<ForkImage> image;
+    ResourceMap map;
+    std::vector<Handle> handles; // by entry; null: not asked for yet. Grows as they are asked for.
+
+    // Writing.
+    std::unique_ptr<files::ForkHome> home; // null: open for reading
+    bool mayWriteLater = false; // the application's own file: the first change opens it for writing
+    bool isFrozen = false;      // mapReadOnly was set: nothing is written, and nobody told
+    bool isCompact = false;     // mapCompact was set: the next update leaves no free space
+    bool mustRewrite = false;   // a write in place failed half way
+    bool isSettled = false;     // what was found may be kept in the cache
+    bool hasPlace = false;      // the fork is where the home writes it
+    unsigned generation = 0;    // of the home, when the image was made
+    ResourceFork::Shape areas;  // of the fork as it is in the file
+    std::optional<FreeSpace> space;
+
+    bool IsChanged(uint32_t inEntry) const { return map.IsChanged(inEntry); }
 };
 
 // A resource that has a handle.
 struct Resource {
     ResourceFile* file;
-    ResourceRef ref;
+    uint32_t entry;
 
-    ResourceInfo Info() const { return file->fork.Info(ref); }
+    ResourceInfo Info() const { return file->map.Info(entry); }
+    bool IsChanged() const { return file->map.IsChanged(entry); }
 };
 
 // ResourceChain
@@ -37,12 +55,17 @@ struct Resource {
 // The files, the one opened last in front, and which of them is current.
 class ResourceChain {
 public:
-    // Opens a fork of an item and makes it current; answers 0 and the error when it cannot be.
-    SInt16 Open(const files::Item&, bool inResourceFork, OSErr* outError);
-    bool Close(SInt16 inRefNum);
+    // Opens a fork of an item and makes it current; answers 0 and the error when it cannot be. inPermission
+    // is one of the published ones, or kWhenChanged: for reading until something is changed.
+    enum { kWhenChanged = 100 };
+    SInt16 Open(const files::Item&, bool inResourceFork, int inPermission, OSErr* outError);
+
+    // Writes what is to be written and closes; the error is that of the writing, or resFNotFound.
+    OSErr Close(SInt16 inRefNum);
 
     const std::vector<std::unique_ptr<ResourceFile>>& Files() const { return fFiles; }
     ResourceFile* Find(SInt16 inRefNum) const;
+    const ResourceFile* FindItem(const files::Item&, bool inResourceFork) const;
 
     // Where searching begins; Files().size() when nothing is to be found.
     size_t CurrentIndex() const { return fCurrent; }
@@ -53,17 +76,22 @@ public:
     const Resource* ResourceOf(Handle) const;
 
     // The handle of a resource, made if there is none; loaded when `inLoad`. Null on error.
-    Handle HandleOf(ResourceFile*, ResourceRef, bool inLoad, OSErr* outError);
+    Handle HandleOf(ResourceFile*, uint32_t inEntry, bool inLoad, OSErr* outError);
+    // Makes a handle that is none the resource's.
+    void Bind(Handle, ResourceFile*, uint32_t inEntry);
 
     // Reads the data of a resource into its handle, if that is empty.
     OSErr Load(Handle);
 
-    // Forgets that a handle is a resource's.
+    // Forgets that a handle is a resource's. Disposed: what was changed goes with it.
     void Forget(Handle);
+    void Disposed(Handle);
 
 private:
-    OSErr ReadFork(const files::Item&, bool inResourceFork, ResourceFile* ioFile);
-    ResourceFile* FindItem(const files::Item&, bool inResourceFork) const;
+    OSErr OpenForReading(ResourceFile* ioFile);
+    OSErr OpenForWriting(ResourceFile* ioFile);
+    OSErr OpenFork(int inPermission, ResourceFile* ioFile);
+    const ResourceFile* FindReusable(const files::Item&, bool inResourceFork, int inPermission) const;
     OSErr LoadInto(Handle, const Resource&);
 
     std::vector<std::unique_ptr<ResourceFile>> fFiles;
@@ -73,6 +101,25 @@ private:
 
 // The chain of this process; the application's file is opened on the first call.
 ResourceChain& Chain();
+
+ForkCache& KnownForks();
+
+// EnsureWritable
+//
+// Errors:     wrPermErr  the file is open for reading only; of the application's own file also what opening
+// it for
+//             writing answers.
+OSErr EnsureWritable(ResourceFile*);
+
+// UpdateFile writes all changes, UpdateOne those of one resource. Errors: those of UpdateResFile.
+OSErr UpdateFile(ResourceFile*);
+OSErr UpdateOne(ResourceFile*, uint32_t inEntry);
+
+// Writes the data of one resource as they are given, whatever is in its handle.
+OSErr WriteBytes(ResourceFile*, uint32_t inEntry, std::vector<uint8_t>&& inBytes);
+
+// The files that are open for writing give their locks back and leave what a cache may know of them.
+void LeaveHome(ResourceFile*);
 
 } // namespace lampblack::resources
 

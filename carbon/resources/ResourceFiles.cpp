@@ -5,20 +5,39 @@
 #include <files/FileReferences.h>
 #include <foundation/MacRoman.h>
 
+#include <new>
+
 using namespace lampblack;
 using namespace lampblack::resources;
 
 namespace {
 
+// Permissions have had more bits than these calls know.
+int KnownPermission(SInt8 inPermission)
+{
+    const bool isKnown = inPermission >= fsCurPerm && inPermission <= fsRdWrShPerm;
+    return isKnown ? inPermission : (int)fsCurPerm;
+}
+
+SInt16 OpenFork(const files::Item& inItem, bool inResourceFork, int inPermission, OSErr* outError)
+{
+    try {
+        return Chain().Open(inItem, inResourceFork, inPermission, outError);
+    } catch (const std::bad_alloc&) {
+        *outError = memFullErr;
+        return 0;
+    }
+}
+
 // Opens what an earlier call found, or answers that call's error.
-SInt16 OpenItem(OSErr inFound, const files::Item& inItem)
+SInt16 OpenItem(OSErr inFound, const files::Item& inItem, int inPermission)
 {
     OSErr error = inFound;
     SInt16 refNum = kResFileNotOpened;
     if (error == noErr && inItem.isFolder)
         error = fnfErr;
     if (error == noErr)
-        refNum = Chain().Open(inItem, true, &error);
+        refNum = OpenFork(inItem, true, inPermission, &error);
     return SetResourceError(error) == noErr ? refNum : (SInt16)kResFileNotOpened;
 }
 
@@ -31,23 +50,24 @@ bool IsName(UniCharCount inLength, const UniChar* inName, std::u16string_view in
 
 } // namespace
 
-SInt16 FSpOpenResFile(const FSSpec* spec, SignedByte)
+SInt16 FSpOpenResFile(const FSSpec* spec, SignedByte permission)
 {
     Chain();
     files::Item item;
-    return OpenItem(spec ? files::Resolve(*spec, &item) : (OSErr)paramErr, item);
+    const OSErr error = spec ? files::Resolve(*spec, &item) : (OSErr)paramErr;
+    return OpenItem(error, item, KnownPermission(permission));
 }
 
-SInt16 FSOpenResFile(const FSRef* ref, SInt8)
+SInt16 FSOpenResFile(const FSRef* ref, SInt8 permission)
 {
     Chain();
     files::Item item;
     const OSErr error = files::ItemOfRef(ref, &item);
-    return OpenItem(error, item);
+    return OpenItem(error, item, KnownPermission(permission));
 }
 
-OSErr FSOpenResourceFile(const FSRef* ref, UniCharCount forkNameLength, const UniChar* forkName, SInt8,
-                         SInt16* refNum)
+OSErr FSOpenResourceFile(const FSRef* ref, UniCharCount forkNameLength, const UniChar* forkName,
+                         SInt8 permissions, SInt16* refNum)
 {
     if (!refNum)
         return SetResourceError(paramErr);
@@ -61,16 +81,17 @@ OSErr FSOpenResourceFile(const FSRef* ref, UniCharCount forkNameLength, const Un
         error = fnfErr;
     SInt16 opened = kResFileNotOpened;
     if (error == noErr)
-        opened = Chain().Open(item, isResourceFork, &error);
+        opened = OpenFork(item, isResourceFork, KnownPermission(permissions), &error);
     *refNum = error == noErr ? opened : (SInt16)kResFileNotOpened;
     return SetResourceError(error);
 }
 
-SInt16 HOpenResFile(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName, SInt8)
+SInt16 HOpenResFile(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName, SInt8 permission)
 {
     Chain();
     files::Item item;
-    return OpenItem(fileName ? files::Resolve(vRefNum, dirID, fileName, &item) : (OSErr)bdNamErr, item);
+    const OSErr error = fileName ? files::Resolve(vRefNum, dirID, fileName, &item) : (OSErr)bdNamErr;
+    return OpenItem(error, item, KnownPermission(permission));
 }
 
 SInt16 OpenResFile(ConstStr255Param fileName)
@@ -80,7 +101,7 @@ SInt16 OpenResFile(ConstStr255Param fileName)
 
 void CloseResFile(SInt16 refNum)
 {
-    SetResourceError(Chain().Close(refNum) ? noErr : resFNotFound);
+    SetResourceError(Chain().Close(refNum));
 }
 
 SInt16 CurResFile(void)
@@ -133,5 +154,46 @@ SInt16 GetResFileAttrs(SInt16 refNum)
 {
     const ResourceFile* file = Chain().Find(refNum);
     SetResourceError(file ? noErr : resFNotFound);
-    return file ? (SInt16)file->fork.Attributes() : (SInt16)0;
+    if (!file)
+        return 0;
+    // A file that may be written is not read-only, whatever its map says of the time when it was made.
+    const int ofTheMoment = mapCompact | mapChanged | (file->home ? mapReadOnly : 0);
+    return (SInt16)((file->map.Attributes() & ~ofTheMoment) | (file->isFrozen ? mapReadOnly : 0) |
+                    (file->isCompact ? mapCompact : 0) | (file->map.HasChanges() ? mapChanged : 0));
+}
+
+void SetResFileAttrs(SInt16 refNum, SInt16 attrs)
+{
+    ResourceFile* file = Chain().Find(refNum);
+    SetResourceError(file ? noErr : resFNotFound);
+    if (!file)
+        return;
+    constexpr int kOfTheMoment = mapReadOnly | mapCompact | mapChanged;
+    file->isFrozen = attrs & mapReadOnly;
+    file->isCompact = attrs & mapCompact;
+    const int kept = (file->map.Attributes() & kOfTheMoment) | (attrs & ~kOfTheMoment);
+    if (kept != file->map.Attributes())
+        file->map.SetMapAttributes((UInt16)kept);
+    if (attrs & (mapChanged | mapCompact))
+        file->map.MustBeWritten();
+}
+
+void UpdateResFile(SInt16 refNum)
+{
+    ResourceFile* file = Chain().Find(refNum);
+    const OSErr none = refNum == kSystemResFile ? noErr : resFNotFound;
+    SetResourceError(file ? UpdateFile(file) : none);
+}
+
+Boolean FSResourceFileAlreadyOpen(const FSRef* resourceFileRef, Boolean* inChain, SInt16* refNum)
+{
+    files::Item item;
+    const OSErr error = files::ItemOfRef(resourceFileRef, &item);
+    const ResourceFile* file = error == noErr ? Chain().FindItem(item, true) : nullptr;
+    SetResourceError(error);
+    if (inChain)
+        *inChain = file != nullptr;
+    if (refNum)
+        *refNum = file ? file->refNum : (SInt16)kResFileNotOpened;
+    return file != nullptr;
 }

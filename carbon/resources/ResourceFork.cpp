@@ -3,6 +3,7 @@
 
 #include <foundation/MacRoman.h>
 
+#include <algorithm>
 #include <bit>
 
 namespace lampblack::resources {
@@ -57,6 +58,7 @@ const char* ResourceFork::ReadHeader()
         return "the data do not lie within the fork";
     if (fMapLength < kMapHeaderLength + 2)
         return "the map is too short";
+    fDataOffset = dataOffset;
     fData = fBytes.subspan(dataOffset, dataLength);
     fAttributes = LoadBE16(&fBytes[fMapOffset + 22]);
     fTypeList = LoadBE16(&fBytes[fMapOffset + 24]);
@@ -192,6 +194,22 @@ size_t ResourceFork::Ordinal(ResourceRef inRef) const
     return type.firstOrdinal + (inRef.offset - type.firstReference) / kReferenceLength;
 }
 
+ResourceRef ResourceFork::WithOrdinal(size_t inOrdinal) const
+{
+    if (inOrdinal >= fCount)
+        return {};
+    const auto behind =
+        std::upper_bound(fTypes.begin(), fTypes.end(), inOrdinal,
+                         [](size_t ordinal, const TypeEntry& type) { return ordinal < type.firstOrdinal; });
+    const size_t type = (size_t)(behind - fTypes.begin()) - 1;
+    return AtType(type, inOrdinal - fTypes[type].firstOrdinal);
+}
+
+ResourceFork::Shape ResourceFork::Areas() const
+{
+    return { fDataOffset, (uint32_t)fData.size(), fMapOffset, fMapLength };
+}
+
 bool ResourceFork::Data(ResourceRef inRef, Bytes* outData) const
 {
     *outData = Bytes();
@@ -204,6 +222,25 @@ bool ResourceFork::Data(ResourceRef inRef, Bytes* outData) const
     if (!Fits((size_t)offset + 4, length, fData.size()))
         return false;
     *outData = fData.subspan((size_t)offset + 4, length);
+    return true;
+}
+
+bool ResourceFork::IsSound() const
+{
+    const Bytes map = fBytes.subspan(fMapOffset, fMapLength);
+    for (const TypeEntry& type : fTypes) {
+        uint32_t at = type.firstReference;
+        for (uint32_t i = 0; i < type.count; ++i, at += kReferenceLength) {
+            const uint32_t offset = LoadBE32(&fBytes[at + 4]) & 0xFFFFFF;
+            if (!Fits(offset, 4, fData.size()) ||
+                !Fits((size_t)offset + 4, LoadBE32(&fData[offset]), fData.size()))
+                return false;
+            const uint16_t nameOffset = LoadBE16(&fBytes[at + 2]);
+            const size_t name = (size_t)fNameList + nameOffset;
+            if (nameOffset != 0xFFFF && (name >= map.size() || !Fits(name + 1, map[name], map.size())))
+                return false;
+        }
+    }
     return true;
 }
 

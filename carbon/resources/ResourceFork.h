@@ -52,6 +52,13 @@ public:
 
     UInt16 Attributes() const { return fAttributes; }
 
+    // Where the areas lie, from the start of the fork.
+    struct Shape {
+        uint32_t dataOffset = 0, dataLength = 0, mapOffset = 0, mapLength = 0;
+    };
+    Shape Areas() const;
+    Bytes AllBytes() const { return fBytes; }
+
     // Types in the order of the file.
     size_t TypeCount() const { return fTypes.size(); }
     OSType TypeAt(size_t inIndex) const { return inIndex < fTypes.size() ? fTypes[inIndex].type : 0; }
@@ -72,6 +79,7 @@ public:
 
     // A number of its own for each resource, below ResourceCount.
     size_t Ordinal(ResourceRef) const;
+    ResourceRef WithOrdinal(size_t inOrdinal) const;
 
     // The resource's data where they lie. Answers false, with outData empty, when they pass the end.
     bool Data(ResourceRef, Bytes* outData) const;
@@ -90,6 +98,7 @@ public:
     // Looks at every resource and answers what is wrong with them, one sentence each; nothing for a sound
     // fork.
     std::vector<std::string> Check() const;
+    bool IsSound() const; // whether Check finds nothing
 
 private:
     struct TypeEntry {
@@ -113,6 +122,7 @@ private:
 
     Bytes fBytes;
     Bytes fData; // the data area
+    uint32_t fDataOffset = 0;
     uint32_t fMapOffset = 0, fMapLength = 0;
     uint32_t fTypeList = 0; // from the start of the map
     uint32_t fNameList = 0;

@@ -25,8 +25,10 @@ long SizeOnDisk(Handle inHandle)
     Bytes data;
     if (!resource)
         return -1;
-    if (resource->file->fork.Data(resource->ref, &data))
+    if (resource->file->map.Data(resource->entry, &data))
         return (long)data.size();
+    if (resource->IsChanged())
+        return 0; // it was added and never written
     SetResourceError(eofErr);
     return -1;
 }
@@ -41,14 +43,20 @@ void LoadResource(Handle theResource)
 
 void ReleaseResource(Handle theResource)
 {
-    if (Checked(theResource))
+    const Resource* resource = Checked(theResource);
+    if (resource && !resource->IsChanged())
         DisposeHandle(theResource); // which makes the chain forget it
 }
 
 void DetachResource(Handle theResource)
 {
-    if (!Checked(theResource))
+    const Resource* resource = Checked(theResource);
+    if (!resource)
         return;
+    if (resource->IsChanged()) {
+        SetResourceError(resAttrErr);
+        return;
+    }
     Chain().Forget(theResource);
     HClrRBit(theResource);
 }
@@ -70,7 +78,9 @@ void GetResInfo(Handle theResource, SInt16* theID, ResType* theType, Str255 name
 SInt16 GetResAttrs(Handle theResource)
 {
     const Resource* resource = Checked(theResource);
-    return resource ? (SInt16)resource->Info().attributes : (SInt16)0;
+    if (!resource)
+        return 0;
+    return (SInt16)(resource->Info().attributes | (resource->IsChanged() ? resChanged : 0));
 }
 
 long GetResourceSizeOnDisk(Handle theResource)
@@ -92,7 +102,7 @@ void ReadPartialResource(Handle theResource, long offset, void* buffer, long cou
     OSErr error = noErr;
     if (!buffer || offset < 0 || count < 0)
         error = paramErr;
-    else if (!resource->file->fork.Data(resource->ref, &data))
+    else if (!resource->file->map.Data(resource->entry, &data))
         error = eofErr;
     if (error != noErr) {
         SetResourceError(error);

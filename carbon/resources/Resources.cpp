@@ -19,7 +19,7 @@ bool gLoad = true;
 // A resource and the file it was found in; file is null when there is none.
 struct Found {
     ResourceFile* file = nullptr;
-    ResourceRef ref;
+    uint32_t entry = kNoEntry;
 };
 
 // The files that a call searches: from the current one to the oldest, or the current one alone.
@@ -31,22 +31,22 @@ Found Search(bool inCurrentOnly, Look&& inLook)
     const size_t start = chain.CurrentIndex();
     const size_t end = inCurrentOnly ? std::min(start + 1, files.size()) : files.size();
     for (size_t i = start; i < end; ++i)
-        if (const ResourceRef ref = inLook(files[i]->fork))
-            return { files[i].get(), ref };
+        if (const uint32_t entry = inLook(files[i]->map); entry != kNoEntry)
+            return { files[i].get(), entry };
     return {};
 }
 
 Handle HandleOf(const Found& inFound)
 {
     OSErr error = resNotFound;
-    Handle handle = inFound.file ? Chain().HandleOf(inFound.file, inFound.ref, gLoad, &error) : nullptr;
+    Handle handle = inFound.file ? Chain().HandleOf(inFound.file, inFound.entry, gLoad, &error) : nullptr;
     SetResourceError(error);
     return handle;
 }
 
 Handle GetByID(bool inCurrentOnly, ResType inType, SInt16 inID)
 {
-    return HandleOf(Search(inCurrentOnly, [&](const ResourceFork& fork) { return fork.Find(inType, inID); }));
+    return HandleOf(Search(inCurrentOnly, [&](const ResourceMap& map) { return map.Find(inType, inID); }));
 }
 
 Handle GetByName(bool inCurrentOnly, ResType inType, ConstStr255Param inName)
@@ -55,7 +55,7 @@ Handle GetByName(bool inCurrentOnly, ResType inType, ConstStr255Param inName)
         return HandleOf({});
     const std::string_view name((const char*)inName + 1, inName[0]);
     return HandleOf(
-        Search(inCurrentOnly, [&](const ResourceFork& fork) { return fork.FindNamed(inType, name); }));
+        Search(inCurrentOnly, [&](const ResourceMap& map) { return map.FindNamed(inType, name); }));
 }
 
 SInt16 ClampCount(size_t inCount)
@@ -67,7 +67,7 @@ size_t CountInChain(ResType inType)
 {
     size_t count = 0;
     for (const auto& file : Chain().Files())
-        count += file->fork.CountOf(inType);
+        count += file->map.CountOf(inType);
     return count;
 }
 
@@ -77,9 +77,9 @@ std::vector<OSType> TypesInChain()
     std::vector<OSType> types;
     std::unordered_set<OSType> seen;
     for (const auto& file : Chain().Files())
-        for (size_t i = 0; i < file->fork.TypeCount(); ++i)
-            if (seen.insert(file->fork.TypeAt(i)).second)
-                types.push_back(file->fork.TypeAt(i));
+        for (size_t i = 0; i < file->map.TypeCount(); ++i)
+            if (seen.insert(file->map.TypeAt(i)).second)
+                types.push_back(file->map.TypeAt(i));
     return types;
 }
 
@@ -87,7 +87,8 @@ bool IsInUse(bool inCurrentOnly, ResType inType, SInt16 inID)
 {
     const auto& files = Chain().Files();
     return std::any_of(files.begin(), files.end(), [&](const auto& file) {
-        return (!inCurrentOnly || file.get() == Chain().Current()) && file->fork.Find(inType, inID);
+        return (!inCurrentOnly || file.get() == Chain().Current()) &&
+               file->map.Find(inType, inID) != kNoEntry;
     });
 }
 
@@ -172,9 +173,9 @@ Handle GetIndResource(ResType theType, SInt16 index)
 {
     size_t left = index > 0 ? (size_t)index - 1 : (size_t)-1;
     for (const auto& file : Chain().Files()) {
-        const size_t count = file->fork.CountOf(theType);
+        const size_t count = file->map.CountOf(theType);
         if (left < count)
-            return HandleOf({ file.get(), file->fork.At(theType, left) });
+            return HandleOf({ file.get(), file->map.At(theType, left) });
         left -= count;
     }
     return HandleOf({});
@@ -183,9 +184,9 @@ Handle GetIndResource(ResType theType, SInt16 index)
 Handle Get1IndResource(ResType theType, SInt16 index)
 {
     ResourceFile* file = Chain().Current();
-    if (!file || index < 1 || (size_t)index > file->fork.CountOf(theType))
+    if (!file || index < 1 || (size_t)index > file->map.CountOf(theType))
         return HandleOf({});
-    return HandleOf({ file, file->fork.At(theType, (size_t)index - 1) });
+    return HandleOf({ file, file->map.At(theType, (size_t)index - 1) });
 }
 
 SInt16 CountResources(ResType theType)
@@ -198,7 +199,7 @@ SInt16 Count1Resources(ResType theType)
 {
     SetResourceError(noErr);
     const ResourceFile* file = Chain().Current();
-    return file ? ClampCount(file->fork.CountOf(theType)) : (SInt16)0;
+    return file ? ClampCount(file->map.CountOf(theType)) : (SInt16)0;
 }
 
 SInt16 CountTypes(void)
@@ -211,7 +212,7 @@ SInt16 Count1Types(void)
 {
     SetResourceError(noErr);
     const ResourceFile* file = Chain().Current();
-    return file ? ClampCount(file->fork.TypeCount()) : (SInt16)0;
+    return file ? ClampCount(file->map.TypeCount()) : (SInt16)0;
 }
 
 void GetIndType(ResType* theType, SInt16 itemIndex)
@@ -228,7 +229,7 @@ void Get1IndType(ResType* theType, SInt16 itemIndex)
     const ResourceFile* file = Chain().Current();
     SetResourceError(theType ? noErr : paramErr);
     if (theType)
-        *theType = file && itemIndex >= 1 ? file->fork.TypeAt((size_t)itemIndex - 1) : 0;
+        *theType = file && itemIndex >= 1 ? file->map.TypeAt((size_t)itemIndex - 1) : 0;
 }
 
 SInt16 UniqueID(ResType theType)
