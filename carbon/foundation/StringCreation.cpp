@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <unordered_map>
 
 using namespace lampblack::foundation;
@@ -51,6 +52,13 @@ CFStringRef TakeOver(CFStringRef inString, const void* inBytes, CFAllocatorRef i
     return inString;
 }
 
+// Looked up by the bytes where they lie: CFSTR asks every time that it is passed.
+struct BytesHash {
+    using is_transparent = void;
+    size_t operator()(std::string_view inBytes) const { return std::hash<std::string_view>()(inBytes); }
+};
+using Constants = std::unordered_map<std::string, CFStringRef, BytesHash, std::equal_to<>>;
+
 std::u16string ConstantText(const char* inText)
 {
     const std::string_view text(inText);
@@ -70,15 +78,15 @@ void AppendText(CFMutableStringRef inString, String inText, CFStringEncoding inE
 
 CFStringRef __CFStringMakeConstantString(const char* cStr)
 {
-    static std::unordered_map<std::string, CFStringRef>& made =
-        *new std::unordered_map<std::string, CFStringRef>;
+    static Constants& made = *new Constants;
     if (!cStr)
         return nullptr;
-    CFStringRef& string = made[cStr];
-    if (!string) {
-        string = NewConstant(ConstantText(cStr));
-        Find<StringObject>(string)->MakeConstant();
-    }
+    const auto found = made.find(std::string_view(cStr));
+    if (found != made.end())
+        return found->second;
+    CFStringRef string = NewConstant(ConstantText(cStr));
+    Find<StringObject>(string)->MakeConstant();
+    made.emplace(cStr, string);
     return string;
 }
 
