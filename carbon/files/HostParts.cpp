@@ -99,7 +99,7 @@ OSErr PartsOnTheMove::LinkOne(const path& inOld, const path& inNew)
         RemoveLeftPart(inNew);
     const bool isLinked = link(inOld.c_str(), inNew.c_str()) == 0;
     if (!isLinked && errno != EPERM && errno != EOPNOTSUPP && errno != EMLINK)
-        return ErrorOfHost(errno);
+        return errno == EXDEV ? (OSErr)diffVolErr : ErrorOfHost(errno);
     const OSErr error = isLinked ? (OSErr)noErr : CopyFile(inOld, inNew);
     if (error == noErr) {
         fOld.push_back(inOld);
