@@ -1,0 +1,97 @@
+// What the tests of the catalog share: a scratch folder with its numbers, Pascal strings, parameter blocks.
+// For tests alone.
+#ifndef LAMPBLACK_FILES_CATALOGFIXTURE_H
+#define LAMPBLACK_FILES_CATALOGFIXTURE_H
+
+#include <Carbon/Files.h>
+
+#include <ScratchFolder.h>
+#include <cstring>
+#include <doctest/doctest.h>
+#include <files/Catalog.h>
+#include <string>
+#include <string_view>
+
+namespace lampblack::files {
+
+struct PascalText {
+    Str255 text = {};
+    PascalText(std::string_view inText)
+    {
+        text[0] = (unsigned char)inText.size();
+        std::memcpy(text + 1, inText.data(), inText.size());
+    }
+    operator ConstStr255Param() const { return text; }
+};
+
+inline std::string TextOf(ConstStr255Param inString)
+{
+    return std::string((const char*)inString + 1, inString[0]);
+}
+
+struct CatalogFolder : ScratchFolder {
+    Folder folder;
+
+    CatalogFolder()
+    {
+        Item item;
+        REQUIRE(ItemAtPath(Path(), &item));
+        folder = NodeOf(item);
+    }
+
+    // Names are Mac Roman; what is not there gives an FSSpec all the same.
+    FSSpec Spec(std::string_view inName) const
+    {
+        FSSpec spec = {};
+        const OSErr error = FSMakeFSSpec(folder.volume, folder.id, PascalText(inName), &spec);
+        CHECK((error == noErr || error == fnfErr));
+        return spec;
+    }
+
+    FSRef Ref(std::string_view inName) const
+    {
+        FSRef ref = {};
+        const FSSpec spec = Spec(inName);
+        CHECK(FSpMakeFSRef(&spec, &ref) == noErr);
+        return ref;
+    }
+
+    FSRef OwnRef() const
+    {
+        FSRef ref = {};
+        CHECK(FSPathMakeRef((const UInt8*)Path().c_str(), &ref, nullptr) == noErr);
+        return ref;
+    }
+};
+
+inline std::string PathOfRef(const FSRef& inRef)
+{
+    UInt8 path[4096] = {};
+    CHECK(FSRefMakePath(&inRef, path, sizeof path) == noErr);
+    return (const char*)path;
+}
+
+// A block for PBGetCatInfo: an index, or 0 and a name, in a folder.
+struct CatalogBlock {
+    CInfoPBRec block = {};
+    Str255 name = {};
+
+    CatalogBlock(Folder inFolder, SInt16 inIndex, std::string_view inName = {})
+    {
+        name[0] = (unsigned char)inName.size();
+        std::memcpy(name + 1, inName.data(), inName.size());
+        block.hFileInfo.ioNamePtr = name;
+        block.hFileInfo.ioVRefNum = inFolder.volume;
+        block.hFileInfo.ioDirID = inFolder.id;
+        block.hFileInfo.ioFDirIndex = inIndex;
+    }
+
+    OSErr Get() { return PBGetCatInfoSync(&block); }
+    std::string Name() const { return TextOf(name); }
+    HFileInfo& File() { return block.hFileInfo; }
+    DirInfo& Directory() { return block.dirInfo; }
+};
+
+} // namespace lampblack::files
+
+#endif
