@@ -1,57 +1,13 @@
-#include "Commands.h"
-#include "Listing.h"
-#include "Resources.h"
+#include "Workshop.h"
 
 #include <doctest/doctest.h>
 
 #include <files/Container.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
 using namespace lampblack::rsrc;
 namespace files = lampblack::files;
 
 namespace {
-
-// A folder of its own for each case.
-class Workshop {
-public:
-    Workshop()
-    {
-        std::string pattern = (std::filesystem::temp_directory_path() / "rsrc_test_XXXXXX").string();
-        fFolder = mkdtemp(pattern.data());
-    }
-    ~Workshop() { std::filesystem::remove_all(fFolder); }
-
-    std::string Path(const std::string& inName) const { return (fFolder / inName).string(); }
-    std::string Put(const std::string& inName, const std::string& inBytes) const
-    {
-        std::ofstream(Path(inName), std::ios::binary) << inBytes;
-        return Path(inName);
-    }
-    size_t CountFiles() const
-    {
-        return (size_t)std::distance(std::filesystem::directory_iterator(fFolder), {});
-    }
-
-private:
-    std::filesystem::path fFolder;
-};
-
-struct Outcome {
-    int code;
-    std::string output, errors;
-};
-
-Outcome Run(const std::vector<std::string>& inArguments)
-{
-    std::ostringstream output, errors;
-    const int code = RunCommand(inArguments, output, errors);
-    return { code, output.str(), errors.str() };
-}
 
 constexpr char kText[] = "data 'b\\$22\\0x01\xC3\xA9' (-1, \"caf\xC3\xA9\", purgeable) { \"xyz\" };\n"
                          "resource 'STR ' (128) { \"hello\" };\n";

@@ -125,16 +125,18 @@ void Compiler::Typed(TokenCursor& ioTokens)
                                         return fTexts.Evaluate(inName, ioArguments);
                                     },
                                     fNativeIsBig };
-    resource.data = ValueEncoder(ioTokens, context).Encode(*fields);
+    ValueEncoder encoder(ioTokens, context);
+    resource.data = encoder.Encode(*fields);
     ioTokens.Expect('}', "'}'");
     if (ioTokens.AcceptWord("patch"))
-        Patch(ioTokens, &resource.data);
+        Patch(ioTokens, encoder.FillMask(), &resource.data);
     ioTokens.Expect(';', "';' after the resource");
     Add(std::move(resource));
 }
 
 // patch { 12, $"FF"; ... }: bytes that the type fills with zeros and a file does not.
-void Compiler::Patch(TokenCursor& ioTokens, std::vector<uint8_t>* ioData)
+void Compiler::Patch(TokenCursor& ioTokens, const std::vector<uint8_t>& inFillMask,
+                     std::vector<uint8_t>* ioData)
 {
     ioTokens.Expect('{', "'{' before the bytes");
     while (!ioTokens.Peek().Is('}')) {
@@ -144,7 +146,14 @@ void Compiler::Patch(TokenCursor& ioTokens, std::vector<uint8_t>* ioData)
         const std::string bytes = fTexts.ReadText(ioTokens, "bytes such as $\"0A0B\"");
         if (at < 0 || (uint64_t)at > ioData->size() || bytes.size() > ioData->size() - (size_t)at)
             throw RezError(place, "the resource has " + std::to_string(ioData->size()) + " bytes");
-        std::copy(bytes.begin(), bytes.end(), ioData->begin() + at);
+        for (size_t i = 0; i < bytes.size(); ++i) {
+            uint8_t& byte = (*ioData)[(size_t)at + i];
+            if (((uint8_t)bytes[i] ^ byte) & ~inFillMask[(size_t)at + i])
+                throw RezError(place, "byte " + std::to_string((size_t)at + i) +
+                                          " is none that the type fills up; a patch does not outlive a "
+                                          "change of the values before it");
+            byte = (uint8_t)bytes[i];
+        }
         if (!ioTokens.Accept(';') && !ioTokens.Peek().Is('}'))
             ioTokens.Fail("';' or '}'");
     }

@@ -34,7 +34,7 @@ private:
     void Statement(TokenCursor&);
     void Data(TokenCursor&);
     void Typed(TokenCursor&);
-    void Patch(TokenCursor&, std::vector<uint8_t>* ioData);
+    void Patch(TokenCursor&, const std::vector<uint8_t>& inFillMask, std::vector<uint8_t>* ioData);
     void IncludeFork(TokenCursor&);
     void ReadData(TokenCursor&);
     void Delete(TokenCursor&);

@@ -117,9 +117,11 @@ std::string FindLostForm(Bytes inBytes)
     return "";
 }
 
-bool HasResource(const resources::ResourceFork& inFork, OSType inType, SInt16 inID)
+bool HasCustomIcon(const resources::ResourceFork& inFork)
 {
-    return (bool)inFork.Find(inType, inID);
+    constexpr OSType kIcons[] = { 'icns', 'ICN#', 'icl8', 'icl4', 'ics#', 'ics8', 'ics4' };
+    return std::any_of(std::begin(kIcons), std::end(kIcons),
+                       [&](OSType type) { return (bool)inFork.Find(type, kCustomIconID); });
 }
 
 } // namespace
@@ -162,8 +164,7 @@ std::vector<std::string> FindBrokenPromises(const FInfo& inInfo, Bytes inResourc
                            (inResourceFork.empty() ? "there is none" : "that is empty"));
     if (inInfo.fdFlags & kHasBundle && fork.CountOf('BNDL') == 0)
         problems.push_back("the Finder information promises a bundle, and " + missing);
-    if (inInfo.fdFlags & kHasCustomIcon && !HasResource(fork, 'icns', kCustomIconID) &&
-        !HasResource(fork, 'ICN#', kCustomIconID))
+    if (inInfo.fdFlags & kHasCustomIcon && !HasCustomIcon(fork))
         problems.push_back("the Finder information promises an icon of its own, and " + missing);
     if (inInfo.fdFlags & kIsAlias && fork.CountOf('alis') == 0)
         problems.push_back("the Finder information says that this is an alias, and " + missing);

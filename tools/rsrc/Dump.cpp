@@ -61,15 +61,23 @@ ResourceFacts FactsOf(const Resource& inResource)
     return { inResource.type, inResource.id, inResource.attributes };
 }
 
-std::vector<uint8_t> Encode(const std::string& inValues, const Fields& inFields, const Resource& inResource,
-                            const DumpOptions& inOptions)
+struct Encoded {
+    std::vector<uint8_t> bytes, fillMask;
+};
+
+Encoded Encode(const std::string& inValues, const Fields& inFields, const Resource& inResource,
+               const DumpOptions& inOptions)
 {
     const SourceText source = { "dump", "{" + inValues + "}" };
     const std::vector<Token> tokens = Tokenize(source);
     TokenCursor cursor(tokens, { &source, source.text.size() });
     cursor.Next();
     const EncodeContext context = { FactsOf(inResource), inOptions.names, {}, inOptions.nativeIsBig };
-    return ValueEncoder(cursor, context).Encode(inFields);
+    ValueEncoder encoder(cursor, context);
+    Encoded encoded;
+    encoded.bytes = encoder.Encode(inFields);
+    encoded.fillMask = encoder.FillMask();
+    return encoded;
 }
 
 // The bytes in which a resource differs from what its text makes, as a patch; those that lie close together
@@ -95,15 +103,19 @@ std::string PatchText(const std::vector<uint8_t>& inWanted, const std::vector<ui
     return text + "}";
 }
 
-// What a few bytes in places that the type fills up are worth: a patch to text that can be read.
-bool IsWorthPatching(const std::vector<uint8_t>& inWanted, const std::vector<uint8_t>& inMade)
+// Whether they differ only where the type fills up, and not much.
+bool IsWorthPatching(const std::vector<uint8_t>& inWanted, const Encoded& inMade)
 {
-    if (inWanted.size() != inMade.size())
+    if (inWanted.size() != inMade.bytes.size())
         return false;
     size_t different = 0;
-    for (size_t i = 0; i < inWanted.size(); ++i)
-        different += inWanted[i] != inMade[i];
-    return different <= 4 + inWanted.size() / 4;
+    for (size_t i = 0; i < inWanted.size(); ++i) {
+        const uint8_t bits = inWanted[i] ^ inMade.bytes[i];
+        different += bits != 0;
+        if (bits & ~inMade.fillMask[i])
+            return false;
+    }
+    return different <= 4 + inWanted.size() / 2;
 }
 
 // What stands behind the header, from the first line between the braces to the last brace; throws DecodeError
@@ -112,19 +124,19 @@ std::string BodyText(const Resource& inResource, const Fields& inFields, const D
 {
     ValueDecoder decoder(inResource.data, FactsOf(inResource), inOptions.names, inOptions.nativeIsBig);
     const std::string text = StatementText(decoder.Decode(inFields));
-    std::vector<uint8_t> again;
+    Encoded again;
     try {
         again = Encode(text, inFields, inResource, inOptions);
     } catch (const RezError& error) {
         throw DecodeError(std::string("its text would not compile: ") + error.what());
     }
     const std::string body = (text.empty() ? " " : "\n") + text + "}";
-    if (again == inResource.data)
+    if (again.bytes == inResource.data)
         return body;
     if (IsWorthPatching(inResource.data, again))
-        return body + PatchText(inResource.data, again);
+        return body + PatchText(inResource.data, again.bytes);
     const auto [there, here] =
-        std::mismatch(inResource.data.begin(), inResource.data.end(), again.begin(), again.end());
+        std::mismatch(inResource.data.begin(), inResource.data.end(), again.bytes.begin(), again.bytes.end());
     throw DecodeError("the type leaves out what byte " + std::to_string(there - inResource.data.begin()) +
                       " holds");
 }

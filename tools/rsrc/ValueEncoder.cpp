@@ -56,7 +56,24 @@ std::vector<uint8_t> ValueEncoder::Encode(const Fields& inFields)
                                     : "'}'");
     while (!fTokens.Peek().Is('}'))
         fTokens.Next(); // a separator behind the last value
+    fSize = fWriter.Data().size();
     return std::move(fWriter.Data());
+}
+
+std::vector<uint8_t> ValueEncoder::FillMask() const
+{
+    std::vector<uint8_t> mask(fSize);
+    for (const auto& [at, length] : fFilled)
+        for (uint64_t bit = at; bit < at + length && bit / 8 < fSize; ++bit)
+            mask[bit / 8] |= (uint8_t)(0x80 >> bit % 8);
+    return mask;
+}
+
+void ValueEncoder::FillUp(uint64_t inBits)
+{
+    if (inBits > 0)
+        fFilled.emplace_back(fWriter.Bits(), inBits);
+    fWriter.Zeros(inBits);
 }
 
 void ValueEncoder::Every(const Fields& inFields)
@@ -91,13 +108,13 @@ void ValueEncoder::Fill(const Field& inField)
 {
     if (fWriter.Bits() + (uint64_t)inField.bits * (uint64_t)inField.count > kMostBits)
         throw RezError(inField.place, "the resource is larger than 16 MB");
-    fWriter.Zeros((uint64_t)inField.bits * (uint64_t)inField.count);
+    FillUp((uint64_t)inField.bits * (uint64_t)inField.count);
 }
 
 void ValueEncoder::Align(const Field& inField)
 {
     const uint64_t unit = (uint64_t)inField.bits;
-    fWriter.Zeros((unit - fWriter.Bits() % unit) % unit);
+    FillUp((unit - fWriter.Bits() % unit) % unit);
 }
 
 bool ValueEncoder::DependsOnLayout(const Field& inField) const
@@ -249,7 +266,7 @@ void ValueEncoder::String(const Field& inField, TokenCursor& ioTokens)
         fWriter.Append(text.size(), inField.form == Form::Pascal ? 8 : 16);
     fWriter.AppendBytes(text);
     if (size)
-        fWriter.Zeros(8 * ((size_t)*size - text.size()));
+        FillUp(8 * ((size_t)*size - text.size()));
     else if (inField.form == Form::C)
         fWriter.Zeros(8);
 }

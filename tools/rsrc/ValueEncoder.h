@@ -30,6 +30,9 @@ public:
     // The cursor stands behind the opening brace; the closing one is left. Throws RezError.
     std::vector<uint8_t> Encode(const Fields&);
 
+    // After that, as many bytes with ones for every bit that the type filled up by itself.
+    std::vector<uint8_t> FillMask() const;
+
 private:
     // A number that depends on what follows it, written when everything is known.
     struct Pending {
@@ -51,6 +54,7 @@ private:
     void String(const Field&, TokenCursor&);
     void Numbers(const Field&, int inCount, TokenCursor&);
     void Fill(const Field&);
+    void FillUp(uint64_t inBits);
     void Align(const Field&);
     void Finish();
 
@@ -73,6 +77,8 @@ private:
     BitWriter fWriter;
     std::unique_ptr<Layout> fLayout;
     std::vector<Pending> fPending;
+    std::vector<std::pair<uint64_t, uint64_t>> fFilled; // places and lengths in bits
+    uint64_t fSize = 0;
     bool fNeedSeparator = false;
 };
 
