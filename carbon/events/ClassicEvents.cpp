@@ -38,7 +38,7 @@ constexpr Counterpart kCounterparts[] = {
 EventKind WhatOf(const Event& inEvent)
 {
     for (const Counterpart& counterpart : kCounterparts)
-        if (counterpart.eventClass == inEvent.eventClass && counterpart.kind == inEvent.kind)
+        if (counterpart.eventClass == inEvent.Class() && counterpart.kind == inEvent.Kind())
             return counterpart.what;
     return nullEvent;
 }
@@ -66,7 +66,7 @@ unsigned long MessageOf(const Event& inEvent, EventKind inWhat)
     case activateEvt: return (unsigned long)Get(inEvent, kEventParamDirectObject, typeWindowRef, WindowRef{});
     case osEvt:
         return (unsigned long)suspendResumeMessage << 24 |
-               (inEvent.kind == kEventAppActivated ? resumeFlag | convertClipboardFlag : 0);
+               (inEvent.Kind() == kEventAppActivated ? resumeFlag | convertClipboardFlag : 0);
     default: return 0;
     }
 }
@@ -97,7 +97,7 @@ void Fill(const Event& inEvent, EventKind inWhat, EventRecord* outEvent)
     outEvent->modifiers =
         ClassicModifiers(Get(inEvent, kEventParamKeyModifiers, typeUInt32, machine.modifiers()),
                          Get(inEvent, kEventParamMouseChord, typeUInt32, machine.buttons()));
-    if (inWhat == activateEvt && inEvent.kind == kEventWindowActivated)
+    if (inWhat == activateEvt && inEvent.Kind() == kEventWindowActivated)
         outEvent->modifiers |= activeFlag;
 }
 
@@ -148,7 +148,7 @@ Boolean WaitNextEvent(EventMask inEventMask, EventRecord* outEvent, UInt32 inSle
     const double deadline = DeadlineAfter(inSleep / 60.0);
     Event* event = nullptr;
     while (Await({ IsWanted, &inEventMask }, deadline, &event) == noErr) {
-        const bool isMove = event->eventClass == kEventClassMouse && event->kind == kEventMouseMoved;
+        const bool isMove = event->Class() == kEventClassMouse && event->Kind() == kEventMouseMoved;
         Take(event);
         if (Deliver(event, outEvent))
             return true;
@@ -207,8 +207,8 @@ Boolean ConvertEventRefToEventRecord(EventRef inEvent, EventRecord* outEvent)
 
 static bool IsUserCancel(const Event& inEvent, const void*)
 {
-    if (inEvent.eventClass != kEventClassKeyboard ||
-        (inEvent.kind != kEventRawKeyDown && inEvent.kind != kEventRawKeyRepeat))
+    if (inEvent.Class() != kEventClassKeyboard ||
+        (inEvent.Kind() != kEventRawKeyDown && inEvent.Kind() != kEventRawKeyRepeat))
         return false;
     const UInt32 key = Get(inEvent, kEventParamKeyCode, typeUInt32, UInt32{ 0 });
     const UInt32 modifiers = Get(inEvent, kEventParamKeyModifiers, typeUInt32, UInt32{ 0 });

@@ -53,7 +53,7 @@ EventTargetRef MenuTargetFor(EventRef inEvent, const Event& inRecord)
 
 EventTargetRef TargetByClass(EventRef inEvent, const Event& inRecord)
 {
-    switch (inRecord.eventClass) {
+    switch (inRecord.Class()) {
     case kEventClassMouse: return MouseTargetFor(inEvent);
     case kEventClassKeyboard:
     case kEventClassTextInput:
@@ -67,21 +67,21 @@ EventTargetRef TargetByClass(EventRef inEvent, const Event& inRecord)
 
 bool IsTypingKey(const Event& inEvent)
 {
-    return inEvent.eventClass == kEventClassKeyboard &&
-           (inEvent.kind == kEventRawKeyDown || inEvent.kind == kEventRawKeyRepeat);
+    return inEvent.Class() == kEventClassKeyboard &&
+           (inEvent.Kind() == kEventRawKeyDown || inEvent.Kind() == kEventRawKeyRepeat);
 }
 
 // A key that nobody took as a key is offered as the text that it types.
 OSStatus SendTextOf(EventRef inKey, const Event& inRecord, EventTargetRef inTarget)
 {
-    Found text;
-    if (!FindParameter(inRecord, kEventParamKeyUnicodes, &text) || !text.size)
+    const Parameter* text = FindParameter(inRecord, kEventParamKeyUnicodes);
+    if (!text || !text->size)
         return eventNotHandledErr;
     Event* event = NewEvent(kEventClassTextInput, kEventTextInputUnicodeForKeyEvent, inRecord.time,
                             kEventAttributeUserEvent);
     if (!event)
         return eventNotHandledErr;
-    SetParameter(*event, kEventParamTextInputSendText, typeUnicodeText, text.size, text.data);
+    SetParameter(*event, kEventParamTextInputSendText, typeUnicodeText, text->size, text->Data());
     Set(*event, kEventParamTextInputSendKeyboardEvent, typeEventRef, inKey);
     Set(*event, kEventParamKeyModifiers, typeUInt32,
         Get(inRecord, kEventParamKeyModifiers, typeUInt32, UInt32{ 0 }));

@@ -7,49 +7,63 @@
 
 #include <Carbon/CarbonEventsCore.h>
 
-#include <memory>
-#include <vector>
-
 namespace lampblack::events {
 
+// A value of at most eight bytes lies in the parameter itself.
 struct Parameter {
+    static constexpr size_t kInside = 8;
+
     EventParamName name;
     EventParamType type;
-    UInt16 size;
-    UInt16 offset; // into the record's data
+    UInt32 size;
+    UInt32 room; // of the bytes
+    union {
+        UInt64 value;
+        UInt8* bytes; // with a larger size: in the record's data, or on their own
+    };
+
+    const UInt8* Data() const { return size <= kInside ? reinterpret_cast<const UInt8*>(&value) : bytes; }
+};
+static_assert(sizeof(Parameter) == 24);
+
+// What an event is, as one number.
+inline UInt64 TypeKey(OSType inClass, UInt32 inKind)
+{
+    return (UInt64)inClass << 32 | inKind;
+}
+
+// A place in one of the queue's lists, which are rings. Of an event that is not queued, next is null.
+struct QueueLink {
+    QueueLink* next;
+    QueueLink* previous;
 };
 
-// A parameter that found no room within the record.
-struct LargeParameter {
-    EventParamName name;
-    EventParamType type;
-    std::vector<UInt8> data;
-};
-
-struct Event : Slot<Event> {
+struct Event : Slot, QueueLink {
     static constexpr size_t kParameters = 12;
-    static constexpr size_t kDataBytes = 296;
+    static constexpr size_t kDataBytes = 128;
 
-    Event* next = nullptr; // in its queue
-    Event* previous = nullptr;
-    OSType eventClass = 0;
-    UInt32 kind = 0;
-    EventTime time = 0;
-    UInt32 retains = 0;
-    EventAttributes attributes = 0;
-    UInt16 count = 0;     // parameters within the record
-    UInt16 dataBytes = 0; // of the data, that are taken
-    UInt8 priority = 0;
-    bool isQueued = false;
-    bool holdsEvents = false; // a parameter is a retained event
-    std::unique_ptr<std::vector<LargeParameter>> large;
-    Parameter parameters[kParameters];
+    UInt64 type;
+    EventTime time;
+    UInt32 retains;
+    EventAttributes attributes;
+    Parameter* parameters; // `inside`, or a table of their own
+    Parameter* end;
+    Parameter* limit;
+    UInt16 dataBytes; // of the data, that are taken
+    bool holds;       // a parameter is a retained event, or something of them does not lie within the record
+    Parameter inside[kParameters];
     alignas(8) UInt8 data[kDataBytes];
+
+    Event() : QueueLink{}, parameters(inside), limit(inside + kParameters), holds(false) {}
+
+    OSType Class() const { return (OSType)(type >> 32); }
+    UInt32 Kind() const { return (UInt32)type; }
+    bool IsQueued() const { return next; }
 };
-static_assert(sizeof(Event) == 512);
+static_assert(sizeof(Event) <= 512);
 
 using EventPool = SlotPool<Event, EventRef, 1 << 19>;
-extern EventPool gEvents;
+extern constinit EventPool gEvents;
 
 inline Event* FindEvent(EventRef inEvent)
 {
@@ -66,76 +80,52 @@ inline Event* NewEvent(OSType inClass, UInt32 inKind, EventTime inTime, EventAtt
     Event* event = gEvents.Take();
     if (!event) [[unlikely]]
         return nullptr;
-    event->eventClass = inClass;
-    event->kind = inKind;
+    event->type = TypeKey(inClass, inKind);
     event->time = inTime;
     event->attributes = inAttributes;
     event->retains = 1;
-    event->count = 0;
+    event->end = event->inside;
     event->dataBytes = 0;
     return event;
 }
 
-// Lets go of what the parameters hold, beyond the record.
-void EmptyParameters(Event& ioEvent);
+// Ends an event whose parameters hold something beyond the record.
+void EndWithParameters(Event* inEvent);
+
+inline void End(Event* inEvent)
+{
+    if (inEvent->holds) [[unlikely]]
+        EndWithParameters(inEvent);
+    else
+        gEvents.GiveBack(inEvent);
+}
+
+void EndRetained(Event* inEvent); // the same, where it is rare
 
 inline void Release(Event* inEvent)
 {
-    if (--inEvent->retains)
-        return;
-    if (inEvent->holdsEvents || inEvent->large) [[unlikely]]
-        EmptyParameters(*inEvent);
-    gEvents.GiveBack(inEvent);
+    if (!--inEvent->retains)
+        End(inEvent);
 }
 
-// Where a parameter lies; false when there is none of the name.
+// Null when there is none of the name.
+inline Parameter* FindParameter(const Event& inEvent, EventParamName inName)
+{
+    for (Parameter* parameter = inEvent.parameters; parameter != inEvent.end; ++parameter)
+        if (parameter->name == inName) [[likely]]
+            return parameter;
+    return nullptr;
+}
+
+// A parameter's value, as it is read and converted.
 struct Found {
     EventParamType type;
     const UInt8* data;
     size_t size;
 };
-inline bool FindParameter(const Event& inEvent, EventParamName inName, Found* outFound)
+inline Found ValueOf(const Parameter& inParameter)
 {
-    for (size_t i = 0; i < inEvent.count; ++i) {
-        const Parameter& parameter = inEvent.parameters[i];
-        if (parameter.name != inName)
-            continue;
-        *outFound = { parameter.type, inEvent.data + parameter.offset, parameter.size };
-        return true;
-    }
-    if (!inEvent.large) [[likely]]
-        return false;
-    for (const LargeParameter& parameter : *inEvent.large) {
-        if (parameter.name != inName)
-            continue;
-        *outFound = { parameter.type, parameter.data.data(), parameter.data.size() };
-        return true;
-    }
-    return false;
-}
-
-// Parameters lie eight bytes apart or a multiple of that.
-inline size_t RoomFor(size_t inSize)
-{
-    return (inSize + 7) & ~size_t{ 7 };
-}
-
-// Adds a parameter that is not there yet; false when it finds no room within the record.
-inline bool AddWithin(Event& ioEvent, EventParamName inName, EventParamType inType, size_t inSize,
-                      const void* inData)
-{
-    if (ioEvent.count == Event::kParameters || inSize > Event::kDataBytes - ioEvent.dataBytes) [[unlikely]]
-        return false;
-    UInt8* data = ioEvent.data + ioEvent.dataBytes;
-    ioEvent.parameters[ioEvent.count++] = { inName, inType, (UInt16)inSize, ioEvent.dataBytes };
-    ioEvent.dataBytes = (UInt16)(ioEvent.dataBytes + RoomFor(inSize));
-    if (inSize == 4)
-        __builtin_memcpy(data, inData, 4);
-    else if (inSize == 8)
-        __builtin_memcpy(data, inData, 8);
-    else if (inSize)
-        __builtin_memcpy(data, inData, inSize);
-    return true;
+    return { inParameter.type, inParameter.Data(), inParameter.size };
 }
 
 // Sets any parameter, there already or not, of any size.
@@ -153,9 +143,9 @@ void Set(Event& ioEvent, EventParamName inName, EventParamType inType, const Val
 template <class Value>
 Value Get(const Event& inEvent, EventParamName inName, EventParamType inType, Value inElse)
 {
-    Found found;
-    if (FindParameter(inEvent, inName, &found) && found.type == inType && found.size == sizeof(Value))
-        __builtin_memcpy(&inElse, found.data, sizeof(Value));
+    const Parameter* parameter = FindParameter(inEvent, inName);
+    if (parameter && parameter->type == inType && parameter->size == sizeof(Value))
+        __builtin_memcpy(&inElse, parameter->Data(), sizeof(Value));
     return inElse;
 }
 
@@ -171,10 +161,20 @@ private:
     Event* fEvent;
 };
 
-// Keeps an event alive while somebody else's code runs.
-class StRetained : public StOwned {
+// Keeps an event alive while somebody else's code runs, who hardly ever ends it.
+class StRetained {
 public:
-    [[nodiscard]] explicit StRetained(Event* inEvent) : StOwned(inEvent) { ++inEvent->retains; }
+    [[nodiscard]] explicit StRetained(Event* inEvent) : fEvent(inEvent) { ++inEvent->retains; }
+    ~StRetained()
+    {
+        if (!--fEvent->retains) [[unlikely]]
+            EndRetained(fEvent);
+    }
+    StRetained(const StRetained&) = delete;
+    StRetained& operator=(const StRetained&) = delete;
+
+private:
+    Event* fEvent;
 };
 
 } // namespace lampblack::events

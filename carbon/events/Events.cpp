@@ -3,41 +3,39 @@
 #include "events/Coercions.h"
 #include "events/EventRecord.h"
 
+#include <bit>
 #include <cstring>
 
 using namespace lampblack;
 using namespace lampblack::events;
 
-// What is rare or long is kept out of the calls that every event takes, which then need no stack.
+// What is rare or long is kept out of the calls that every event takes, and takes the same arguments: then
+// they need no stack.
 
-static inline OSStatus CreateAt(OSType inClassID, UInt32 inKind, EventTime inWhen,
-                                EventAttributes inAttributes, EventRef* outEvent)
+[[gnu::noinline]] static OSStatus CreateSlowly(CFAllocatorRef, OSType inClassID, UInt32 inKind,
+                                               EventTime inWhen, EventAttributes inAttributes,
+                                               EventRef* outEvent)
 {
-    Event* event = NewEvent(inClassID, inKind, inWhen, inAttributes);
+    Event* event = NewEvent(inClassID, inKind, inWhen == 0 ? host::Now() : inWhen, inAttributes);
     *outEvent = event ? ReferenceTo(event) : nullptr;
     return event ? OSStatus{ noErr } : OSStatus{ memFullErr };
 }
 
-[[gnu::noinline]] static OSStatus CreateNow(OSType inClassID, UInt32 inKind, EventAttributes inAttributes,
-                                            EventRef* outEvent)
-{
-    return CreateAt(inClassID, inKind, host::Now(), inAttributes, outEvent);
-}
-
-OSStatus CreateEvent(CFAllocatorRef, OSType inClassID, UInt32 inKind, EventTime inWhen,
+OSStatus CreateEvent(CFAllocatorRef inAllocator, OSType inClassID, UInt32 inKind, EventTime inWhen,
                      EventAttributes inAttributes, EventRef* outEvent)
 {
     if (!outEvent)
         return paramErr;
-    if (inWhen == 0)
-        return CreateNow(inClassID, inKind, inAttributes, outEvent);
-    return CreateAt(inClassID, inKind, inWhen, inAttributes, outEvent);
+    if (inWhen == 0 || !gEvents.HasFree()) [[unlikely]]
+        return CreateSlowly(inAllocator, inClassID, inKind, inWhen, inAttributes, outEvent);
+    *outEvent = ReferenceTo(NewEvent(inClassID, inKind, inWhen, inAttributes));
+    return noErr;
 }
 
 EventRef CopyEvent(EventRef inOther)
 {
     const Event* other = FindEvent(inOther);
-    return other ? CopyEventAs(nullptr, inOther, other->eventClass, other->kind) : nullptr;
+    return other ? CopyEventAs(nullptr, inOther, other->Class(), other->Kind()) : nullptr;
 }
 
 EventRef CopyEventAs(CFAllocatorRef, EventRef inOther, OSType inEventClass, UInt32 inEventKind)
@@ -71,88 +69,82 @@ ItemCount GetEventRetainCount(EventRef inEvent)
 void ReleaseEvent(EventRef inEvent)
 {
     Event* event = FindEvent(inEvent);
-    if (!event || (event->isQueued && event->retains == 1))
+    if (!event)
         return;
-    Release(event);
+    if (event->retains != 1)
+        --event->retains;
+    else if (!event->IsQueued())
+        End(event);
 }
 
-static inline const Parameter* FindWithin(const Event& inEvent, EventParamName inName)
-{
-    const Parameter* end = inEvent.parameters + inEvent.count;
-    for (const Parameter* parameter = inEvent.parameters; parameter != end; ++parameter)
-        if (parameter->name == inName)
-            return parameter;
-    return nullptr;
-}
-
-// Adds a value of four or eight bytes to an event with nothing but such; false where it takes more care.
-static inline bool AddSmall(Event& ioEvent, EventParamName inName, EventParamType inType, ByteCount inSize,
-                            const void* inData)
-{
-    const UInt16 count = ioEvent.count, offset = ioEvent.dataBytes;
-    if (count == Event::kParameters || offset > Event::kDataBytes - 8 || ioEvent.large ||
-        inType == typeEventRef)
-        return false;
-    UInt64 value = 0;
-    if (inSize == 4)
-        memcpy(&value, inData, 4);
-    else if (inSize == 8)
-        memcpy(&value, inData, 8);
-    else
-        return false;
-    ioEvent.parameters[count] = { inName, inType, (UInt16)inSize, offset };
-    ioEvent.count = (UInt16)(count + 1);
-    ioEvent.dataBytes = (UInt16)(offset + 8);
-    memcpy(ioEvent.data + offset, &value, 8);
-    return true;
-}
-
-OSStatus SetEventParameter(EventRef inEvent, EventParamName inName, EventParamType inType, ByteCount inSize,
-                           const void* inDataPtr)
+[[gnu::noinline]] static OSStatus SetSlowly(EventRef inEvent, EventParamName inName, EventParamType inType,
+                                            ByteCount inSize, const void* inDataPtr)
 {
     Event* event = FindEvent(inEvent);
     if (!event || (inSize && !inDataPtr))
         return paramErr;
-    if (!FindWithin(*event, inName) && AddSmall(*event, inName, inType, inSize, inDataPtr)) [[likely]]
-        return noErr;
     return SetParameter(*event, inName, inType, inSize, inDataPtr);
 }
 
-static inline void CopyOut(void* outData, const Found& inFound, size_t inBufferSize)
+// Short for a value of four or eight bytes that is not there yet.
+OSStatus SetEventParameter(EventRef inEvent, EventParamName inName, EventParamType inType, ByteCount inSize,
+                           const void* inDataPtr)
 {
-    if (const size_t count = inFound.size < inBufferSize ? inFound.size : inBufferSize)
-        memcpy(outData, inFound.data, count);
+    Event* event = FindEvent(inEvent);
+    if (!event || !inDataPtr || inType == typeEventRef || event->end == event->limit) [[unlikely]]
+        return SetSlowly(inEvent, inName, inType, inSize, inDataPtr);
+    if (FindParameter(*event, inName)) [[unlikely]]
+        return SetSlowly(inEvent, inName, inType, inSize, inDataPtr);
+    Parameter* parameter = event->end;
+    if (inSize == 4) [[likely]]
+        memcpy(&parameter->value, inDataPtr, 4);
+    else if (inSize == 8)
+        memcpy(&parameter->value, inDataPtr, 8);
+    else
+        return SetSlowly(inEvent, inName, inType, inSize, inDataPtr);
+    parameter->name = inName;
+    parameter->type = inType;
+    parameter->size = (UInt32)inSize;
+    event->end = parameter + 1;
+    return noErr;
 }
 
-static OSStatus GetCoerced(const Found& inFound, EventParamType inDesiredType, EventParamType* outActualType,
-                           ByteCount inBufferSize, ByteCount* outActualSize, void* outData)
+static OSStatus GetCoerced(const Found& inFound, EventParamType inDesiredType, ByteCount inBufferSize,
+                           ByteCount* outActualSize, void* outData)
 {
     size_t size = 0;
     if (const OSStatus status = Coerce(inFound, inDesiredType, inBufferSize, outData, &size))
         return status;
     if (outActualSize)
         *outActualSize = size;
-    if (outActualType)
-        *outActualType = inFound.type;
     return noErr;
 }
 
-[[gnu::noinline]] static OSStatus GetAny(const Event* inEvent, EventParamName inName,
-                                         EventParamType inDesiredType, EventParamType* outActualType,
-                                         ByteCount inBufferSize, ByteCount* outActualSize, void* outData)
+static OSStatus GetAsItIs(const Found& inFound, ByteCount inBufferSize, ByteCount* outActualSize,
+                          void* outData)
 {
-    Found found;
-    if (!FindParameter(*inEvent, inName, &found))
-        return eventParameterNotFoundErr;
-    if (found.type != inDesiredType && inDesiredType != typeWildCard)
-        return GetCoerced(found, inDesiredType, outActualType, inBufferSize, outActualSize, outData);
-    if (outData)
-        CopyOut(outData, found, inBufferSize);
+    const size_t size = inFound.size < inBufferSize ? inFound.size : inBufferSize;
+    if (outData && size)
+        memcpy(outData, inFound.data, size);
     if (outActualSize)
-        *outActualSize = found.size;
-    if (outActualType)
-        *outActualType = found.type;
+        *outActualSize = inFound.size;
     return noErr;
+}
+
+[[gnu::noinline]] static OSStatus GetSlowly(EventRef inEvent, EventParamName inName,
+                                            EventParamType inDesiredType, EventParamType* outActualType,
+                                            ByteCount inBufferSize, ByteCount* outActualSize, void* outData)
+{
+    const Parameter* parameter = FindParameter(*FindEvent(inEvent), inName);
+    if (!parameter)
+        return eventParameterNotFoundErr;
+    const Found found = ValueOf(*parameter);
+    const bool converts = found.type != inDesiredType && inDesiredType != typeWildCard;
+    const OSStatus status = converts ? GetCoerced(found, inDesiredType, inBufferSize, outActualSize, outData)
+                                     : GetAsItIs(found, inBufferSize, outActualSize, outData);
+    if (!status && outActualType)
+        *outActualType = found.type;
+    return status;
 }
 
 // A value of four or eight bytes, read as the type that it is: a load and a store.
@@ -163,15 +155,20 @@ OSStatus GetEventParameter(EventRef inEvent, EventParamName inName, EventParamTy
     const Event* event = FindEvent(inEvent);
     if (!event)
         return paramErr;
-    const Parameter* parameter = FindWithin(*event, inName);
-    if (!parameter || parameter->type != inDesiredType || inBufferSize < parameter->size || !outData)
-        return GetAny(event, inName, inDesiredType, outActualType, inBufferSize, outActualSize, outData);
-    if (parameter->size == 4)
-        memcpy(outData, event->data + parameter->offset, 4);
-    else if (parameter->size == 8)
-        memcpy(outData, event->data + parameter->offset, 8);
-    else
-        return GetAny(event, inName, inDesiredType, outActualType, inBufferSize, outActualSize, outData);
+    const Parameter* parameter = FindParameter(*event, inName);
+    if (!parameter || parameter->type != inDesiredType || !outData) [[unlikely]]
+        return GetSlowly(inEvent, inName, inDesiredType, outActualType, inBufferSize, outActualSize, outData);
+    if (parameter->size == 4) [[likely]] {
+        if (inBufferSize < 4) [[unlikely]]
+            return GetSlowly(inEvent, inName, inDesiredType, outActualType, inBufferSize, outActualSize,
+                             outData);
+        memcpy(outData, &parameter->value, 4);
+    } else {
+        if (parameter->size != 8 || inBufferSize < 8) [[unlikely]]
+            return GetSlowly(inEvent, inName, inDesiredType, outActualType, inBufferSize, outActualSize,
+                             outData);
+        memcpy(outData, &parameter->value, 8);
+    }
     if (outActualSize)
         *outActualSize = parameter->size;
     if (outActualType)
@@ -182,13 +179,13 @@ OSStatus GetEventParameter(EventRef inEvent, EventParamName inName, EventParamTy
 OSType GetEventClass(EventRef inEvent)
 {
     const Event* event = FindEvent(inEvent);
-    return event ? event->eventClass : 0;
+    return event ? event->Class() : 0;
 }
 
 UInt32 GetEventKind(EventRef inEvent)
 {
     const Event* event = FindEvent(inEvent);
-    return event ? event->kind : 0;
+    return event ? event->Kind() : 0;
 }
 
 EventTime GetEventTime(EventRef inEvent)

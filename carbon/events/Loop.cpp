@@ -20,6 +20,7 @@ namespace {
 
 LoopRun* gInnermostRun = nullptr;
 bool gQuitWithoutRun = false;            // QuitEventLoop while nothing ran
+const bool* gQuit = &gQuitWithoutRun;    // which of the two, or of the runs, says whether to leave
 bool gQuitApplicationWithoutRun = false; // QuitApplicationEventLoop before the application ran its loop
 
 } // namespace
@@ -27,11 +28,13 @@ bool gQuitApplicationWithoutRun = false; // QuitApplicationEventLoop before the 
 LoopRun::LoopRun(Kind inKind) : kind(inKind), outer(gInnermostRun)
 {
     gInnermostRun = this;
+    gQuit = &quit;
 }
 
 LoopRun::~LoopRun()
 {
     gInnermostRun = outer;
+    gQuit = outer ? &outer->quit : &gQuitWithoutRun;
 }
 
 LoopRun* InnermostRun()
@@ -61,7 +64,8 @@ bool TakeQuit()
 namespace {
 
 constexpr double kFrame = 1.0 / 60;
-constexpr int kEventsBetweenLooks = 32; // the clock is not asked for every event
+// The clock is not asked for every event, but the more often the longer they take.
+constexpr int kMostBetweenLooks = 128, kLeastBetweenLooks = 8;
 
 std::vector<double (*)(double)>& Hooks()
 {
@@ -70,21 +74,28 @@ std::vector<double (*)(double)>& Hooks()
 }
 
 double gHooksRan = 0; // when
-int gEventsSinceLook = 0;
+double gLooked = 0;   // when
+int gEventsBetweenLooks = kLeastBetweenLooks;
+int gEventsToLook = kLeastBetweenLooks;
 
 [[gnu::noinline]] void LookAtHooks()
 {
-    gEventsSinceLook = 0;
     const double now = host::Now();
+    const bool isOften = now - gLooked < kFrame / 8;
+    gEventsBetweenLooks = std::clamp(isOften ? gEventsBetweenLooks * 2 : gEventsBetweenLooks / 2,
+                                     kLeastBetweenLooks, kMostBetweenLooks);
+    gEventsToLook = gEventsBetweenLooks;
+    gLooked = now;
     if (now - gHooksRan >= kFrame)
         RunWaitHooks(now);
 }
 
-// For a loop that always finds an event and so never waits.
-void RunHooksWhenBusy()
+[[gnu::noinline]] OSStatus NoteTake(const Event& inEvent)
 {
-    if (++gEventsSinceLook == kEventsBetweenLooks) [[unlikely]]
+    NoteTaken(inEvent);
+    if (gEventsToLook < 0)
         LookAtHooks();
+    return noErr;
 }
 
 } // namespace
@@ -98,7 +109,7 @@ void AddWaitHook(double (*inHook)(double inNow))
 double RunWaitHooks(double inNow)
 {
     gHooksRan = inNow;
-    gEventsSinceLook = 0;
+    gEventsToLook = gEventsBetweenLooks;
     double earliest = host::kForever;
     for (size_t i = 0; i < Hooks().size(); ++i)
         earliest = std::min(earliest, Hooks()[i](inNow));
@@ -149,11 +160,18 @@ OSStatus Await(Matcher inMatcher, double inDeadline, Event** outEvent)
     }
 }
 
-void Take(Event* inEvent)
+// A loop that always finds an event, and so never waits, looks at the hooks now and then.
+static inline OSStatus TakeFromQueue(Event* inEvent)
 {
     gQueue.Remove(inEvent);
-    NoteTaken(*inEvent);
-    RunHooksWhenBusy();
+    if (--gEventsToLook < 0 || (inEvent->attributes & kEventAttributeUserEvent))
+        return NoteTake(*inEvent);
+    return noErr;
+}
+
+void Take(Event* inEvent)
+{
+    TakeFromQueue(inEvent);
 }
 
 OSStatus Dispatch(Event* inEvent)
@@ -211,10 +229,10 @@ static const bool gIsReachable = (host::UpwardHooks().runCurrentEventLoop = RunF
 using namespace lampblack;
 using namespace lampblack::events;
 
-OSStatus ReceiveNextEvent(ItemCount inNumTypes, const EventTypeSpec* inList, EventTimeout inTimeout,
-                          Boolean inPullEvent, EventRef* outEvent)
+[[gnu::noinline]] static OSStatus Receive(ItemCount inNumTypes, const EventTypeSpec* inList,
+                                          EventTimeout inTimeout, Boolean inPullEvent, EventRef* outEvent)
 {
-    if (!outEvent || (inNumTypes && !inList))
+    if (inNumTypes && !inList)
         return paramErr;
     *outEvent = nullptr;
     const TypeList list = { inNumTypes, inList };
@@ -225,6 +243,20 @@ OSStatus ReceiveNextEvent(ItemCount inNumTypes, const EventTypeSpec* inList, Eve
         Take(event);
     *outEvent = ReferenceTo(event);
     return noErr;
+}
+
+// An event that waits already, while no timer does, is handed out without a look at anything else.
+OSStatus ReceiveNextEvent(ItemCount inNumTypes, const EventTypeSpec* inList, EventTimeout inTimeout,
+                          Boolean inPullEvent, EventRef* outEvent)
+{
+    if (!outEvent)
+        return paramErr;
+    if (!inNumTypes && inPullEvent && gTimers.IsEmpty() && !*gQuit) [[likely]]
+        if (Event* event = gQueue.First()) [[likely]] {
+            *outEvent = ReferenceTo(event);
+            return TakeFromQueue(event);
+        }
+    return Receive(inNumTypes, inList, inTimeout, inPullEvent, outEvent);
 }
 
 EventLoopRef GetMainEventLoop(void)

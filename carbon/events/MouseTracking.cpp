@@ -31,9 +31,9 @@ Tracked FromMachine(OSStatus inStatus, MouseTrackingResult inResult)
 
 MouseTrackingResult ResultOf(const Event& inEvent)
 {
-    if (inEvent.eventClass == kEventClassKeyboard)
+    if (inEvent.Class() == kEventClassKeyboard)
         return kMouseTrackingKeyModifiersChanged;
-    switch (inEvent.kind) {
+    switch (inEvent.Kind()) {
     case kEventMouseDown: return kMouseTrackingMouseDown;
     case kEventMouseUp: return kMouseTrackingMouseUp;
     case kEventMouseDragged: return kMouseTrackingMouseDragged;

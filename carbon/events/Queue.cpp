@@ -5,13 +5,13 @@
 
 namespace lampblack::events {
 
-Queue gQueue;
+constinit Queue gQueue;
 
 bool IsOfTypes(const Event& inEvent, const void* inTypeList)
 {
     const TypeList& list = *static_cast<const TypeList*>(inTypeList);
     for (ItemCount i = 0; i < list.count; ++i)
-        if (list.types[i].eventClass == inEvent.eventClass && list.types[i].eventKind == inEvent.kind)
+        if (TypeKey(list.types[i].eventClass, list.types[i].eventKind) == inEvent.type)
             return true;
     return false;
 }
@@ -19,10 +19,28 @@ bool IsOfTypes(const Event& inEvent, const void* inTypeList)
 Event* Queue::FirstMatching(const Matcher& inMatcher) const
 {
     for (int priority = kEventPriorityHigh; priority >= kEventPriorityLow; --priority)
-        for (Event* event = fLists[priority].first; event; event = event->next)
-            if (inMatcher(*event))
-                return event;
+        for (QueueLink* link = fLists[priority].next; link != &fLists[priority]; link = link->next)
+            if (inMatcher(*static_cast<Event*>(link)))
+                return static_cast<Event*>(link);
     return nullptr;
+}
+
+std::vector<EventRef> Queue::All() const
+{
+    std::vector<EventRef> all;
+    for (int priority = kEventPriorityHigh; priority >= kEventPriorityLow; --priority)
+        for (const QueueLink* link = fLists[priority].next; link != &fLists[priority]; link = link->next)
+            all.push_back(ReferenceTo(static_cast<const Event*>(link)));
+    return all;
+}
+
+ItemCount Queue::Count() const
+{
+    ItemCount count = 0;
+    for (const QueueLink& list : fLists)
+        for (const QueueLink* link = list.next; link != &list; link = link->next)
+            ++count;
+    return count;
 }
 
 void Queue::Flush(const Matcher& inMatcher)
@@ -54,10 +72,10 @@ EventQueueRef GetCurrentEventQueue(void)
 
 OSStatus PostEventToQueue(EventQueueRef inQueue, EventRef inEvent, EventPriority inPriority)
 {
-    Event* event = FindEvent(inEvent);
-    if (!event || !IsMainQueue(inQueue) || inPriority > kEventPriorityHigh)
+    Event* event = IsMainQueue(inQueue) ? FindEvent(inEvent) : nullptr;
+    if (!event || inPriority > kEventPriorityHigh)
         return paramErr;
-    if (event->isQueued)
+    if (event->IsQueued())
         return eventAlreadyPostedErr;
     gQueue.Post(event, inPriority);
     WakeLoop();
@@ -69,7 +87,7 @@ OSStatus RemoveEventFromQueue(EventQueueRef inQueue, EventRef inEvent)
     Event* event = FindEvent(inEvent);
     if (!event || !IsMainQueue(inQueue))
         return paramErr;
-    if (!event->isQueued)
+    if (!event->IsQueued())
         return eventNotInQueueErr;
     gQueue.Remove(event);
     Release(event);
@@ -104,7 +122,7 @@ OSStatus FlushSpecificEventsFromQueue(EventQueueRef inQueue, EventComparatorUPP 
     TakeAllInput();
     gQueue.ForEach([=](Event* event) {
         const StRetained alive(event);
-        if (inComparator(ReferenceTo(event), inCompareData) && event->isQueued) {
+        if (inComparator(ReferenceTo(event), inCompareData) && event->IsQueued()) {
             gQueue.Remove(event);
             Release(event);
         }
@@ -121,7 +139,7 @@ EventRef FindSpecificEventInQueue(EventQueueRef inQueue, EventComparatorUPP inCo
     EventRef found = nullptr;
     gQueue.ForEach([&](Event* event) {
         const StRetained alive(event);
-        if (inComparator(ReferenceTo(event), inCompareData) && event->isQueued)
+        if (inComparator(ReferenceTo(event), inCompareData) && event->IsQueued())
             found = ReferenceTo(event);
         return found != nullptr;
     });
@@ -139,7 +157,7 @@ ItemCount GetNumEventsInQueue(EventQueueRef inQueue)
 Boolean IsEventInQueue(EventQueueRef inQueue, EventRef inEvent)
 {
     const Event* event = FindEvent(inEvent);
-    return event && IsMainQueue(inQueue) && event->isQueued;
+    return event && IsMainQueue(inQueue) && event->IsQueued();
 }
 
 EventRef AcquireFirstMatchingEventInQueue(EventQueueRef inQueue, ItemCount inNumTypes,

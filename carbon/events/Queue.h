@@ -4,6 +4,8 @@
 
 #include "events/EventRecord.h"
 
+#include <vector>
+
 namespace lampblack::events {
 
 // Which events somebody waits for.
@@ -31,71 +33,57 @@ public:
     // Takes a reference.
     void Post(Event* inEvent, EventPriority inPriority)
     {
-        List& list = fLists[inPriority];
-        inEvent->next = nullptr;
-        inEvent->previous = list.last;
-        (list.last ? list.last->next : list.first) = inEvent;
-        list.last = inEvent;
-        inEvent->priority = (UInt8)inPriority;
-        inEvent->isQueued = true;
+        QueueLink* end = &fLists[inPriority];
+        QueueLink* last = end->previous;
+        inEvent->next = end;
+        last->next = end->previous = inEvent;
+        inEvent->previous = last;
         ++inEvent->retains;
-        ++fCount;
     }
     // The queue's reference goes to the caller.
-    void Remove(Event* inEvent)
+    static void Remove(Event* inEvent)
     {
-        List& list = fLists[inEvent->priority];
-        (inEvent->previous ? inEvent->previous->next : list.first) = inEvent->next;
-        (inEvent->next ? inEvent->next->previous : list.last) = inEvent->previous;
-        inEvent->isQueued = false;
-        --fCount;
+        inEvent->previous->next = inEvent->next;
+        inEvent->next->previous = inEvent->previous;
+        inEvent->next = nullptr;
+    }
+    // Null when the queue is empty.
+    Event* First() const
+    {
+        for (int priority = kEventPriorityHigh; priority >= kEventPriorityLow; --priority)
+            if (fLists[priority].next != &fLists[priority])
+                return &static_cast<Event&>(*fLists[priority].next);
+        return nullptr;
     }
     Event* First(const Matcher& inMatcher) const
     {
-        if (!fCount)
-            return nullptr;
-        return inMatcher.matches ? FirstMatching(inMatcher) : FirstOfAll();
+        return inMatcher.matches ? FirstMatching(inMatcher) : First();
     }
     void Flush(const Matcher& inMatcher);
-    ItemCount Count() const { return fCount; }
-    bool IsEmpty() const { return fCount == 0; }
+    ItemCount Count() const;
 
     // Visits a copy, so that the visitor may post and remove. inVisit(Event*) answers true to stop.
     template <class Visitor>
     void ForEach(Visitor&& inVisit) const
     {
-        std::vector<EventRef> all;
-        all.reserve(fCount);
-        for (int priority = kEventPriorityHigh; priority >= kEventPriorityLow; --priority)
-            for (const Event* event = fLists[priority].first; event; event = event->next)
-                all.push_back(ReferenceTo(event));
-        for (EventRef reference : all) {
+        for (EventRef reference : All()) {
             Event* event = FindEvent(reference);
-            if (event && event->isQueued && inVisit(event))
+            if (event && event->IsQueued() && inVisit(event))
                 return;
         }
     }
 
 private:
-    struct List {
-        Event* first = nullptr;
-        Event* last = nullptr;
-    };
-
     Event* FirstMatching(const Matcher& inMatcher) const;
-    Event* FirstOfAll() const
-    {
-        for (int priority = kEventPriorityHigh; priority > kEventPriorityLow; --priority)
-            if (Event* event = fLists[priority].first)
-                return event;
-        return fLists[kEventPriorityLow].first;
-    }
+    std::vector<EventRef> All() const;
 
-    List fLists[kEventPriorityHigh + 1];
-    ItemCount fCount = 0;
+    // Rings, in which the list itself is the link before the first event and behind the last.
+    QueueLink fLists[kEventPriorityHigh + 1] = { { &fLists[0], &fLists[0] },
+                                                 { &fLists[1], &fLists[1] },
+                                                 { &fLists[2], &fLists[2] } };
 };
 
-extern Queue gQueue;
+extern constinit Queue gQueue;
 
 } // namespace lampblack::events
 

@@ -6,48 +6,60 @@ namespace lampblack::events {
 
 namespace {
 
-// One level of the walk: the handlers of one target. Its address is the call reference of the handlers called
-// from it.
-struct Level {
-    Level(EventTargetRef inTarget, EventTargetRef inNext, Rank inBelow, OptionBits inOptions);
-    ~Level() { gInnermost = outer; }
-    Level(const Level&) = delete;
-    Level& operator=(const Level&) = delete;
+constexpr UInt32 kPassedOn = 1;  // the handler sent the event down itself
+constexpr UInt32 kDisturbed = 2; // calls and targets may have changed
 
-    static Level* gInnermost;
+// Where a walk is: among the handlers of one target. Its address is the call reference of the handlers.
+struct Place {
+    Place(EventTargetRef inTarget, EventTargetRef inNext, OptionBits inOptions)
+        : target(inTarget), next(inNext), options(inOptions), outer(gInnermost)
+    {
+        gInnermost = this;
+    }
+    ~Place() { gInnermost = outer; }
+    Place(const Place&) = delete;
+    Place& operator=(const Place&) = delete;
+
+    static Place* gInnermost;
 
     EventTargetRef target;
     EventTargetRef next; // asked for before the handlers run: the target may not survive them
     Rank rank;           // of the handler that is being called
     OptionBits options;
-    bool passedOn = false; // the handler sent the event down itself
-    Level* outer;
+    UInt32 marks = 0; // what happened while the handler ran
+    Place* outer;
 };
 
-Level* Level::gInnermost = nullptr;
+Place* Place::gInnermost = nullptr;
 
-Level::Level(EventTargetRef inTarget, EventTargetRef inNext, Rank inBelow, OptionBits inOptions)
-    : target(inTarget), next(inNext), rank(inBelow), options(inOptions), outer(gInnermost)
+[[gnu::noinline]] const Call* FindOrMakeCalls(Target& ioTarget, uint64_t inType)
 {
-    gInnermost = this;
+    if (const Call* calls = ioTarget.calls.Find(inType))
+        return calls;
+    const Call catchAll = { ioTarget.catchAll, ioTarget.owner, kCatchAllRank };
+    return ioTarget.calls.Add(inType, ioTarget.handlers, ioTarget.catchAll ? &catchAll : nullptr);
 }
 
-[[gnu::noinline]] const CallTable::Chain& MakeCallsFor(Target& ioTarget, uint64_t inType)
+inline const Call* CallsFor(Target& ioTarget, const Event& inEvent)
 {
-    const Call catchAll = { kCatchAllRank, ioTarget.catchAll, ioTarget.owner };
-    return *ioTarget.calls.Add(inType, ioTarget.handlers, ioTarget.catchAll ? &catchAll : nullptr);
+    const Call* calls = ioTarget.calls.FindAtOnce(inEvent.type);
+    if (!calls) [[unlikely]]
+        return FindOrMakeCalls(ioTarget, inEvent.type);
+    return calls;
 }
 
-const CallTable::Chain& CallsFor(Target& ioTarget, const Event& inEvent)
-{
-    const uint64_t type = TypeKey(inEvent.eventClass, inEvent.kind);
-    const CallTable::Chain* chain = ioTarget.calls.Find(type);
-    return chain ? *chain : MakeCallsFor(ioTarget, type);
-}
-
-EventTargetRef NextOf(const Target& inTarget)
+inline EventTargetRef NextOf(const Target& inTarget)
 {
     return inTarget.next ? inTarget.next(inTarget.owner) : nullptr;
+}
+
+// The first call below a rank.
+const Call* CallsBelow(Target& ioTarget, const Event& inEvent, Rank inRank)
+{
+    const Call* call = CallsFor(ioTarget, inEvent);
+    while (call->proc && call->rank >= inRank)
+        ++call;
+    return call;
 }
 
 bool MayGoOn(OSStatus inStatus, OptionBits inOptions)
@@ -55,110 +67,110 @@ bool MayGoOn(OSStatus inStatus, OptionBits inOptions)
     return inStatus == eventNotHandledErr || (inOptions & kEventTargetSendToAllHandlers);
 }
 
-// The first call below a rank; the index after the last when there is none.
-uint32_t FirstBelow(const Target& inTarget, const CallTable::Chain& inChain, Rank inRank)
-{
-    uint32_t index = inChain.first;
-    while (index < inChain.first + inChain.count && inTarget.calls.At(index).rank >= inRank)
-        ++index;
-    return index;
-}
-
 struct Outcome {
     OSStatus status = eventNotHandledErr;
     bool done = false; // nobody else is asked
 };
 
-// What a handler's answer means for the level. True when the level is at its end.
-bool EndsLevel(const Level& inLevel, OSStatus inStatus, Outcome* ioOutcome)
+// What a handler's answer means for its target. True when no more of its handlers are called.
+bool EndsTarget(const Place& inPlace, OSStatus inStatus, Outcome* ioOutcome)
 {
-    if (inStatus == eventPassToNextTargetErr && !inLevel.passedOn)
+    if (inStatus == eventPassToNextTargetErr && !(inPlace.marks & kPassedOn))
         return true;
     if (inStatus != eventPassToNextTargetErr && inStatus != eventNotHandledErr)
         ioOutcome->status = inStatus;
-    return ioOutcome->done = inLevel.passedOn || !MayGoOn(inStatus, inLevel.options);
+    return ioOutcome->done = (inPlace.marks & kPassedOn) || !MayGoOn(inStatus, inPlace.options);
 }
 
-// Calls what stands in the target's stack below the level's rank. The stack may change under each call: then
-// the place is found again by its rank.
-[[gnu::always_inline]] inline Outcome CallHandlers(Level& ioLevel, Target* inTarget, Event* inEvent)
+// The rest of a target's calls after one that may have changed them: the place is found again by its rank.
+const Call* CallsAfter(const Place& inPlace, const Event& inEvent)
 {
-    Outcome outcome;
-    Target* target = inTarget;
-    CallTable::Chain chain = CallsFor(*target, *inEvent);
-    uint32_t version = target->calls.Version();
-    uint32_t index = ioLevel.rank == kAboveAll ? chain.first : FirstBelow(*target, chain, ioLevel.rank);
-    while (index < chain.first + chain.count) {
-        const Call call = target->calls.At(index);
-        ioLevel.rank = call.rank;
-        const OSStatus status =
-            call.proc(reinterpret_cast<EventHandlerCallRef>(&ioLevel), ReferenceTo(inEvent), call.userData);
-        if (status != eventNotHandledErr || ioLevel.passedOn) [[unlikely]]
-            if (EndsLevel(ioLevel, status, &outcome))
-                return outcome;
-        if (!(target = gTargets.Find(ioLevel.target))) [[unlikely]]
-            return outcome;
-        if (target->calls.Version() == version) [[likely]] {
-            ++index;
-            continue;
-        }
-        chain = CallsFor(*target, *inEvent);
-        version = target->calls.Version();
-        index = FirstBelow(*target, chain, ioLevel.rank);
-    }
-    return outcome;
+    static constexpr Call kNone = {};
+    Target* target = gTargets.Find(inPlace.target);
+    return target ? CallsBelow(*target, inEvent, inPlace.rank) : &kNone;
 }
 
-// From a place in one target's stack to the end of the way. The first target may be gone.
-[[gnu::always_inline]] inline OSStatus Walk(Event* inEvent, Target* inTarget, EventTargetRef inReference,
-                                            EventTargetRef inNext, Rank inBelow, OptionBits inOptions)
+inline OSStatus CallOne(Place& ioPlace, Event* inEvent, const Call& inCall)
+{
+    ioPlace.rank = inCall.rank;
+    return inCall.proc(reinterpret_cast<EventHandlerCallRef>(&ioPlace), ReferenceTo(inEvent),
+                       inCall.userData);
+}
+
+// To the target behind this one; null when nobody is.
+inline const Call* CallsOfNext(Place& ioPlace, const Event& inEvent)
+{
+    if (!ioPlace.next || (ioPlace.options & kEventTargetDontPropagate))
+        return nullptr;
+    Target* target = gTargets.Find(ioPlace.next);
+    if (!target)
+        return nullptr;
+    ioPlace.target = ioPlace.next;
+    ioPlace.next = NextOf(*target);
+    ioPlace.marks = 0;
+    return CallsFor(*target, inEvent);
+}
+
+// Goes on after a call that answered, or that changed something, in every detail.
+[[gnu::noinline]] OSStatus WalkWithCare(Place& ioPlace, Event* inEvent, OSStatus inStatus)
 {
     OSStatus result = eventNotHandledErr;
-    while (true) {
-        if (inTarget) {
-            Level level(inReference, inNext, inBelow, inOptions);
-            const Outcome outcome = CallHandlers(level, inTarget, inEvent);
-            if (outcome.done)
-                return outcome.status;
-            if (outcome.status != eventNotHandledErr)
-                result = outcome.status;
-        }
-        if (inOptions & kEventTargetDontPropagate)
-            return result;
-        inTarget = gTargets.Find(inNext);
-        if (!inTarget)
-            return result;
-        inReference = inNext;
-        inNext = NextOf(*inTarget);
-        inBelow = kAboveAll;
-    }
+    OSStatus status = inStatus;
+    const Call* call = nullptr;
+    do {
+        Outcome outcome;
+        while (!EndsTarget(ioPlace, status, &outcome) && (call = CallsAfter(ioPlace, *inEvent))->proc)
+            status = CallOne(ioPlace, inEvent, *call);
+        if (outcome.done)
+            return outcome.status;
+        if (outcome.status != eventNotHandledErr)
+            result = outcome.status;
+        while ((call = CallsOfNext(ioPlace, *inEvent)) && !call->proc)
+            ;
+        if (call)
+            status = CallOne(ioPlace, inEvent, *call);
+    } while (call);
+    return result;
 }
 
-Level* FindLevel(EventHandlerCallRef inCallRef)
+// Through the calls of one target, and those of the targets behind it, for as long as nobody takes the event
+// and nothing changes.
+[[gnu::always_inline]] inline OSStatus Walk(Place& ioPlace, Event* inEvent, const Call* inFirst)
 {
-    for (Level* level = Level::gInnermost; level; level = level->outer)
-        if (reinterpret_cast<EventHandlerCallRef>(level) == inCallRef)
-            return level;
+    const Call* call = inFirst;
+    do {
+        for (; call->proc; ++call) {
+            const OSStatus status = CallOne(ioPlace, inEvent, *call);
+            if (status != eventNotHandledErr || ioPlace.marks) [[unlikely]]
+                return WalkWithCare(ioPlace, inEvent, status);
+        }
+    } while ((call = CallsOfNext(ioPlace, *inEvent)));
+    return eventNotHandledErr;
+}
+
+Place* FindPlace(EventHandlerCallRef inCallRef)
+{
+    for (Place* place = Place::gInnermost; place; place = place->outer)
+        if (reinterpret_cast<EventHandlerCallRef>(place) == inCallRef)
+            return place;
     return nullptr;
 }
 
-[[gnu::noinline]] OSStatus SendTo(Target* inTarget, EventTargetRef inReference, Event* inEvent,
-                                  OptionBits inOptions)
+[[gnu::always_inline]] inline OSStatus SendTo(Target* inTarget, EventTargetRef inReference, Event* inEvent,
+                                              OptionBits inOptions)
 {
     const StRetained alive(inEvent);
-    return Walk(inEvent, inTarget, inReference, NextOf(*inTarget), kAboveAll, inOptions);
-}
-
-inline OSStatus SendChecked(EventRef inEvent, EventTargetRef inTarget, OptionBits inOptions)
-{
-    Event* event = FindEvent(inEvent);
-    Target* target = gTargets.Find(inTarget);
-    if (!event || !target)
-        return paramErr;
-    return SendTo(target, inTarget, event, inOptions);
+    Place place(inReference, NextOf(*inTarget), inOptions);
+    return Walk(place, inEvent, CallsFor(*inTarget, *inEvent));
 }
 
 } // namespace
+
+void DisturbWalks()
+{
+    for (Place* place = Place::gInnermost; place; place = place->outer)
+        place->marks |= kDisturbed;
+}
 
 OSStatus Send(Event* inEvent, EventTargetRef inTarget, OptionBits inOptions)
 {
@@ -172,21 +184,29 @@ using namespace lampblack::events;
 
 OSStatus SendEventToEventTarget(EventRef inEvent, EventTargetRef inTarget)
 {
-    return SendChecked(inEvent, inTarget, kNilOptions);
+    Event* event = FindEvent(inEvent);
+    Target* target = gTargets.Find(inTarget);
+    if (!event || !target)
+        return paramErr;
+    return SendTo(target, inTarget, event, kNilOptions);
 }
 
 OSStatus SendEventToEventTargetWithOptions(EventRef inEvent, EventTargetRef inTarget, OptionBits inOptions)
 {
-    return SendChecked(inEvent, inTarget, inOptions);
+    if (!FindEvent(inEvent) || !gTargets.Find(inTarget))
+        return paramErr;
+    return Send(FindEvent(inEvent), inTarget, inOptions);
 }
 
+// The rest of the way, walked by itself: the target may be gone.
 OSStatus CallNextEventHandler(EventHandlerCallRef inCallRef, EventRef inEvent)
 {
-    Level* level = FindLevel(inCallRef);
+    Place* caller = FindPlace(inCallRef);
     Event* event = FindEvent(inEvent);
-    if (!level || !event)
+    if (!caller || !event)
         return paramErr;
-    level->passedOn = true;
+    caller->marks |= kPassedOn;
     const StRetained alive(event);
-    return Walk(event, gTargets.Find(level->target), level->target, level->next, level->rank, level->options);
+    Place place(caller->target, caller->next, caller->options);
+    return Walk(place, event, CallsAfter(*caller, *event));
 }

@@ -1,8 +1,9 @@
-// Records that are checked on every use: a reference is a record's address with the record's generation in
-// its low bits, so that asking whether it is alive takes a subtraction and two comparisons, and a reference
-// to a record that was given back stays dead until its slot has been used again some dozens of times.
+// Records that are checked on every use. A reference is no address but a number: below, the place of the
+// record's slot in the pool, above, how often the slot was used. The live reference stands in the slot, so
+// that asking whether one is alive takes a mask, an addition and one comparison; and a stale one stays dead
+// until its slot has been used four thousand million times.
 //
-//     struct Timer : Slot<Timer> { ... };
+//     struct Timer : Slot { ... };
 //     SlotPool<Timer, EventLoopTimerRef, 1 << 20> pool;
 //     Timer* timer = pool.Take();                      // null when all are taken
 //     EventLoopTimerRef reference = pool.ReferenceTo(timer);
@@ -10,7 +11,7 @@
 //     pool.GiveBack(timer);
 //
 // A record is constructed when its slot is first used and then stays constructed; whoever takes one sets it
-// up.
+// up. What is no reference of this pool, whatever its bits, finds nothing.
 #ifndef LAMPBLACK_EVENTS_SLOTPOOL_H
 #define LAMPBLACK_EVENTS_SLOTPOOL_H
 
@@ -34,93 +35,106 @@
 
 namespace lampblack::events {
 
-template <class Record>
+// Of a slot in use, its reference. Of a free one, its next reference plus one slot, which would be a
+// reference to its neighbour; 0 of a slot that was never used.
 struct Slot {
-    static constexpr uint32_t kDead = 0xFFFFFFFF;
-
-    uint32_t tag = kDead;    // the low bits of the live reference
-    uint32_t generation = 0; // of the next reference
-    Record* nextFree = nullptr;
+    uint64_t tag = 0;
+    Slot* nextFree = nullptr;
 };
 
 template <class Record, class Reference, size_t kCapacity>
 class SlotPool {
 public:
-    // The addresses are reserved at once, and cost no memory until they are used.
-    SlotPool()
-    {
-        void* storage = mmap(nullptr, kCapacity * kSlotSize, PROT_READ | PROT_WRITE,
-                             MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-        if (storage == MAP_FAILED)
-            return;
-        madvise(storage, kCapacity * kSlotSize, MADV_NOHUGEPAGE); // a huge page for ten timers is too much
-        fBase = (uintptr_t)storage;
-        fReserved = kCapacity;
-#ifdef LAMPBLACK_EVENTS_LEAK_CHECKED
-        fReserved = kCapacity / 16; // the checker reads all of it to see what the records own
-        __lsan_register_root_region(storage, fReserved * kSlotSize);
-#endif
-    }
+    constexpr SlotPool() = default;
     SlotPool(const SlotPool&) = delete;
     SlotPool& operator=(const SlotPool&) = delete;
 
     Record* Find(Reference inReference) const
     {
-        const uintptr_t offset = (uintptr_t)inReference - fBase;
-        if (offset >= fUsedBytes)
-            return nullptr;
-        Record* record = (Record*)(fBase + (offset & ~kMask));
-        return record->tag == (offset & kMask) ? record : nullptr;
+        const uint64_t key = (uint64_t)(uintptr_t)inReference;
+        Slot* slot = (Slot*)((char*)gBase + (key & gMask));
+        return slot->tag == key ? static_cast<Record*>(slot) : nullptr;
     }
 
-    Reference ReferenceTo(const Record* inRecord) const
-    {
-        return (Reference)((uintptr_t)inRecord + inRecord->tag);
-    }
+    Reference ReferenceTo(const Record* inRecord) const { return (Reference)(uintptr_t)inRecord->tag; }
+
+    bool HasFree() const { return gFree; }
 
     Record* Take()
     {
-        Record* record = fFree ? fFree : NewSlot();
-        if (!record) [[unlikely]]
-            return nullptr;
-        fFree = record->nextFree;
-        record->tag = record->generation++ & kMask;
-        ++fAlive;
-        return record;
+        Slot* slot = gFree;
+        if (!slot) [[unlikely]]
+            if (!(slot = NewSlot()))
+                return nullptr;
+        gFree = slot->nextFree;
+        slot->tag -= kSlotSize;
+        return static_cast<Record*>(slot);
     }
 
     void GiveBack(Record* inRecord)
     {
-        inRecord->tag = Record::kDead;
-        inRecord->nextFree = fFree;
-        fFree = inRecord;
-        --fAlive;
-    }
-
-    size_t Alive() const
-    {
-        return fAlive;
+        inRecord->tag += kUse + kSlotSize;
+        inRecord->nextFree = gFree;
+        gFree = inRecord;
     }
 
 private:
     static constexpr size_t kSlotSize = std::bit_ceil(sizeof(Record));
-    static constexpr uintptr_t kMask = kSlotSize - 1;
-    static_assert(kSlotSize >= 64 && kSlotSize <= 4096, "room for generations; slots lie on their own size");
+    static constexpr uint64_t kUse = uint64_t{ 1 } << 32;      // one use in a reference
+    static constexpr uint64_t kFirstUse = uint64_t{ 1 } << 63; // a bit that no address has
+    static_assert(std::has_single_bit(kCapacity) && kCapacity * kSlotSize <= kUse, "room for the place");
 
-    [[gnu::noinline]] Record* NewSlot()
+    // Where every reference leads before the first record is made: two slots with the tags of no record.
+    static inline constinit Slot gNothing[kSlotSize / sizeof(Slot) + 1] = { { kSlotSize, nullptr } };
+
+    // As many slots as the machine has addresses for.
+    static void* Map(size_t* ioSize)
     {
-        if (fUsedBytes == fReserved * kSlotSize)
+        for (; *ioSize >= 256 * kSlotSize; *ioSize /= 2) {
+            void* storage = mmap(nullptr, *ioSize, PROT_READ | PROT_WRITE,
+                                 MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+            if (storage != MAP_FAILED)
+                return storage;
+        }
+        return nullptr;
+    }
+
+    // The addresses are reserved at once, and cost no memory until they are used. Where no record is yet
+    // there are zeros, the tag of nothing. The first slot is nobody's: null and small numbers lead there.
+    bool Reserve()
+    {
+        size_t size = kCapacity * kSlotSize;
+#ifdef LAMPBLACK_EVENTS_LEAK_CHECKED
+        size /= 16; // the checker reads all of it to see what the records own
+#endif
+        void* storage = Map(&size);
+        if (!storage)
+            return false;
+        madvise(storage, size, MADV_NOHUGEPAGE); // a huge page for ten records is too much
+#ifdef LAMPBLACK_EVENTS_LEAK_CHECKED
+        __lsan_register_root_region(storage, size);
+#endif
+        gBase = new (storage) Slot{ kSlotSize, nullptr };
+        gMask = size - kSlotSize;
+        gUsed = kSlotSize;
+        return true;
+    }
+
+    [[gnu::noinline]] Slot* NewSlot()
+    {
+        if ((!gUsed && !Reserve()) || gUsed > gMask)
             return nullptr;
-        Record* record = new ((void*)(fBase + fUsedBytes)) Record;
-        fUsedBytes += kSlotSize;
+        Record* record = new ((void*)((char*)gBase + gUsed)) Record;
+        record->tag = kFirstUse + gUsed + kSlotSize;
+        gUsed += kSlotSize;
         return record;
     }
 
-    uintptr_t fBase = 0;
-    size_t fReserved = 0;
-    uintptr_t fUsedBytes = 0;
-    Record* fFree = nullptr;
-    size_t fAlive = 0;
+    // Static, so that each is found without asking where the pool is; there is one pool of a kind.
+    static inline constinit Slot* gBase = gNothing;
+    static inline constinit uint64_t gMask = kSlotSize; // of the place in a reference
+    static inline constinit Slot* gFree = nullptr;
+    static inline constinit uint64_t gUsed = 0; // bytes
 };
 
 } // namespace lampblack::events

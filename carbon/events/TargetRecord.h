@@ -7,6 +7,7 @@
 
 #include <Carbon/CarbonEventsCore.h>
 
+#include <memory>
 #include <vector>
 
 namespace lampblack::events {
@@ -20,7 +21,7 @@ inline constexpr Rank kAboveAll = ~Rank{ 0 };
 inline constexpr Rank kApplicationRank = Rank{ 1 } << 63;
 inline constexpr Rank kCatchAllRank = 0;
 
-struct Handler : Slot<Handler> {
+struct Handler : Slot {
     Target* target = nullptr;
     EventHandlerProcPtr proc = nullptr;
     void* userData = nullptr;
@@ -28,56 +29,60 @@ struct Handler : Slot<Handler> {
     std::vector<EventTypeSpec> types;
 };
 
-// What is called for one type of event, in order. Made when the first such event comes, and kept until a
-// handler comes or goes.
+// What is called for one type of event, in order, up to one without a procedure. Made when the first such
+// event comes, and kept until a handler comes or goes.
 struct Call {
-    Rank rank;
     EventHandlerProcPtr proc;
     void* userData;
+    Rank rank;
 };
+
+// What the walks that are going on know of targets and their calls may no longer be so.
+void DisturbWalks();
+
+// The calls for one type of event; none in an entry of the table that is free.
+struct CallChain {
+    uint64_t type = 0;
+    const Call* calls = nullptr;
+};
+inline constexpr CallChain kNoChain = {};
 
 class CallTable {
 public:
-    struct Chain {
-        uint64_t type;
-        uint32_t first, count; // of the calls; count is kFree in an unused entry
-    };
-
-    // Null when nobody has asked for this type since Clear.
-    const Chain* Find(uint64_t inType) const
+    // Null when nobody has asked for this type since Clear, and now and then for one that was asked for.
+    const Call* FindAtOnce(uint64_t inType) const
     {
-        if (fChains.empty()) [[unlikely]]
-            return nullptr;
-        for (size_t slot = Home(inType);; slot = (slot + 1) & fMask) {
-            const Chain& chain = fChains[slot];
-            if (chain.type == inType && chain.count != kFree) [[likely]]
-                return &chain;
-            if (chain.count == kFree)
-                return nullptr;
-        }
+        const CallChain& chain = At(Home(inType));
+        return chain.type == inType ? chain.calls : nullptr;
+    }
+    const Call* Find(uint64_t inType) const
+    {
+        for (size_t slot = Home(inType);; slot = Next(slot))
+            if (At(slot).type == inType || !At(slot).calls)
+                return At(slot).calls;
     }
 
-    const Chain* Add(uint64_t inType, const std::vector<Handler*>& inHandlers, const Call* inCatchAll);
-    const Call& At(size_t inIndex) const { return fCalls[inIndex]; }
-    uint32_t Version() const { return fVersion; }
+    const Call* Add(uint64_t inType, const std::vector<Handler*>& inHandlers, const Call* inCatchAll);
     void Clear();
 
 private:
-    static constexpr uint32_t kFree = 0xFFFFFFFF;
     static constexpr size_t kMostChains = 1024; // a program that invents event kinds does not fill the memory
 
-    size_t Home(uint64_t inType) const { return (size_t)((inType * 0x9E3779B97F4A7C15u) >> 40) & fMask; }
-    void Insert(const Chain& inChain);
+    // A slot is a distance in bytes.
+    const CallChain& At(size_t inSlot) const { return *(const CallChain*)((const char*)fChains + inSlot); }
+    size_t Home(uint64_t inType) const { return (size_t)(inType * 0x9E3779B97F4A7C15u >> 32) & fMask; }
+    size_t Next(size_t inSlot) const { return (inSlot + sizeof(CallChain)) & fMask; }
+    void Insert(const CallChain& inChain);
     void Grow();
 
-    std::vector<Chain> fChains;
-    std::vector<Call> fCalls;
-    size_t fMask = 0; // the number of chains less one
+    const CallChain* fChains = &kNoChain;
+    size_t fMask = 0;
     size_t fCount = 0;
-    uint32_t fVersion = 0;
+    std::vector<CallChain> fOwned; // the chains
+    std::vector<std::unique_ptr<Call[]>> fCalls;
 };
 
-struct Target : Slot<Target> {
+struct Target : Slot {
     void* owner = nullptr;
     EventTargetRef (*next)(void* owner) = nullptr;
     EventHandlerProcPtr catchAll = nullptr; // hears, after all handlers, events of every type
@@ -87,13 +92,8 @@ struct Target : Slot<Target> {
 
 using TargetPool = SlotPool<Target, EventTargetRef, 1 << 18>;
 using HandlerPool = SlotPool<Handler, EventHandlerRef, 1 << 18>;
-extern TargetPool gTargets;
-extern HandlerPool gHandlers;
-
-inline uint64_t TypeKey(OSType inClass, UInt32 inKind)
-{
-    return (uint64_t)inClass << 32 | inKind;
-}
+extern constinit TargetPool gTargets;
+extern constinit HandlerPool gHandlers;
 
 OSStatus AddHandler(EventTargetRef inTarget, bool inIsDefault, ItemCount inCount, const EventTypeSpec* inList,
                     EventHandlerProcPtr inProc, void* inUserData, EventHandlerRef* outHandler);

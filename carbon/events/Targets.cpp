@@ -6,8 +6,8 @@
 
 namespace lampblack::events {
 
-TargetPool gTargets;
-HandlerPool gHandlers;
+constinit TargetPool gTargets;
+constinit HandlerPool gHandlers;
 
 // The calls of one type
 
@@ -19,48 +19,52 @@ static bool Hears(const Handler& inHandler, uint64_t inType)
     return false;
 }
 
-const CallTable::Chain* CallTable::Add(uint64_t inType, const std::vector<Handler*>& inHandlers,
-                                       const Call* inCatchAll)
+const Call* CallTable::Add(uint64_t inType, const std::vector<Handler*>& inHandlers, const Call* inCatchAll)
 {
     if (fCount == kMostChains)
         Clear();
-    if ((fCount + 1) * 2 > fChains.size())
+    if ((fCount + 1) * 2 > fOwned.size())
         Grow();
-    const uint32_t first = (uint32_t)fCalls.size();
+    std::vector<Call> calls;
     for (const Handler* handler : inHandlers)
         if (Hears(*handler, inType))
-            fCalls.push_back({ handler->rank, handler->proc, handler->userData });
+            calls.push_back({ handler->proc, handler->userData, handler->rank });
     if (inCatchAll)
-        fCalls.push_back(*inCatchAll);
-    Insert({ inType, first, (uint32_t)fCalls.size() - first });
+        calls.push_back(*inCatchAll);
+    calls.push_back({});
+    fCalls.push_back(std::make_unique<Call[]>(calls.size()));
+    Call* kept = fCalls.back().get();
+    std::copy(calls.begin(), calls.end(), kept);
+    Insert({ inType, kept });
     ++fCount;
-    return Find(inType);
+    return kept;
 }
 
-void CallTable::Insert(const Chain& inChain)
+void CallTable::Insert(const CallChain& inChain)
 {
     size_t slot = Home(inChain.type);
-    while (fChains[slot].count != kFree)
-        slot = (slot + 1) & fMask;
-    fChains[slot] = inChain;
+    while (At(slot).calls)
+        slot = Next(slot);
+    fOwned[slot / sizeof(CallChain)] = inChain;
 }
 
 void CallTable::Grow()
 {
-    std::vector<Chain> old(fChains.empty() ? 8 : fChains.size() * 2, Chain{ 0, 0, kFree });
-    old.swap(fChains);
-    fMask = fChains.size() - 1;
-    for (const Chain& chain : old)
-        if (chain.count != kFree)
+    std::vector<CallChain> old(fOwned.empty() ? 8 : fOwned.size() * 2);
+    old.swap(fOwned);
+    fChains = fOwned.data();
+    fMask = (fOwned.size() - 1) * sizeof(CallChain);
+    for (const CallChain& chain : old)
+        if (chain.calls)
             Insert(chain);
 }
 
 void CallTable::Clear()
 {
-    ++fVersion;
+    DisturbWalks();
     if (!fCount)
         return;
-    std::fill(fChains.begin(), fChains.end(), Chain{ 0, 0, kFree });
+    std::fill(fOwned.begin(), fOwned.end(), CallChain{});
     fCalls.clear();
     fCount = 0;
 }

@@ -11,7 +11,7 @@ namespace lampblack::events {
 
 using host::kForever;
 
-TimerPool gTimerPool;
+constinit TimerPool gTimerPool;
 TimerList gTimers;
 
 void TimerList::Arm(size_t inPosition, double inTime)
@@ -45,6 +45,7 @@ Timer* TimerList::Install(double inTime)
     if (!timer)
         return nullptr;
     timer->position = TakePosition();
+    ++fCount;
     timer->isFiring = false;
     timer->idle = Timer::Idle::No;
     fTimers[timer->position] = gTimerPool.ReferenceTo(timer);
@@ -68,7 +69,7 @@ void TimerList::Remove(Timer* inTimer)
     fTimes[inTimer->position] = kForever;
     fGaps.push_back(inTimer->position);
     gTimerPool.GiveBack(inTimer);
-    if (IsEmpty()) [[unlikely]]
+    if (!--fCount) [[unlikely]]
         Clear();
 }
 

@@ -12,7 +12,7 @@
 
 namespace lampblack::events {
 
-struct Timer : Slot<Timer> {
+struct Timer : Slot {
     enum class Idle : UInt8 { No, Waiting, Idling, Stopping };
 
     UInt32 position = 0; // in the arrays
@@ -36,7 +36,7 @@ public:
     Timer* Install(double inTime);
     void Remove(Timer* inTimer);
     void SetTime(Timer* inTimer, double inTime); // host::kForever: never
-    bool IsEmpty() const { return fGaps.size() == fTimes.size(); }
+    bool IsEmpty() const { return fCount == 0; }
 
     // The earliest time of any timer.
     double Next();
@@ -69,6 +69,7 @@ private:
     void Fire(const Due& inDue, double inNow);
     static double TimeAfter(const Timer& inTimer, double inDue, double inNow);
 
+    size_t fCount = 0;
     std::vector<double> fTimes; // host::kForever in a gap
     std::vector<EventLoopTimerRef> fTimers;
     std::vector<UInt32> fGaps;   // room for one a timer
@@ -80,7 +81,7 @@ private:
 };
 
 using TimerPool = SlotPool<Timer, EventLoopTimerRef, 1 << 20>;
-extern TimerPool gTimerPool;
+extern constinit TimerPool gTimerPool;
 extern TimerList gTimers;
 
 } // namespace lampblack::events
