@@ -120,7 +120,7 @@ bool NumberOfText(std::string_view inText, Typed* outNumber)
         *outNumber = Data(typeBoolean, Boolean{ inText == "true" });
         return true;
     }
-    if (inText[0] == '+')
+    if (inText[0] == '+' && !inText.starts_with("+-"))
         inText.remove_prefix(1);
     if (inText.find_first_not_of("0123456789+-.eE") != std::string_view::npos)
         return false; // the words for what is no number

@@ -118,6 +118,10 @@ OSErr Deliver(DragRef inDrag, DragItemRef inItem, FlavorType inType)
     if (err != noErr)
         return err;
     flavor->isBeingSent = false;
+    if (sent != noErr) { // what came before the error does not count
+        flavor->isPromise = true;
+        flavor->data.clear();
+    }
     return sent != noErr || flavor->isPromise ? OSErr{ cantGetFlavorErr } : OSErr{ noErr };
 }
 
