@@ -33,6 +33,21 @@ SInt16 FindResourceFileOfCreator(SInt16 inVRefNum, OSType inCreator)
     return 0;
 }
 
+OSStatus SetResult(OSErr inResult)
+{
+    LMSetResErr(inResult);
+    return inResult;
+}
+
+// Why a look-up found nothing.
+OSErr MissingReason()
+{
+    OSErr err = ResError();
+    if (err == noErr)
+        err = MemError();
+    return err != noErr ? err : static_cast<OSErr>(resNotFound);
+}
+
 } // namespace
 
 StResFile::StResFile(SInt16 inRefNum) : fSaved(CurResFile())
@@ -73,6 +88,69 @@ SInt16 GetCurrentResourceFileID()
 SInt16 GetApplicationResFile()
 {
     return fgApplicationResFile;
+}
+
+Handle GetApplicationResource(OSType inType, SInt16 inID)
+{
+    if (fgApplicationResFile == -1) {
+        LMSetResErr(fnfErr);
+        return nullptr;
+    }
+    Handle resource = nullptr;
+    OSErr err = noErr;
+    {
+        const StResFile file(fgApplicationResFile);
+        resource = Get1Resource(inType, inID);
+        if (!resource)
+            err = MissingReason();
+    }
+    LMSetResErr(err);
+    return resource;
+}
+
+OSStatus AddApplicationResource(Handle inData, OSType inType, SInt16 inID, ConstStr255Param inName)
+{
+    if (fgApplicationResFile == -1)
+        return SetResult(fnfErr);
+    OSErr err = noErr;
+    {
+        const StResFile file(fgApplicationResFile);
+        AddResource(inData, inType, inID, inName);
+        err = ResError();
+        if (err == noErr)
+            UpdateResFile(fgApplicationResFile);
+    }
+    return SetResult(err);
+}
+
+OSStatus CopyApplicationResource(OSType inType, SInt16 inID, ConstStr255Param inName)
+{
+    const Handle resource = GetApplicationResource(inType, inID);
+    if (!resource)
+        return SetResult(ResError() != noErr ? ResError() : static_cast<SInt16>(resNotFound));
+    DetachResource(resource);
+    AddResource(resource, inType, inID, inName);
+    const OSErr err = ResError();
+    if (err == noErr)
+        WriteResource(resource);
+    return SetResult(err);
+}
+
+OSStatus RemoveResourceByID(OSType inType, SInt16 inID)
+{
+    SetResLoad(false);
+    const Handle resource = Get1Resource(inType, inID);
+    SetResLoad(true);
+    if (!resource)
+        return SetResult(noErr);
+    RemoveResource(resource);
+    const OSErr err = ResError();
+    if (err == noErr)
+        DisposeHandle(resource);
+    else
+        ReleaseResource(resource);
+    UpdateResFile(CurResFile());
+    return SetResult(err);
 }
 
 OSStatus flipCustomResources(OSType inDomain, OSType inType, SInt16 inID, void* ioData, ByteCount inSize,

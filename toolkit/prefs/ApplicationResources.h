@@ -34,8 +34,8 @@ OSStatus InitResourceHelpers();
 
 // GetCurrentResourceFileID
 //
-// The reference of the application's resource file: the first open one whose creator is the application's.
-// 0 while none matches; an answer other than 0 is remembered.
+// The reference of the application's resource file: the first open one whose creator is the application's. 0
+// while none matches; an answer other than 0 is remembered.
 SInt16 GetCurrentResourceFileID();
 
 // GetApplicationResFile
@@ -45,7 +45,8 @@ SInt16 GetApplicationResFile();
 
 // GetApplicationResource
 //
-// A resource of the application's file and of no other. Ownership: the Resource Manager's.
+// A resource of the application's file and of no other.
+// Ownership: the Resource Manager's.
 // Errors:     null, and ResError is fnfErr while the file is unknown, resNotFound, or what the Resource or
 //             Memory Manager answered.
 Handle GetApplicationResource(OSType inType, SInt16 inID);
@@ -59,7 +60,8 @@ OSStatus AddApplicationResource(Handle inData, OSType inType, SInt16 inID, Const
 // CopyApplicationResource
 //
 // Copies one of the application's resources into the current resource file. inName, the copy's name, may be
-// null. Errors:     those of GetApplicationResource and AddResource; after the latter the handle is nobody's.
+// null.
+// Errors:     those of GetApplicationResource and AddResource; after the latter the handle is nobody's.
 OSStatus CopyApplicationResource(OSType inType, SInt16 inID, ConstStr255Param inName);
 
 // RemoveResourceByID
@@ -70,8 +72,9 @@ OSStatus RemoveResourceByID(OSType inType, SInt16 inID);
 
 // flipCustomResources, flipCTLHashResource
 //
-// CoreEndian flippers. Shape: 'CTL#' is a run of 16-bit words, big-endian on disk; an odd last byte is left
-// alone. Data on its way back to disk is left alone too: 'CTL#' lists are never written.
+// CoreEndian flippers.
+// Shape: 'CTL#' is a run of 16-bit words, big-endian on disk; an odd last byte is left alone. Data on its
+// way back to disk is left alone too: 'CTL#' lists are never written.
 // Errors: handlerNotFoundErr for any other type.
 OSStatus flipCustomResources(OSType inDomain, OSType inType, SInt16 inID, void* ioData, ByteCount inSize,
                              Boolean inCurrentlyNative, void* inRefCon);

@@ -16,7 +16,8 @@ LAMPBLACK_BEGIN
 // FSReadHandle, FSpReadDF
 //
 // A new handle with as many bytes as the fork has, read from the mark of an open fork or from the start of a
-// file's data fork. Ownership: the caller's. Null on any error.
+// file's data fork.
+// Ownership: the caller's. Null on any error.
 OSStatus FSReadHandle(SInt16 inRefNum, Handle* outData);
 OSStatus FSpReadDF(const FSSpec* inSpec, Handle* outData);
 
@@ -40,8 +41,8 @@ OSStatus FSpCopyFile(const FSSpec* inSource, const FSSpec* inDestination);
 
 // FSpCopyForks, FSpCopyFork
 //
-// Make the destination's forks, or one of them, equal to the source's. An empty fork of the source leaves the
-// destination's as it was: kept.
+// Make the destination's forks, or one of them, equal to the source's. An empty fork of the source leaves
+// the destination's as it was: kept.
 // Errors:     memFullErr  no buffer of at least 128 KB.
 OSStatus FSpCopyForks(const FSSpec* inSource, const FSSpec* inDestination);
 OSStatus FSpCopyFork(const FSSpec* inSource, const FSSpec* inDestination, Boolean inResourceFork);
@@ -78,7 +79,8 @@ Boolean EqualFSSpec(const FSSpec* inA, const FSSpec* inB);
 // The ID of the folder that the file is in: kept, applications store it as the file's.
 SInt32 FSpGetFileID(const FSSpec* inSpec);
 
-// The number in a file's 'vers' resource. Errors: resNotFound.
+// The number in a file's 'vers' resource.
+// Errors: resNotFound.
 OSStatus FSpGetVersion(const FSSpec* inSpec, SInt16 inID, NumVersion* outVersion);
 
 // A volume's facts by path name, or by reference when that is null; the block's name pointer is null after
@@ -102,15 +104,17 @@ OSStatus FSpResolveAliasFile(FSSpec* ioSpec);
 
 // GetFullPathname
 //
-// "Volume:Folder:File". Errors: -1410 when it would pass 255 bytes; the last part of it is there then.
+// "Volume:Folder:File".
+// Errors: -1410 when it would pass 255 bytes; the last part of it is there then.
 OSStatus GetFullPathname(FSSpec* ioSpec, StringPtr outPath);
 
-// The Unicode name of a file in Mac Roman, as a Pascal string, cut at the buffer's size. On systems
-// before 9.0 the FSSpec's own name, and paramErr for an FSRef.
+// The Unicode name of a file in Mac Roman, as a Pascal string, cut at the buffer's size. On systems before
+// 9.0 the FSSpec's own name, and paramErr for an FSRef.
 OSStatus FSpGetLongFilename(const FSSpec* inSpec, StringPtr outName, UInt32 inSize);
 OSStatus FSGetLongFilename(const FSRef* inRef, StringPtr outName, UInt32 inSize);
 
-// A Unicode name in Mac Roman, as a Pascal or C string. Errors: paramErr when it is none.
+// A Unicode name in Mac Roman, as a Pascal or C string.
+// Errors: paramErr when it is none.
 OSStatus GetUnicodeName(const HFSUniStr255* inName, unsigned char* outName, UInt32 inSize);
 OSStatus GetUnicodeName(const HFSUniStr255* inName, char* outName, UInt32 inSize);
 

@@ -14,8 +14,8 @@ enum : unsigned { kFolderMenuCreator = 'CFMU', kFolderMenuFileTag = 'FILE', kFol
 //
 // Appends an item for each file of the type in a folder, in the order of the file system; names that begin
 // with '.' are left out. Aliases stand for what they point at. With inHierarchical each subfolder that has
-// such files becomes a submenu; the submenus take the free menu IDs from 18618 on. Errors:     dirNFErr  not
-// a folder; those of FSpIsDirectory.
+// such files becomes a submenu; the submenus take the free menu IDs from 18618 on.
+// Errors:     dirNFErr  not a folder; those of FSpIsDirectory.
 OSStatus CreateFolderMenu(const FSSpec* inFolder, MenuRef inMenu, Boolean inHierarchical, OSType inFileType);
 
 // The same by directory ID. Answers whether any item was added.

@@ -1,7 +1,7 @@
 // The application's preference file: which file it is, opening it, deleting it. Begin at
 // DefinePreferenceFile; the values in it are in Preferences.h.
 //
-//     DefinePreferenceFile("\pMy Game Preferences", 'GAME', 'pref', false);
+//     DefinePreferenceFile(kPreferencesName, 'GAME', 'pref', false);
 //     const SInt32 level = GetSInt32Preference('PREF', 128, 1);   // makes the file when it is not there
 //     if (PreferenceFileCreated())
 //         ...
@@ -42,16 +42,16 @@ void SetPreferenceFile(const PreferenceFileInfo* inInfo);
 //
 // Where the file is. A file that is not there is made, with an empty resource fork; PreferenceFileCreated
 // tells. *outCreated is set to false at the start and is not the flag that is set when the file is made:
-// kept, every caller of old passed that flag itself. Errors:     paramErr  null; else what FindFolder,
-// FSMakeFSSpec, FSpCreate or FSpCreateResFile answers.
+// kept, every caller of old passed that flag itself.
+// Errors:     paramErr  null; else what FindFolder, FSMakeFSSpec, FSpCreate or FSpCreateResFile answers.
 OSStatus GetPreferenceFileFSSpec(FSSpec* outSpec, Boolean* outCreated);
 
 // OpenPreferenceFile
 //
-// Opens the file and makes it the current resource file, which it stays. While it is open, every operation of
-// Preferences.h works in it and leaves it open; otherwise each opens and closes it around itself.
+// Opens the file and makes it the current resource file, which it stays. While it is open, every operation
+// of Preferences.h works in it and leaves it open; otherwise each opens and closes it around itself.
 // Errors:     those of GetPreferenceFileFSSpec and FSpOpenResFile; the current resource file is as before
-// then.
+//             then.
 OSStatus OpenPreferenceFile(SInt8 inPermission);
 
 // Errors:     fnOpnErr  it is not open; else what CloseResFile answers.
@@ -61,7 +61,8 @@ OSStatus ClosePreferenceFile(void);
 //
 // Deletes the file and forgets where it was. A file that is open is not closed first: the deletion then
 // fails, and the file counts as not open here all the same. Kept: applications close it themselves and rely
-// on the rest. Errors:     those of GetPreferenceFileFSSpec and FSpDelete.
+// on the rest.
+// Errors:     those of GetPreferenceFileFSSpec and FSpDelete.
 OSStatus DeletePreferenceFile(void);
 
 // Whether the last lookup (any open, read or write that came to the file) made the file: the moment to write
@@ -70,8 +71,8 @@ Boolean PreferenceFileCreated(void);
 
 // AddStandardPreferenceFileResources
 //
-// Copies the application's 'vers' 1 and 2, and its 'STR ' -16397 and -16396 that the desktop shows for a file
-// that it cannot open, into the preference file, in place of those that are there.
+// Copies the application's 'vers' 1 and 2, and its 'STR ' -16397 and -16396 that the desktop shows for a
+// file that it cannot open, into the preference file, in place of those that are there.
 // Errors:     those of OpenPreferenceFile; what cannot be copied is passed over.
 OSStatus AddStandardPreferenceFileResources(Boolean inVersions, Boolean inFinderStrings);
 

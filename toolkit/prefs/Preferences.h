@@ -22,20 +22,21 @@ OSStatus AddPreferenceResource(Handle inData, OSType inType, SInt16 inID, ConstS
 // AddPreferenceData
 //
 // Stores a copy of inSize bytes. Kept: when no memory can be had for them the result is inSize, cut to 16
-// bits. Errors:     paramErr  null data with a size; those of AddPreferenceResource.
+// bits.
+// Errors:     paramErr  null data with a size; those of AddPreferenceResource.
 OSStatus AddPreferenceData(const void* inData, SInt32 inSize, OSType inType, SInt16 inID,
                            ConstStr255Param inName);
 
 // AddNamedPreferenceData
 //
-// Stores under a name: an entry of the type and name is replaced under its ID, a new one gets an ID by chance
-// above 100.
+// Stores under a name: an entry of the type and name is replaced under its ID, a new one gets an ID by
+// chance above 100.
 OSStatus AddNamedPreferenceData(const void* inData, SInt32 inSize, OSType inType, ConstStr255Param inName);
 
 // GetPreferenceResource, GetNamedPreferenceResource
 //
-// An entry's bytes in a handle that is the caller's; null when there is none, and ResError says why.
-// outID may be null.
+// An entry's bytes in a handle that is the caller's; null when there is none, and ResError says why. outID
+// may be null.
 Handle GetPreferenceResource(OSType inType, SInt16 inID);
 Handle GetNamedPreferenceResource(OSType inType, SInt16* outID, ConstStr255Param inName);
 
@@ -43,7 +44,8 @@ Handle GetNamedPreferenceResource(OSType inType, SInt16* outID, ConstStr255Param
 //
 // Copies inSize bytes of an entry, or the whole entry when inSize is -1 whatever its size; the destination
 // must hold the largest value that is ever stored. Without the entry inDefaultSize bytes of inDefault are
-// copied (none: the destination is left alone). An entry of fewer bytes than inSize is laid over the default.
+// copied (none: the destination is left alone). An entry of fewer bytes than inSize is laid over the
+// default.
 void GetPreferenceData(OSType inType, SInt16 inID, void* outData, SInt32 inSize, const void* inDefault,
                        SInt32 inDefaultSize);
 void GetNamedPreferenceData(OSType inType, ConstStr255Param inName, void* outData, SInt32 inSize,
@@ -56,8 +58,9 @@ OSStatus RemovePreferenceResource(OSType inType, SInt16 inID);
 
 // StoreWindowPosition, RestoreWindowPosition
 //
-// A window's place as entry 'wpos'. Restoring follows SetWindowPosition: without an entry the window is
-// centred. Errors:     MemError for a null window; those of AddPreferenceResource and SetWindowPosition.
+// A window's place as entry 'wpos'. Restoring follows SetWindowPosition: without an entry, or with one that
+// is cut off, the window is centred.
+// Errors:     MemError for a null window; those of AddPreferenceResource and SetWindowPosition.
 OSStatus StoreWindowPosition(WindowRef inWindow, SInt16 inID);
 OSStatus RestoreWindowPosition(WindowRef inWindow, SInt16 inID);
 

@@ -25,7 +25,8 @@ OSStatus Get1NumVersion(SInt16 inID, NumVersion* outVersion);
 OSStatus GetApplicationNumVersion(NumVersion* outVersion);
 
 // 'BOOL': byte 0. 'RECT': top, left, bottom, right, and 'RGB ': red, green, blue, 16 bits each, in the byte
-// order in which the Resource Manager delivers them. What is missing, wholly or at the end, is false or zero.
+// order in which the Resource Manager delivers them. What is missing, wholly or at the end, is false or
+// zero.
 Boolean GetBoolean(SInt16 inID);
 Boolean Get1Boolean(SInt16 inID);
 Rect GetRect(SInt16 inID);
@@ -45,7 +46,8 @@ Boolean GetStringByName(StringPtr outText, ConstStr255Param inName);
 //
 // Append the short version string of a 'vers' resource. Without one a Pascal string gets "<unknown>"
 // appended, but a C string is replaced by it: kept, since about boxes rely on either. ioText holds up to 256
-// bytes. Errors:     resNotFound, fnfErr as GetApplicationResource, paramErr for null.
+// bytes.
+// Errors:     resNotFound; paramErr for null.
 OSStatus ConcatVersion(SInt16 inID, StringPtr ioText);
 OSStatus ConcatVersion(SInt16 inID, char* ioText);
 OSStatus ConcatApplicationVersion(SInt16 inID, char* ioText);

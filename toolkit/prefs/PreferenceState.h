@@ -1,0 +1,34 @@
+// What the preference file and the values in it share; private to this folder.
+#ifndef LAMPBLACK_PREFS_PREFERENCESTATE_H
+#define LAMPBLACK_PREFS_PREFERENCESTATE_H
+
+#include <Carbon/Carbon.h>
+
+namespace lampblack::prefs {
+
+// StPreferenceFile
+//
+// Makes the preference file the current resource file for an operation: opens it if need be, and then closes
+// it at the end. The current resource file is restored, and the operation's result left in ResError.
+class StPreferenceFile {
+public:
+    [[nodiscard]] explicit StPreferenceFile(SInt8 inPermission);
+    ~StPreferenceFile();
+
+    StPreferenceFile(const StPreferenceFile&) = delete;
+    StPreferenceFile& operator=(const StPreferenceFile&) = delete;
+
+    bool IsOpen() const { return fIsOpen; }
+    OSErr Result() const { return fResult; } // why it could not be opened, at first
+    OSErr SetResult(OSErr inResult) { return fResult = inResult; }
+
+private:
+    bool fWasOpen;
+    SInt16 fSaved;
+    bool fIsOpen = true;
+    OSErr fResult = noErr;
+};
+
+} // namespace lampblack::prefs
+
+#endif
