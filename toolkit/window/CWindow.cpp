@@ -6,6 +6,7 @@
 #include "controls/ControlsFromResources.h"
 #include "controls/Focus.h"
 #include "graphics/StateSavers.h"
+#include "prefs/Preferences.h"
 #include "window/CTimer.h"
 #include "window/WindowUtilities.h"
 
@@ -84,6 +85,11 @@ void CWindow::StandardSetup()
     SetupEventHandlers();
 }
 
+void CWindow::StandardTeardown()
+{
+    StoreWindowPosition();
+}
+
 void CWindow::SetupControls() const
 {
     const OSStatus err = GetNewControls(fWindow, static_cast<short>(GetWindowID(fWindow)));
@@ -97,8 +103,12 @@ void CWindow::SetupWindowBackground() const {}
 
 void CWindow::SetupWindowPosition() const
 {
-    // Not yet: the position stored in the preference file (#3). Without one a window is centred.
-    SetWindowPosition(fWindow, nullptr);
+    RestoreWindowPosition(fWindow, static_cast<short>(GetWindowID(fWindow)));
+}
+
+void CWindow::StoreWindowPosition() const
+{
+    ::StoreWindowPosition(fWindow, static_cast<short>(GetWindowID(fWindow)));
 }
 
 void CWindow::SetupTimer(EventLoopTimerProcPtr inProc, double inDelay, double inInterval)

@@ -31,7 +31,7 @@ enum : unsigned {
 // CWindow
 //
 // Owns its window and its timers; the host owns the object. Order of use: construct (which creates the window
-// from 'DLOG' inID), StandardSetup, Show, and in the end delete.
+// from 'DLOG' inID), StandardSetup, Show, and in the end StandardTeardown and delete.
 //
 // Every Do... operation answers noErr to consume its event or eventNotHandledErr to let the standard handler
 // act; except where said, the base class does nothing and answers the latter. Members are open to subclasses
@@ -54,13 +54,17 @@ public:
 
     // Theme font, background, controls, position, event handlers, in this order.
     virtual void StandardSetup();
+    // To be called before the object goes, when the window's position shall be kept.
+    virtual void StandardTeardown();
     virtual void SetupControls() const; // those of the 'CTL#' list with the window's ID
     virtual void SetupEventHandlers() const;
     virtual void SetupControlDrawHandler(ControlRef inControl) const; // DoControlDraw for this control
     virtual void SetupCommandEventHandlers() const;                   // commands, update status included
     virtual void SetupThemeFont() const;                              // nothing in the base class
     virtual void SetupWindowBackground() const;                       // nothing in the base class
+    // The position in the preference file under the window's ID: restored and stored.
     virtual void SetupWindowPosition() const;
+    virtual void StoreWindowPosition() const;
 
     // Two timers of the window's own, in seconds. SetupTimer keeps an earlier timer, and calls inProc with
     // the CWindow as user data. StartTimer calls Timer(); it forgets a timer already running, so stop that
