@@ -1,7 +1,9 @@
 // The viewer: shows each 'DLOG' of a resource file as the window it describes, with its items.
 //
 //     view FILE                      one after the other, on the screen
+//     view                           the file of the last time
 //     view FILE --screenshots DIR    all of them as DIR/DLOG_ID.png, without a display
+#include "LastFile.h"
 #include "ViewerWindow.h"
 
 #include <lampblack/host.h>
@@ -14,7 +16,9 @@ namespace {
 
 namespace host = lampblack::host;
 
-constexpr char kUsage[] = "usage: view FILE [--screenshots DIR]\n";
+constexpr char kUsage[] = "usage: view [FILE] | view FILE --screenshots DIR\n";
+constexpr unsigned char kPreferencesName[] = "\033Resource Viewer Preferences";
+constexpr OSType kViewerSignature = 'LBvw', kPreferencesFileType = 'pref';
 constexpr Point kPicturePlace = { 60, 40 };
 constexpr double kSeconds = 0.1; // shown before a screenshot is taken
 
@@ -90,12 +94,24 @@ int ShowFile(const std::filesystem::path& inPath)
     DialogFile file;
     if (!OpenOrComplain(inPath, &file))
         return 1;
+    RememberFile(inPath);
     window.Show();
     window.ShowFile(inPath, file);
     RunApplicationEventLoop();
+    window.StandardTeardown();
     return 0;
 }
 
+int Show(const std::filesystem::path& inPath, const std::filesystem::path& inFolder)
+{
+    if (inPath.empty()) {
+        std::fprintf(stderr, "view: there is no file of the last time\n%s", kUsage);
+        return 2;
+    }
+    return inFolder.empty() ? ShowFile(inPath) : SavePictures(inPath, inFolder);
+}
+
+// An empty path is the file of the last time.
 int Run(const std::filesystem::path& inPath, std::filesystem::path inFolder)
 {
     if (inFolder.empty() && !HasDisplay()) {
@@ -106,7 +122,8 @@ int Run(const std::filesystem::path& inPath, std::filesystem::path inFolder)
     if (!inFolder.empty())
         ConfigureHeadless();
     InitializeMacOSHelpers();
-    const int result = inFolder.empty() ? ShowFile(inPath) : SavePictures(inPath, inFolder);
+    DefinePreferenceFile(kPreferencesName, kViewerSignature, kPreferencesFileType, false);
+    const int result = Show(inPath.empty() ? RememberedFile() : inPath, inFolder);
     ExitMacOSHelpers();
     return result;
 }
@@ -116,12 +133,12 @@ int Run(const std::filesystem::path& inPath, std::filesystem::path inFolder)
 int main(int argc, char** argv)
 {
     const bool pictures = argc == 4 && std::strcmp(argv[2], "--screenshots") == 0;
-    if (argc != 2 && !pictures) {
+    if (argc > 2 && !pictures) {
         std::fputs(kUsage, stderr);
         return 2;
     }
     try {
-        return Run(std::filesystem::absolute(argv[1]), pictures ? argv[3] : "");
+        return Run(argc > 1 ? std::filesystem::absolute(argv[1]) : "", pictures ? argv[3] : "");
     } catch (long status) {
         std::fprintf(stderr, "view: its window cannot be made (error %ld); is view.rsrc beside it?\n",
                      status);
