@@ -52,11 +52,12 @@ TEST_CASE("FSpRename: both parts get the name, and the ID stays")
 
 TEST_CASE("FSpRename: a part keeps its way of lying beside the file")
 {
-    for (const auto& [place, moved] :
+    for (const auto& places :
          std::vector<std::pair<std::string, std::string>>{ { "__MACOSX/._Old", "__MACOSX/._New" },
                                                            { "Old.rsrc", "New.rsrc" },
                                                            { "%Old", "%New" },
                                                            { ".AppleDouble/Old", ".AppleDouble/New" } }) {
+        const std::string &place = places.first, &moved = places.second;
         CAPTURE(place);
         TestFolder scratch;
         scratch.Write("Old", "data");

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -11,29 +12,41 @@ namespace lampblack::files {
 
 namespace {
 
-// Data forks that were written and closed, and not flushed since.
-std::vector<Item>& Unflushed()
+// Data forks that were written and closed, and not flushed since: by ID, which outlasts a new name.
+std::vector<Folder>& Unflushed()
 {
-    static auto& items = *new std::vector<Item>;
-    return items;
+    static auto& nodes = *new std::vector<Folder>;
+    return nodes;
 }
 
 void NoteUnflushed(const Item& inItem)
 {
-    std::vector<Item>& items = Unflushed();
-    const bool isKnown = std::any_of(items.begin(), items.end(), [&](const Item& item) {
-        return item.parent == inItem.parent && item.hostName == inItem.hostName;
-    });
-    if (!isKnown)
-        items.push_back(inItem);
+    std::vector<Folder>& nodes = Unflushed();
+    const Folder node = NodeOf(inItem);
+    if (std::find(nodes.begin(), nodes.end(), node) == nodes.end())
+        nodes.push_back(node);
 }
 
-OSErr FlushItem(const Item& inItem)
+OSErr FlushNode(Folder inNode)
 {
-    const Descriptor file(open(PathOf(inItem).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (!file)
-        return noErr; // deleted or moved away since
-    return fsync(file.Get()) == 0 ? (OSErr)noErr : ErrorOfHost(errno);
+    Item item;
+    if (!ItemWithID(inNode, &item))
+        return noErr; // deleted since
+    const Descriptor file(open(PathOf(item).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    return !file || fsync(file.Get()) == 0 ? (OSErr)noErr : ErrorOfHost(errno);
+}
+
+// A process that ends without closing its files loses nothing by it. What a child process has from its parent
+// is the parent's.
+void FlushAtExit()
+{
+    static const int registered = std::atexit([] {
+        ForEachOpenFile([](OpenFile& file) {
+            if (file.fork && file.isResourceFork && file.opener == getpid())
+                FlushFile(&file);
+        });
+    });
+    (void)registered;
 }
 
 // The fork that other numbers of this process stand for already.
@@ -124,6 +137,9 @@ OSErr OpenItem(const Item& inItem, bool inResourceFork, SInt8 inPermission, SInt
     file.sharesWriting = access == WriteAccess::Shared;
     const std::shared_ptr<OpenFork> fork = file.fork;
     const bool hasStarted = starts && file.isWritable;
+    file.opener = getpid();
+    if (hasStarted && inResourceFork)
+        FlushAtExit();
     *outRefNum = AddOpenFile(std::move(file));
     if (*outRefNum != 0)
         return noErr;
@@ -249,11 +265,10 @@ OSErr FlushFilesOf(SInt16 inVolume)
         if (file.fork && file.item.parent.volume == inVolume)
             note(FlushFile(&file));
     });
-    std::erase_if(Unflushed(), [&](const Item& item) {
-        const bool isOfVolume = item.parent.volume == inVolume;
-        if (isOfVolume)
-            note(FlushItem(item));
-        return isOfVolume;
+    std::erase_if(Unflushed(), [&](Folder node) {
+        if (node.volume == inVolume)
+            note(FlushNode(node));
+        return node.volume == inVolume;
     });
     return first;
 }

@@ -4,6 +4,7 @@
 #include <Carbon/Files.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <files/OpenFiles.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -562,6 +563,26 @@ TEST_CASE("FSpOpenRF: a process that dies while writing leaves the old fork and 
     CHECK(scratch.Names() == "._File File");
     refNum = OpenResource(spec, fsRdWrPerm);
     CHECK(FSClose(refNum) == noErr);
+}
+
+TEST_CASE("FSpOpenRF: a process that ends without closing has written, its child has not")
+{
+    TestFolder scratch;
+    scratch.Write("File", "data");
+    const FSSpec spec = scratch.Spec("File");
+    InFreshProcess([&] {
+        SInt16 number = 0;
+        FSpOpenRF(&spec, fsRdWrPerm, &number);
+        WriteTo(number, "bytes");
+        InFreshProcess([] {
+            std::exit(0);
+            return 0;
+        });
+        if (scratch.Fork("File").empty())
+            std::exit(0);
+        return 0;
+    });
+    CHECK(scratch.Fork("File") == "bytes");
 }
 
 TEST_CASE("FSpOpenDF: the data fork within a container, which the first write takes out of it")

@@ -21,6 +21,7 @@ struct OpenFile {
     std::shared_ptr<OpenFork> fork; // null: a number of the Resource Manager, which reads and writes itself
     bool sharesWriting = false;
     bool hasWritten = false;
+    int opener = 0; // the process
 };
 
 // The number given to an open file; 0 when there are too many. A number is not soon used again.

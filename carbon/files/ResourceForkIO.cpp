@@ -117,8 +117,8 @@ public:
                                          inOffset + (SInt64)*outDone);
             if (count > 0)
                 *outDone += (size_t)count;
-            else if (errno != EINTR)
-                error = LastError();
+            else if (count == 0 || errno != EINTR)
+                error = count == 0 ? (OSErr)ioErr : LastError();
         }
         if (*outDone)
             fSize = std::max(fSize, inOffset + (SInt64)*outDone);
