@@ -115,6 +115,9 @@ void TakeEntry(SInt16 inTag, Bytes inData, AliasContents* ioContents)
     case kServerName: ioContents->serverName = TextOf(inData); break;
     case kUnicodeName: ioContents->unicodeName = UnicodeOf(inData); break;
     case kUnicodeVolumeName: ioContents->unicodeVolumeName = UnicodeOf(inData); break;
+    case kFileBirth:
+        ioContents->birth = (UInt64)foundation::ReadBE32(inData, 0) << 32 | foundation::ReadBE32(inData, 4);
+        break;
     case kPosixPath: ioContents->posixPath = TextOf(inData); break;
     case kMountPoint: ioContents->mountPoint = TextOf(inData); break;
     default: break;
