@@ -49,6 +49,11 @@ std::vector<Part> PartsOf(Bytes inOld)
     return parts;
 }
 
+size_t LengthOf(const Part& inPart)
+{
+    return std::max(inPart.bytes.size(), inPart.kind == kFinderInfoEntry ? sizeof(FinderBytes) : 0);
+}
+
 void PutEntry(std::vector<uint8_t>* ioFront, size_t inIndex, uint32_t inKind, size_t inOffset,
               size_t inLength)
 {
@@ -62,29 +67,29 @@ void PutEntry(std::vector<uint8_t>* ioFront, size_t inIndex, uint32_t inKind, si
 
 DoublePlan PlanDouble(Bytes inOld, const FinderBytes& inFinder, uint32_t inForkLength)
 {
-    std::vector<Part> parts = PartsOf(inOld);
+    const std::vector<Part> parts = PartsOf(inOld);
+    std::vector<size_t> offsets;
+    size_t end = kHeader + (parts.size() + 1) * kEntry;
+    for (const Part& part : parts) {
+        const bool staysPut = &part == &parts[0] && part.bytes.size() > inFinder.size();
+        offsets.push_back(staysPut ? std::max(end, std::min(part.offset, end + 4096)) : end);
+        end = offsets.back() + LengthOf(part);
+    }
     DoublePlan plan;
     std::vector<uint8_t>& front = plan.front;
-    front.resize(kHeader + (parts.size() + 1) * kEntry);
+    front.resize(end);
     StoreBE32(front.data(), kMagic);
     StoreBE32(front.data() + 4, kVersion2);
     if (IsDouble(inOld))
-        std::copy_n(inOld.begin() + kHomeSystem, kHomeSystemLength, front.begin() + kHomeSystem);
+        std::memcpy(front.data() + kHomeSystem, inOld.data() + kHomeSystem, kHomeSystemLength);
     StoreBE16(front.data() + 24, (uint16_t)(parts.size() + 1));
     for (size_t i = 0; i < parts.size(); ++i) {
-        const Part& part = parts[i];
-        const bool isFinder = i == 0;
-        const size_t length = std::max(part.bytes.size(), isFinder ? inFinder.size() : 0);
-        const bool staysPut = isFinder && part.bytes.size() > inFinder.size();
-        const size_t offset =
-            staysPut ? std::max(front.size(), std::min(part.offset, front.size() + 4096)) : front.size();
-        front.resize(offset + length);
-        std::copy(part.bytes.begin(), part.bytes.end(), front.begin() + (ptrdiff_t)offset);
-        if (isFinder)
-            std::copy(inFinder.begin(), inFinder.end(), front.begin() + (ptrdiff_t)offset);
-        PutEntry(&front, i, part.kind, offset, length);
+        if (!parts[i].bytes.empty())
+            std::memcpy(front.data() + offsets[i], parts[i].bytes.data(), parts[i].bytes.size());
+        PutEntry(&front, i, parts[i].kind, offsets[i], LengthOf(parts[i]));
     }
-    PutEntry(&front, parts.size(), kResourceForkEntry, front.size(), inForkLength);
+    std::memcpy(front.data() + offsets[0], inFinder.data(), inFinder.size());
+    PutEntry(&front, parts.size(), kResourceForkEntry, end, inForkLength);
     return plan;
 }
 
