@@ -173,7 +173,7 @@ namespace {
 struct Side {
     path place;
     LocatedForks forks;
-    FolderInfo info;
+    FinderBytes info;
 
     bool IsOwnHome() const { return forks.ownForm == Form::RawFork || forks.ownForm == Form::AppleDouble; }
 };

@@ -48,7 +48,7 @@ void DXInfoToBytes(const void* inInfo, uint8_t* outSixteen)
 
 OSErr SetInfoOfFolder(const Item& inItem, const void* inInfo, const void* inExtendedInfo)
 {
-    FolderInfo info = {};
+    FinderBytes info = {};
     ItemFacts facts(inItem);
     const OSErr error = facts.Look();
     if (error != noErr)

@@ -240,6 +240,24 @@ TEST_CASE("PBSetCatInfoSync: attributes behind the Finder information still say 
     CHECK(at(attributes + 8) == at(attributes + 12) + 5);
 }
 
+TEST_CASE("PBSetCatInfoSync: damaged sidecars are kept aside or left, never lost")
+{
+    const std::string whole = Seed("appledouble");
+    for (size_t size = 1; size < whole.size(); size += 7) {
+        CAPTURE(size);
+        TestFolder scratch;
+        scratch.Write("File", "data");
+        scratch.Write("._File", whole.substr(0, size));
+        const OSErr error = SetDates(scratch, "File", k1995, k1995 + 1000);
+        CHECK(scratch.Bytes("File") == "data");
+        CHECK((error == noErr || error == mapReadErr));
+        bool isKept = false;
+        for (const auto& entry : std::filesystem::directory_iterator(scratch.Path()))
+            isKept = isKept || scratch.Bytes(entry.path().filename()) == whole.substr(0, size);
+        CHECK(isKept);
+    }
+}
+
 TEST_CASE("PBSetCatInfoSync: a creation date that the host tells of itself needs no entry")
 {
     TestFolder scratch;

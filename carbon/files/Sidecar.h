@@ -3,10 +3,8 @@
 #ifndef LAMPBLACK_FILES_SIDECAR_H
 #define LAMPBLACK_FILES_SIDECAR_H
 
-#include <Carbon/Files.h>
-#include <foundation/BigEndian.h>
+#include "AppleDouble.h"
 
-#include <array>
 #include <ctime>
 #include <filesystem>
 
@@ -22,12 +20,11 @@ namespace lampblack::files {
 OSErr SetCreationDate(const std::filesystem::path&, const timespec&);
 
 // A folder's 32 bytes of Finder information, big-endian: DInfo, then DXInfo.
-using FolderInfo = std::array<uint8_t, 32>;
-OSErr SetFolderInfo(const std::filesystem::path& inFolder, const FolderInfo&);
+OSErr SetFolderInfo(const std::filesystem::path& inFolder, const FinderBytes&);
 
 // Writes the resource fork into a file's sidecar and leaves all else in it; a new sidecar gets the
 // information.
-OSErr SetSidecarFork(const std::filesystem::path& inFile, foundation::Bytes inFork, const FolderInfo& inInfo);
+OSErr SetSidecarFork(const std::filesystem::path& inFile, Bytes inFork, const FinderBytes& inIfNew);
 
 } // namespace lampblack::files
 
