@@ -259,13 +259,21 @@ void ResourceMap::Remove(uint32_t inEntry)
     entry.isRemoved = true;
     --edits.liveCount;
     edits.nameBytes -= entry.hasName ? 1 + entry.name.size() : 0;
-    MapType* type = TypeOf(entry.type);
-    type->entries.erase(std::find(type->entries.begin(), type->entries.end(), inEntry));
+    // A hostile map may have a type twice.
+    auto type = edits.types.begin();
+    auto member = type->entries.end();
+    for (; type != edits.types.end(); ++type) {
+        member = type->type == entry.type ? std::find(type->entries.begin(), type->entries.end(), inEntry)
+                                          : type->entries.end();
+        if (member != type->entries.end())
+            break;
+    }
+    type->entries.erase(member);
     const auto indexed = edits.index.find(KeyOf(entry.type, entry.id));
     if (indexed != edits.index.end() && indexed->second == inEntry)
         IndexAgain(entry.type, entry.id);
     if (type->entries.empty())
-        edits.types.erase(edits.types.begin() + (type - edits.types.data()));
+        edits.types.erase(type);
     // One that never was in the file leaves nothing to write.
     edits.isStale = true;
     edits.mustWrite |= entry.data != kNotWritten;
