@@ -49,7 +49,7 @@ OSErr NthItem(Folder inFolder, SInt16 inIndex, bool inFilesOnly, Item* outItem)
     const ListedName* name = NthName(*listing, path, (size_t)inIndex, inFilesOnly);
     if (!name)
         return fnfErr;
-    *outItem = { inFolder, name->hostName, name->macName };
+    *outItem = { inFolder, std::string(name->hostName), std::string(name->macName) };
     return LookAtHost(outItem) ? noErr : fnfErr;
 }
 

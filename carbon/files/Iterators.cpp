@@ -79,7 +79,7 @@ bool TakeNext(Iterator* ioIterator, Item* outItem)
             continue;
         }
         const ListedName& name = level.listing->Names()[level.next++];
-        *outItem = { level.folder, name.hostName, name.macName };
+        *outItem = { level.folder, std::string(name.hostName), std::string(name.macName) };
         if (!LookAtHost(outItem))
             continue;
         if (ioIterator->isSubtree && outItem->isFolder)

@@ -6,6 +6,7 @@
 #include <foundation/MacRoman.h>
 
 #include <algorithm>
+#include <cstring>
 #include <ctime>
 #include <dirent.h>
 #include <list>
@@ -18,6 +19,7 @@ using std::filesystem::path;
 namespace {
 
 constexpr size_t kRemembered = 8;
+constexpr size_t kLongestName = 31; // of a Macintosh name
 constexpr int64_t kSecond = 1000000000;
 // A file system's times advance in steps: a change within one step of a listing leaves the folder's times as
 // they were. Linux steps by at most 10 ms; systems without nanoseconds by up to 2 s.
@@ -26,6 +28,14 @@ constexpr int64_t kFineStep = 20000000, kCoarseStep = 2 * kSecond + kFineStep;
 bool IsListed(std::string_view inName)
 {
     return inName != "." && inName != ".." && !IsPartName(inName);
+}
+
+// A name that is the same on the Macintosh.
+bool IsPlain(std::string_view inName)
+{
+    return inName.size() <= kLongestName && std::all_of(inName.begin(), inName.end(), [](char byte) {
+               return (UInt8)byte < 0x80 && byte != ':';
+           });
 }
 
 template <class Visit>
@@ -97,16 +107,38 @@ std::list<Remembered>& Memory()
 
 Listing::Listing(const path& inFolder)
 {
-    ForEachEntry(inFolder, [this](const dirent& entry) {
-        bool isShort = false;
-        std::string macName = MacNameOf(entry.d_name, &isShort);
-        std::string key = KeyOf(macName);
-        fNames.push_back({ entry.d_name, std::move(macName), std::move(key), isShort, entry.d_type });
-    });
+    ForEachEntry(inFolder, [this](const dirent& entry) { Add(entry.d_name, entry.d_type); });
     std::sort(fNames.begin(), fNames.end(), [](const ListedName& left, const ListedName& right) {
         const int order = left.key.compare(right.key);
         return order != 0 ? order < 0 : left.hostName < right.hostName;
     });
+}
+
+// Texts of one folder lie together, a few blocks for all of them.
+std::string_view Listing::Keep(std::string_view inText)
+{
+    constexpr size_t kBlockSize = 16384; // no name is as long
+    if (inText.size() > fFree) {
+        fBlocks.push_back(std::make_unique_for_overwrite<char[]>(kBlockSize));
+        fFree = kBlockSize;
+    }
+    char* place = fBlocks.back().get() + kBlockSize - fFree;
+    fFree -= inText.size();
+    std::memcpy(place, inText.data(), inText.size());
+    return { place, inText.size() };
+}
+
+// Most names are the same here and there.
+void Listing::Add(std::string_view inHostName, unsigned char inKind)
+{
+    ListedName name = { Keep(inHostName), {}, {}, false, inKind };
+    char capitals[kLongestName];
+    name.macName = IsPlain(inHostName) ? name.hostName : Keep(MacNameOf(inHostName, &name.isShort));
+    std::transform(name.macName.begin(), name.macName.end(), capitals,
+                   [](char byte) { return (char)foundation::MacRomanUpper((UInt8)byte); });
+    const std::string_view key(capitals, name.macName.size());
+    name.key = key == name.macName ? name.macName : Keep(key);
+    fNames.push_back(name);
 }
 
 std::span<const ListedName> Listing::Named(std::string_view inMacName) const
@@ -161,7 +193,7 @@ std::vector<std::string> NamesIn(const path& inFolder)
 {
     std::vector<std::string> names;
     for (const ListedName& name : ListingOf(inFolder)->Names())
-        names.push_back(name.hostName);
+        names.emplace_back(name.hostName);
     return names;
 }
 

@@ -12,17 +12,18 @@
 namespace lampblack::files {
 
 struct ListedName {
-    std::string hostName;
-    std::string macName; // as MacNameOf says
-    std::string key;     // macName in capitals: what is compared and ordered by
-    bool isShort;        // macName is only a short form
-    unsigned char kind;  // DT_DIR and the like, DT_UNKNOWN when the host does not say
+    std::string_view hostName;
+    std::string_view macName; // as MacNameOf says
+    std::string_view key;     // macName in capitals: what is compared and ordered by
+    bool isShort;             // macName is only a short form
+    unsigned char kind;       // DT_DIR and the like, DT_UNKNOWN when the host does not say
 };
 
 class Listing {
 public:
     // Reads the folder; empty when that cannot be done.
     explicit Listing(const std::filesystem::path& inFolder);
+    Listing(const Listing&) = delete; // the names lie in it
 
     // All that is listed, by key and then by the host's bytes.
     const std::vector<ListedName>& Names() const { return fNames; }
@@ -31,7 +32,12 @@ public:
     std::span<const ListedName> Named(std::string_view inMacName) const;
 
 private:
+    void Add(std::string_view inHostName, unsigned char inKind);
+    std::string_view Keep(std::string_view inText);
+
     std::vector<ListedName> fNames;
+    std::vector<std::unique_ptr<char[]>> fBlocks; // of text; the last is being filled
+    size_t fFree = 0;                             // of the last
 };
 
 // ListingOf

@@ -62,7 +62,7 @@ OSErr LookUp(Folder inFolder, std::string_view inMacName, Item* outItem)
     if (LookAtHost(outItem))
         return noErr;
     for (const ListedName& name : ListingOf(PathOf(inFolder))->Named(inMacName)) {
-        *outItem = { inFolder, name.hostName, name.macName };
+        *outItem = { inFolder, std::string(name.hostName), std::string(name.macName) };
         if (LookAtHost(outItem))
             return noErr;
     }

@@ -27,7 +27,7 @@ std::u16string UnicodeOfHostName(std::string_view inHostName)
 
 bool TakeName(const ListedName& inName, Item* ioItem)
 {
-    Item item = { ioItem->parent, inName.hostName, inName.macName };
+    Item item = { ioItem->parent, std::string(inName.hostName), std::string(inName.macName) };
     if (!LookAtHost(&item))
         return false;
     *ioItem = item;
