@@ -106,6 +106,34 @@ bool IsWrittenByOthers(const OpenFork* inFork)
 
 } // namespace
 
+namespace {
+
+// How a fork is opened beside the writer that this process has, or none: as asked, or for reading where that
+// is left to us.
+OSErr Agree(SInt8 inPermission, const OpenFile* inWriter, WriteAccess* outAccess)
+{
+    *outAccess = AccessOf(inPermission);
+    const bool isFree = !inWriter || *outAccess == WriteAccess::None ||
+                        (*outAccess == WriteAccess::Shared && inWriter->sharesWriting);
+    if (isFree)
+        return noErr;
+    *outAccess = WriteAccess::None;
+    return inPermission == fsCurPerm ? noErr : opWrErr;
+}
+
+OSErr Register(OpenFile&& ioFile, bool inHasStarted, SInt16* outRefNum)
+{
+    const std::shared_ptr<OpenFork> fork = ioFile.fork;
+    if (inHasStarted && ioFile.isResourceFork)
+        FlushAtExit();
+    *outRefNum = AddOpenFile(std::move(ioFile));
+    if (*outRefNum == 0 && inHasStarted)
+        fork->StopWriting();
+    return *outRefNum ? noErr : tmfoErr;
+}
+
+} // namespace
+
 OSErr OpenItem(const Item& inItem, bool inResourceFork, SInt8 inPermission, SInt16* outRefNum)
 {
     if (!outRefNum || inPermission < fsCurPerm || inPermission > fsRdWrShPerm)
@@ -113,39 +141,26 @@ OSErr OpenItem(const Item& inItem, bool inResourceFork, SInt8 inPermission, SInt
     *outRefNum = 0;
     if (!inItem.exists || inItem.isFolder)
         return fnfErr;
-    WriteAccess access = AccessOf(inPermission);
-    const OpenFile* writer = WriterOf(inItem, inResourceFork);
-    const bool sharesWriter = writer && writer->sharesWriting && access == WriteAccess::Shared;
-    if (writer && access != WriteAccess::None && !sharesWriter) {
-        if (inPermission != fsCurPerm) {
-            *outRefNum = writer->refNum;
-            return opWrErr;
-        }
-        access = WriteAccess::None;
-    }
     OpenFile file;
-    OSErr error = GetFork(inItem, inResourceFork, &file.fork);
+    file.item = inItem;
+    file.isResourceFork = inResourceFork;
+    WriteAccess access;
+    const OpenFile* writer = WriterOf(inItem, inResourceFork);
+    OSErr error = Agree(inPermission, writer, &access);
+    if (error != noErr)
+        *outRefNum = writer->refNum;
+    error = error == noErr ? GetFork(inItem, inResourceFork, &file.fork) : error;
     if (error != noErr)
         return error;
     const bool starts = access != WriteAccess::None && !writer;
     error = starts ? StartWriting(inItem, inResourceFork, *file.fork, access) : (OSErr)noErr;
     if (error != noErr && inPermission != fsCurPerm)
         return error;
-    file.item = inItem;
-    file.isResourceFork = inResourceFork;
     file.isWritable = access != WriteAccess::None && error == noErr;
     file.sharesWriting = access == WriteAccess::Shared;
-    const std::shared_ptr<OpenFork> fork = file.fork;
-    const bool hasStarted = starts && file.isWritable;
     file.opener = getpid();
-    if (hasStarted && inResourceFork)
-        FlushAtExit();
-    *outRefNum = AddOpenFile(std::move(file));
-    if (*outRefNum != 0)
-        return noErr;
-    if (hasStarted)
-        fork->StopWriting();
-    return tmfoErr;
+    const bool hasStarted = starts && file.isWritable;
+    return Register(std::move(file), hasStarted, outRefNum);
 }
 
 OSErr CloseFile(SInt16 inRefNum)
