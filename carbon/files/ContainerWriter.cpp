@@ -106,8 +106,10 @@ std::vector<uint8_t> WriteAppleDouble(const FileParts& inParts)
 {
     const auto header = AppleDoubleHeader(inParts.finderInfo, inParts.extendedFinderInfo,
                                           (uint32_t)inParts.resourceFork.size());
-    std::vector<uint8_t> bytes(header.begin(), header.end());
-    bytes.insert(bytes.end(), inParts.resourceFork.begin(), inParts.resourceFork.end());
+    std::vector<uint8_t> bytes(header.size() + inParts.resourceFork.size());
+    std::copy(header.begin(), header.end(), bytes.begin());
+    std::copy(inParts.resourceFork.begin(), inParts.resourceFork.end(),
+              bytes.begin() + (ptrdiff_t)header.size());
     return bytes;
 }
 
