@@ -40,14 +40,16 @@ void SetModified(const std::filesystem::path& inPath, time_t inSeconds)
 TEST_CASE("PBGetCatInfoSync: by index in the order of names, capitals or not; fnfErr ends the folder")
 {
     CatalogFolder scratch;
-    for (const char* name : { "beta", "Alpha", "gamma", "Beta 2", "._beta", ".hidden", "10", "9" })
+    for (const char* name : { "beta", "Alpha", "gamma", "Beta 2", "._beta", ".hidden", "10", "9", "_last",
+                              "\xC3\x89t\xC3\xA9", "eta", "F", "e\xCC\x81ta", "\xE2\x80\xA0" })
         scratch.Write(name);
     scratch.MakeFolder("Folder");
     scratch.MakeFolder("__MACOSX");
-    const std::vector<std::string> expected = { ".hidden", "10",     "9",      "Alpha",
-                                                "beta",    "Beta 2", "Folder", "gamma" };
+    const std::vector<std::string> expected = { ".hidden", "10",     "9",     "_last",  "Alpha",
+                                                "beta",    "Beta 2", "eta",   "\x8Eta", "\x83t\x8E",
+                                                "F",       "Folder", "gamma", "\xA0" };
     CHECK(NamesByIndex(scratch.folder) == expected);
-    CatalogBlock beyond(scratch.folder, 9);
+    CatalogBlock beyond(scratch.folder, 15);
     CHECK(beyond.Get() == fnfErr);
     CHECK(beyond.File().ioResult == fnfErr);
 }

@@ -512,7 +512,7 @@ TEST_CASE("PBGetFCBInfoSync: a reference number leads to its file")
     CHECK(PBGetFCBInfoSync(nullptr) == paramErr);
 }
 
-TEST_CASE("PBHGetVolParmsSync: catalogue search is offered; a short buffer gets what fits")
+TEST_CASE("PBHGetVolParmsSync: the attributes; a short buffer gets what fits")
 {
     UInt8 buffer[sizeof(GetVolParmsInfoBuffer) + 4];
     std::memset(buffer, 0xAA, sizeof buffer);
@@ -525,7 +525,8 @@ TEST_CASE("PBHGetVolParmsSync: catalogue search is offered; a short buffer gets 
     CHECK(buffer[32] == 0xAA);
     GetVolParmsInfoBuffer info;
     std::memcpy(&info, buffer, 32);
-    CHECK(((UInt32)info.vMAttrib >> bHasCatSearch & 1) == 1);
+    CHECK(((UInt32)info.vMAttrib >> bLimitFCBs & 1) == 1);
+    CHECK(((UInt32)info.vMAttrib >> bHasFileIDs & 1) == 0);
     block.ioParam.ioVRefNum = -1000;
     CHECK(PBHGetVolParmsSync(&block) == nsvErr);
     block.ioParam.ioBuffer = nullptr;

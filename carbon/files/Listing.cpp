@@ -10,6 +10,7 @@
 #include <ctime>
 #include <dirent.h>
 #include <list>
+#include <set>
 #include <sys/stat.h>
 
 namespace lampblack::files {
@@ -49,12 +50,80 @@ void ForEachEntry(const path& inFolder, Visit inVisit)
         closedir(folder);
 }
 
-std::string KeyOf(std::string_view inMacName)
+// Names are ordered as on a volume of the time: by Unicode, small letters for capital ones, accents taken off
+// and put behind their letters. So "_" stands before "a", and an accented letter after all words that go on
+// with a plain one.
+class SortKeys {
+public:
+    SortKeys()
+    {
+        for (unsigned byte = 0; byte < 256; ++byte)
+            fUnits[byte] = { Folded((UInt8)byte), 0 };
+        for (const char16_t accent : kAccents)
+            for (const char* letter = kLetters; *letter; ++letter)
+                Decompose(*letter, accent);
+        RankUnits();
+    }
+
+    // At most two bytes for one of the name.
+    size_t Make(std::string_view inMacName, char* outKey) const
+    {
+        char* end = outKey;
+        for (const char byte : inMacName) {
+            const Ranks& ranks = fRanks[(UInt8)byte];
+            *end++ = (char)ranks.letter;
+            if (ranks.accent)
+                *end++ = (char)ranks.accent;
+        }
+        return (size_t)(end - outKey);
+    }
+
+private:
+    struct Units {
+        char16_t letter, accent; // 0: none
+    };
+    struct Ranks {
+        UInt8 letter, accent;
+    };
+    static constexpr const char* kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+    static constexpr std::u16string_view kAccents = u"\u0300\u0301\u0302\u0303\u0308\u030A\u0327";
+
+    // In Unicode, small. Of a letter that has a small one in Mac Roman, that one's.
+    static char16_t Folded(UInt8 inByte)
+    {
+        for (unsigned small = 0; small < 256; ++small)
+            if (small != inByte && foundation::MacRomanUpper((UInt8)small) == inByte)
+                return foundation::MacRomanToUnicode((UInt8)small);
+        return foundation::MacRomanToUnicode(inByte);
+    }
+
+    void Decompose(char inLetter, char16_t inAccent)
+    {
+        std::string pair(1, inLetter), composed;
+        foundation::AppendUtf8(pair, inAccent);
+        if (foundation::MacRomanFromUtf8Exactly(pair, &composed) && composed.size() == 1)
+            fUnits[(UInt8)composed[0]] = { Folded((UInt8)inLetter), inAccent };
+    }
+
+    // There are fewer than 256 units in all, so that a byte holds a unit's place among them.
+    void RankUnits()
+    {
+        std::set<char16_t> all;
+        for (const Units& units : fUnits)
+            all.insert({ units.letter, units.accent });
+        const auto rank = [&](char16_t unit) { return (UInt8)std::distance(all.begin(), all.find(unit)); };
+        for (unsigned byte = 0; byte < 256; ++byte)
+            fRanks[byte] = { rank(fUnits[byte].letter), rank(fUnits[byte].accent) };
+    }
+
+    Units fUnits[256];
+    Ranks fRanks[256];
+};
+
+size_t MakeKey(std::string_view inMacName, char* outKey)
 {
-    std::string key(inMacName);
-    for (char& byte : key)
-        byte = (char)foundation::MacRomanUpper((UInt8)byte);
-    return key;
+    static const SortKeys keys;
+    return keys.Make(inMacName, outKey);
 }
 
 int64_t Nanoseconds(const timespec& inTime)
@@ -132,18 +201,16 @@ std::string_view Listing::Keep(std::string_view inText)
 void Listing::Add(std::string_view inHostName, unsigned char inKind)
 {
     ListedName name = { Keep(inHostName), {}, {}, false, inKind };
-    char capitals[kLongestName];
     name.macName = IsPlain(inHostName) ? name.hostName : Keep(MacNameOf(inHostName, &name.isShort));
-    std::transform(name.macName.begin(), name.macName.end(), capitals,
-                   [](char byte) { return (char)foundation::MacRomanUpper((UInt8)byte); });
-    const std::string_view key(capitals, name.macName.size());
-    name.key = key == name.macName ? name.macName : Keep(key);
+    char key[2 * kLongestName];
+    name.key = Keep({ key, MakeKey(name.macName, key) });
     fNames.push_back(name);
 }
 
 std::span<const ListedName> Listing::Named(std::string_view inMacName) const
 {
-    const std::string key = KeyOf(inMacName);
+    char bytes[2 * kLongestName];
+    const std::string_view key(bytes, MakeKey(inMacName.substr(0, kLongestName), bytes));
     const auto byKey = [](const auto& left, const auto& right) {
         if constexpr (std::is_same_v<std::decay_t<decltype(left)>, ListedName>)
             return left.key < right;

@@ -14,7 +14,7 @@ namespace lampblack::files {
 struct ListedName {
     std::string_view hostName;
     std::string_view macName; // as MacNameOf says
-    std::string_view key;     // macName in capitals: what is compared and ordered by
+    std::string_view key;     // what names are compared and ordered by, the same in any capitals
     bool isShort;             // macName is only a short form
     unsigned char kind;       // DT_DIR and the like, DT_UNKNOWN when the host does not say
 };

@@ -228,7 +228,7 @@ OSErr GetVolParms(HIOParam* ioBlock)
         return nsvErr;
     GetVolParmsInfoBuffer info = {};
     info.vMVersion = 4;
-    info.vMAttrib = (SInt32)(1u << bHasCatSearch | 1u << bLimitFCBs);
+    info.vMAttrib = (SInt32)(1u << bLimitFCBs | 1u << bNoBootBlks);
     info.vMMaxNameLength = 31;
     ioBlock->ioActCount = std::min(ioBlock->ioReqCount, (SInt32)sizeof info);
     std::memcpy(ioBlock->ioBuffer, &info, (size_t)ioBlock->ioActCount);

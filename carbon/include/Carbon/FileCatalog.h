@@ -239,7 +239,8 @@ LAMPBLACK_BEGIN_C
 // empty name, the folder ioDirID itself. Bit 4 of ioFlAttrib tells which record of the union was filled in.
 // With an index unlike 0 a non-null ioNamePtr receives the name, a Str31.
 //
-// Order:      entries come in the order of their names, capitals or not. One listing serves all indices until
+// Order:      entries come in the order of their names: capitals do not count, accented letters stand behind
+// plain ones. One listing serves all indices until
 //             the folder changes.
 // Links:      a symbolic link is a file of type 'slnk' with kIsAlias set, whatever it points at;
 // ResolveAliasFile

@@ -308,8 +308,8 @@ enum {
 
 // vMAttrib
 enum {
-    bLimitFCBs = 31, // few files at a time, please; set here for callers that take it for bHasCatSearch
-    bNoBootBlks = 19,
+    bLimitFCBs = 31,  // set here
+    bNoBootBlks = 19, // set here
     bHasExtFSVol = 16,
     bHasOpenDeny = 15,
     bHasCopyFile = 14,
