@@ -43,7 +43,7 @@ OSErr NewAlias(const FSSpec* fromFile, const FSSpec* target, AliasHandle* alias)
 OSErr NewAliasMinimal(const FSSpec* target, AliasHandle* alias);
 
 // A record from a Mac Roman full path ("Disk:folder:file"), which need not lead anywhere. Zone and server
-// names may be null and are not kept. Errors: bdNamErr  no full path; memFullErr; paramErr.
+// names may be null and are not kept. Errors: bdNamErr no full path; memFullErr; paramErr.
 OSErr NewAliasMinimalFromFullPath(SInt16 fullPathLength, const void* fullPath, ConstStr32Param zoneName,
                                   ConstStr31Param serverName, AliasHandle* alias);
 
@@ -54,8 +54,7 @@ OSErr NewAliasMinimalFromFullPath(SInt16 fullPathLength, const void* fullPath, C
 // to date because its target was found elsewhere.
 //
 // Errors:     fnfErr  the folder is there, the target is not (ResolveAlias fills in *target all the same);
-// dirNFErr
-//             not even the folder; nsvErr  no such volume; paramErr  null, or not a record.
+//             dirNFErr  not even the folder; nsvErr  no such volume; paramErr  null, or not a record.
 OSErr FSResolveAlias(const FSRef* fromFile, AliasHandle alias, FSRef* target, Boolean* wasChanged);
 OSErr ResolveAlias(const FSSpec* fromFile, AliasHandle alias, FSSpec* target, Boolean* wasChanged);
 OSErr FSResolveAliasWithMountFlags(const FSRef* fromFile, AliasHandle inAlias, FSRef* outTarget,
@@ -65,13 +64,13 @@ OSErr ResolveAliasWithMountFlags(const FSSpec* fromFile, AliasHandle alias, FSSp
 
 // ResolveAliasFile, FSResolveAliasFile
 //
-// When the file is an alias file or a link, puts in its place what it leads to; with resolveAliasChains until
-// that is none. Any other file or folder is left as it is, and *wasAliased is false. On an error *theSpec is
-// unchanged.
+// When the file is an alias file or a link, puts in its place what it leads to; with resolveAliasChains
+// until that is none. Any other file or folder is left as it is, and *wasAliased is false. On an error
+// *theSpec is unchanged.
 //
 // Errors:     fnfErr  a link or chain that leads nowhere, or back to itself; dirNFErr, nsvErr  as
-// ResolveAlias;
-//             resNotFound  an alias file without its record; paramErr  null, or a record that is damaged.
+//             ResolveAlias; resNotFound  an alias file without its record; paramErr  null, or a record that
+//             is damaged.
 OSErr ResolveAliasFile(FSSpec* theSpec, Boolean resolveAliasChains, Boolean* targetIsFolder,
                        Boolean* wasAliased);
 OSErr FSResolveAliasFile(FSRef* theRef, Boolean resolveAliasChains, Boolean* targetIsFolder,
@@ -88,12 +87,13 @@ OSErr FSIsAliasFile(const FSRef* fileRef, Boolean* aliasFileFlag, Boolean* folde
 
 // FSUpdateAlias, UpdateAlias
 //
-// Makes the record anew for a target. *wasChanged says whether it came out otherwise. Errors: as FSNewAlias.
+// Makes the record anew for a target. *wasChanged says whether it came out otherwise. Errors: as
+// FSNewAlias.
 OSErr FSUpdateAlias(const FSRef* fromFile, const FSRef* target, AliasHandle alias, Boolean* wasChanged);
 OSErr UpdateAlias(const FSSpec* fromFile, const FSSpec* target, AliasHandle alias, Boolean* wasChanged);
 
-// A name kept in the record, without looking for the target; empty where there is none. theString is a Str63.
-// Errors: paramErr.
+// A name kept in the record, without looking for the target; empty where there is none. theString is a
+// Str63. Errors: paramErr.
 OSErr GetAliasInfo(AliasHandle alias, AliasInfoType index, Str63 theString);
 
 // Length and application's type of a record; 0 for what is not one.

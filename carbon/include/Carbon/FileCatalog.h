@@ -1,8 +1,9 @@
-// The catalog of the File Manager: what volumes, folders and files say of themselves, by number, by name and
-// by reference, one after another or many at once. Part of Files.h; begin at PBGetCatInfoSync.
+// The catalog of the File Manager: what volumes, folders and files say of themselves, by number, by name
+// and by reference, one after another or many at once. Part of Files.h; begin at PBGetCatInfoSync.
 //
-// Names in an FSSpec or a Pascal string are the short ones that Files.h tells of; names in Unicode are whole.
-// A host's name that is no UTF-8 shows U+FFFD for each byte that does not fit and is found by that name, too.
+// Names in an FSSpec or a Pascal string are the short ones that Files.h tells of; names in Unicode are
+// whole. A host's name that is no UTF-8 shows U+FFFD for each byte that does not fit and is found by that
+// name, too.
 #include <Carbon/Files.h> // which includes this in turn, and so comes first
 
 #ifndef LAMPBLACK_CARBON_FILECATALOG_H
@@ -239,15 +240,12 @@ LAMPBLACK_BEGIN_C
 // empty name, the folder ioDirID itself. Bit 4 of ioFlAttrib tells which record of the union was filled in.
 // With an index unlike 0 a non-null ioNamePtr receives the name, a Str31.
 //
-// Order:      entries come in the order of their names: capitals do not count, accented letters stand behind
-// plain ones. One listing serves all indices until
-//             the folder changes.
+// Order:      entries come in the order of their names: capitals do not count, accented letters stand
+//             behind plain ones. One listing serves all indices until the folder changes.
 // Links:      a symbolic link is a file of type 'slnk' with kIsAlias set, whatever it points at;
-// ResolveAliasFile
-//             says where it leads. So a walk never runs in a circle.
+//             ResolveAliasFile says where it leads. So a walk never runs in a circle.
 // Units:      dates are local seconds since 1904; lengths above 2 GB show as 0x7FFFFFFF. The backup date is
-// 0,
-//             unless one was set.
+//             0: the host keeps none.
 // Errors:     fnfErr  no such file, or fewer entries than the index; dirNFErr, nsvErr, bdNamErr, paramErr.
 OSErr PBGetCatInfoSync(CInfoPBPtr paramBlock);
 
@@ -261,27 +259,26 @@ OSErr PBMakeFSSpecSync(HParmBlkPtr paramBlock);
 // PBHGetVInfoSync
 //
 // What a volume says of itself. ioVolIndex says which: above 0 the nth volume; 0 the volume ioVRefNum (a
-// reference or drive number, 0 the default volume); below 0 the volume that the name at ioNamePtr begins with
-// ("Disk:" or "Disk:folder:file"), or ioVRefNum where that is no full path. A non-null ioNamePtr receives the
-// name, a Str27.
+// reference or drive number, 0 the default volume); below 0 the volume that the name at ioNamePtr begins
+// with ("Disk:" or "Disk:folder:file"), or ioVRefNum where that is no full path. A non-null ioNamePtr
+// receives the name, a Str27.
 //
 // Units:      counts and sizes are cut where a 16-bit number of blocks of 16 bits times ioVAlBlkSiz ends:
-// blocks
-//             grow first, as on a volume of that size, up to where free and total space show as just under 2
-//             GB. PBXGetVolInfoSync has the true sizes.
+//             blocks grow first, as on a volume of that size, up to where free and total space show as just
+//             under 2 GB. PBXGetVolInfoSync has the true sizes.
 // Errors:     nsvErr  no such volume; paramErr.
 OSErr PBHGetVInfoSync(HParmBlkPtr paramBlock);
 OSErr PBXGetVolInfoSync(XVolumeParamPtr paramBlock);
 
-// A volume by drive number or reference: name (a Str27), reference and free bytes, at most 2 GB less a byte.
-// Any result may be null. Errors: nsvErr.
+// A volume by drive number or reference: name (a Str27), reference and free bytes, at most 2 GB less a
+// byte. Any result may be null. Errors: nsvErr.
 OSErr GetVInfo(SInt16 drvNum, StringPtr volName, SInt16* vRefNum, SInt32* freeBytes);
 
 // The volume of an open file. Errors: rfNumErr; paramErr.
 OSErr GetVRefNum(SInt16 fileRefNum, SInt16* vRefNum);
 
-// The default volume and directory; see HGetVol. GetVol and SetVol know of the volume alone: SetVol makes its
-// root the default directory.
+// The default volume and directory; see HGetVol. GetVol and SetVol know of the volume alone: SetVol makes
+// its root the default directory.
 OSErr GetVol(StringPtr volName, SInt16* vRefNum);
 OSErr SetVol(ConstStr63Param volName, SInt16 vRefNum);
 OSErr PBHGetVolSync(WDPBPtr paramBlock);
@@ -301,9 +298,9 @@ OSErr FSGetVolumeInfo(FSVolumeRefNum volume, ItemCount volumeIndex, FSVolumeRefN
 // A reference to what has a name in a folder: the name exactly, else the same letters composed otherwise or
 // with other capitals. A '/' in it is a ':' on the host.
 //
-// Errors:     errFSMissingName  null or empty; errFSNameTooLong  above 255 units; bdNamErr  a ':' or a zero
-// in it,
-//             or "." or ".."; errFSNotAFolder  parentRef is a file; fnfErr; errFSBadFSRef; paramErr.
+// Errors:     errFSMissingName  null or empty; errFSNameTooLong  above 255 units; bdNamErr  a ':' or a
+//             zero in it, or "." or ".."; errFSNotAFolder  parentRef is a file; fnfErr; errFSBadFSRef;
+//             paramErr.
 OSErr FSMakeFSRefUnicode(const FSRef* parentRef, UniCharCount nameLength, const UniChar* name,
                          TextEncoding textEncodingHint, FSRef* newRef);
 
@@ -311,11 +308,13 @@ OSErr FSMakeFSRefUnicode(const FSRef* parentRef, UniCharCount nameLength, const 
 //
 // The entries of a folder, many at a call, in the order of PBGetCatInfoSync. The iterator keeps the listing
 // of when a folder was begun: entries that were deleted since are passed over, and none comes twice. Links
-// are not followed. Any result but actualObjects may be null; each of the others has room for maximumObjects.
+// are not followed. Any result but actualObjects may be null; each of the others has room for
+// maximumObjects.
 //
-// Errors:     FSOpenIterator: errFSNotAFolder  the container is a file; errFSBadIteratorFlags; errFSBadFSRef;
-//             paramErr. Bulk: errFSNoMoreItems  nothing is left, *actualObjects may be above 0 all the same;
-//             errFSBadItemCount  maximumObjects is 0; errFSIteratorNotFound  not an open iterator; paramErr.
+// Errors:     FSOpenIterator: errFSNotAFolder  the container is a file; errFSBadIteratorFlags;
+//             errFSBadFSRef; paramErr. Bulk: errFSNoMoreItems  nothing is left, *actualObjects may be above
+//             0 all the same; errFSBadItemCount  maximumObjects is 0; errFSIteratorNotFound  not an open
+//             iterator; paramErr.
 OSErr FSOpenIterator(const FSRef* container, FSIteratorFlags iteratorFlags, FSIterator* iterator);
 OSErr FSCloseIterator(FSIterator iterator);
 OSErr FSGetCatalogInfoBulk(FSIterator iterator, ItemCount maximumObjects, ItemCount* actualObjects,
@@ -324,19 +323,19 @@ OSErr FSGetCatalogInfoBulk(FSIterator iterator, ItemCount maximumObjects, ItemCo
 
 // FSSetCatalogInfo
 //
-// Sets dates, Finder information, the lock (bit 0 of nodeFlags) and the mode of permissions. Of the dates the
-// host keeps creation, content modification and access; the two others and the text encoding are taken and
-// change nothing. Errors: paramErr  null, or a field that is none of kFSCatInfoSettableInfo; errFSBadFSRef;
-// fnfErr; what the write meets (wPrErr, permErr, dskFulErr, ioErr).
+// Sets dates, Finder information, the lock (bit 0 of nodeFlags) and the mode of permissions. Of the dates
+// the host keeps creation, content modification and access; the two others and the text encoding are taken
+// and change nothing. Errors: paramErr null, or a field that is none of kFSCatInfoSettableInfo;
+// errFSBadFSRef; fnfErr; what the write meets (wPrErr, permErr, dskFulErr, ioErr).
 OSErr FSSetCatalogInfo(const FSRef* ref, FSCatalogInfoBitmap whichInfo, const FSCatalogInfo* catalogInfo);
 
 // FSCreateFileUnicode, FSCreateDirectoryUnicode
 //
-// Make an empty file or folder and set what whichInfo says of it, or nothing (null catalogInfo is fine then).
-// Results may be null.
+// Make an empty file or folder and set what whichInfo says of it, or nothing (null catalogInfo is fine
+// then). Results may be null.
 //
 // Errors:     dupFNErr  something has that name; errors of FSMakeFSRefUnicode for the name; what the write
-// meets.
+//             meets.
 OSErr FSCreateFileUnicode(const FSRef* parentRef, UniCharCount nameLength, const UniChar* name,
                           FSCatalogInfoBitmap whichInfo, const FSCatalogInfo* catalogInfo, FSRef* newRef,
                           FSSpec* newSpec);
@@ -346,12 +345,11 @@ OSErr FSCreateDirectoryUnicode(const FSRef* parentRef, UniCharCount nameLength, 
 
 // FSDeleteObject, FSMoveObject, FSRenameUnicode, FSExchangeObjects
 //
-// The acts of FSpDelete, FSpCatMove, FSpRename and FSpExchangeFiles by reference. A reference stays with what
-// it named when that is moved or renamed. newRef may be null.
+// The acts of FSpDelete, FSpCatMove, FSpRename and FSpExchangeFiles by reference. A reference stays with
+// what it named when that is moved or renamed. newRef may be null.
 //
 // Errors:     fBsyErr  open, or a folder that is not empty; dupFNErr; diffVolErr; badMovErr  a folder into
-// itself;
-//             fLckdErr; errFSNotAFolder; errFSBadFSRef; those of FSMakeFSRefUnicode for a name.
+//             itself; fLckdErr; errFSNotAFolder; errFSBadFSRef; those of FSMakeFSRefUnicode for a name.
 OSErr FSDeleteObject(const FSRef* ref);
 OSErr FSMoveObject(const FSRef* ref, const FSRef* destDirectory, FSRef* newRef);
 OSErr FSRenameUnicode(const FSRef* ref, UniCharCount nameLength, const UniChar* name,

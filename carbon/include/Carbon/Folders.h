@@ -1,4 +1,5 @@
-// The folders that every user has: preferences, documents, temporary files and the like. Begin at FindFolder.
+// The folders that every user has: preferences, documents, temporary files and the like. Begin at
+// FindFolder.
 //
 // The user's folders are those of the desktop: "Preferences" and "Application Support" lie in
 // $XDG_CONFIG_HOME (default ~/.config) and $XDG_DATA_HOME (~/.local/share), Desktop, Documents, Music,
@@ -56,17 +57,16 @@ LAMPBLACK_BEGIN_C
 
 // FindFolder
 //
-// Volume and directory ID of a folder. With kCreateFolder a folder that is not there is made, readable by the
-// user alone. kOnSystemDisk, kOnAppropriateDisk, kUserDomain, kClassicDomain and volume references mean the
-// user's folder; kLocalDomain, kNetworkDomain and kSystemDomain the machine's (under /usr/local, /usr/local
-// and /usr) where it has one of its own, such as fonts, applications and preferences (/etc). What no machine
-// has, the desktop for instance, is the user's in every domain. The two volume-root types answer for the
-// volume named.
+// Volume and directory ID of a folder. With kCreateFolder a folder that is not there is made, readable by
+// the user alone. kOnSystemDisk, kOnAppropriateDisk, kUserDomain, kClassicDomain and volume references mean
+// the user's folder; kLocalDomain, kNetworkDomain and kSystemDomain the machine's (under /usr/local,
+// /usr/local and /usr) where it has one of its own, such as fonts, applications and preferences (/etc).
+// What no machine has, the desktop for instance, is the user's in every domain. The two volume-root types
+// answer for the volume named.
 //
 // Errors:     fnfErr  the folder is not there and is not to be made, or the type is unknown; dupFNErr  a file
-// is where
-//             the folder belongs; nsvErr  no such volume; wPrErr, permErr, dskFulErr, ioErr  it cannot be
-//             made; paramErr  a null result.
+//             is where the folder belongs; nsvErr  no such volume; wPrErr, permErr, dskFulErr, ioErr  it
+//             cannot be made; paramErr  a null result.
 OSErr FindFolder(SInt16 vRefNum, OSType folderType, Boolean createFolder, SInt16* foundVRefNum,
                  SInt32* foundDirID);
 OSErr FSFindFolder(SInt16 vRefNum, OSType folderType, Boolean createFolder, FSRef* foundRef);
