@@ -6,6 +6,7 @@
 #include <Carbon/Files.h>
 
 #include <ScratchFolder.h>
+#include <algorithm>
 #include <cstring>
 #include <doctest/doctest.h>
 #include <files/Catalog.h>
@@ -19,7 +20,7 @@ struct PascalText {
     PascalText(std::string_view inText)
     {
         text[0] = (unsigned char)inText.size();
-        std::memcpy(text + 1, inText.data(), inText.size());
+        std::copy(inText.begin(), inText.end(), text + 1);
     }
     operator ConstStr255Param() const { return text; }
 };
@@ -79,7 +80,7 @@ struct CatalogBlock {
     CatalogBlock(Folder inFolder, SInt16 inIndex, std::string_view inName = {})
     {
         name[0] = (unsigned char)inName.size();
-        std::memcpy(name + 1, inName.data(), inName.size());
+        std::copy(inName.begin(), inName.end(), name + 1);
         block.hFileInfo.ioNamePtr = name;
         block.hFileInfo.ioVRefNum = inFolder.volume;
         block.hFileInfo.ioDirID = inFolder.id;

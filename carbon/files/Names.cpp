@@ -117,7 +117,8 @@ OSErr Walk(std::string_view inPath, Item* ioItem)
 
 OSErr Resolve(SInt16 inVolume, SInt32 inDirectory, ConstStr255Param inName, Item* outItem)
 {
-    std::string_view name((const char*)inName + 1, inName ? inName[0] : 0);
+    std::string_view name =
+        inName ? std::string_view((const char*)inName + 1, inName[0]) : std::string_view();
     const size_t colon = name.find(':');
     if (colon != std::string_view::npos && colon > 0) {
         const OSErr error = VolumeItem(FindVolumeNamed(name.substr(0, colon)), outItem);

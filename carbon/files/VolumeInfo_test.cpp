@@ -15,7 +15,7 @@ struct VolumeBlock {
     VolumeBlock(SInt16 inIndex, SInt16 inRefNum, std::string_view inName = {})
     {
         name[0] = (unsigned char)inName.size();
-        std::memcpy(name + 1, inName.data(), inName.size());
+        std::copy(inName.begin(), inName.end(), name + 1);
         block.volumeParam.ioNamePtr = name;
         block.volumeParam.ioVolIndex = inIndex;
         block.volumeParam.ioVRefNum = inRefNum;

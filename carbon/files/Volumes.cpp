@@ -12,9 +12,11 @@ namespace lampblack::files {
 
 const Volume* VolumeOfName(ConstStr255Param inName, SInt16 inRefNum)
 {
-    const std::string_view name((const char*)inName + 1, inName ? inName[0] : 0);
+    if (!inName || inName[0] == 0)
+        return FindVolume(inRefNum);
+    const std::string_view name((const char*)inName + 1, inName[0]);
     const size_t colon = name.find(':');
-    if (name.empty() || colon == 0)
+    if (colon == 0)
         return FindVolume(inRefNum);
     const Volume* named = FindVolumeNamed(name.substr(0, colon));
     return named || colon != std::string_view::npos ? named : FindVolume(inRefNum);
