@@ -67,6 +67,11 @@ void TakeEntry(uint32_t inKind, Bytes inBytes, Container* ioContainer)
     }
 }
 
+bool IsKnownVersion(uint32_t inVersion)
+{
+    return inVersion == 0x00010000 || inVersion == 0x00020000;
+}
+
 // AppleSingle and AppleDouble: a magic number, a version, and a table of entries in any order.
 Container ReadApple(Bytes inBytes)
 {
@@ -76,7 +81,7 @@ Container ReadApple(Bytes inBytes)
     const uint32_t version = reader.U32();
     reader.Skip(16); // the home file system, or zeros
     const unsigned count = reader.U16();
-    if (version != 0x00010000 && version != 0x00020000)
+    if (!IsKnownVersion(version))
         container.problems.push_back("unknown version of AppleSingle or AppleDouble");
     for (unsigned i = 0; i < count && reader.Ok(); ++i) {
         const uint32_t kind = reader.U32(), offset = reader.U32(), length = reader.U32();
@@ -221,11 +226,14 @@ bool IsRawFork(Bytes inBytes)
 
 Container ReadContainer(Bytes inBytes)
 {
-    const uint32_t magic = ReadBE32(inBytes, 0);
-    if (magic == kAppleSingleMagic || magic == kAppleDoubleMagic)
-        return ReadApple(inBytes);
-    if (IsMacBinary(inBytes))
+    const uint32_t magic = ReadBE32(inBytes, 0), version = ReadBE32(inBytes, 4);
+    const bool hasMagic = magic == kAppleSingleMagic || magic == kAppleDoubleMagic;
+    // A MacBinary file whose name is five odd characters begins like the others, but cannot have their
+    // version.
+    if (!(hasMagic && IsKnownVersion(version)) && IsMacBinary(inBytes))
         return ReadMacBinary(inBytes);
+    if (hasMagic)
+        return ReadApple(inBytes);
     Container container;
     if (IsRawFork(inBytes)) {
         container.form = Form::RawFork;

@@ -123,6 +123,15 @@ TEST_CASE("WriteMacBinary: a file without a name, and one with too long a name")
     CHECK(ReadContainer(WriteMacBinary(sample.parts)).name == std::string(63, 'x'));
 }
 
+TEST_CASE("WriteMacBinary: a name that looks like the magic number of AppleDouble")
+{
+    Sample sample;
+    sample.parts.name = "\x16\x07xyz";
+    const std::vector<uint8_t> bytes = WriteMacBinary(sample.parts);
+    CHECK(ReadBE32(bytes, 0) == 0x00051607);
+    CHECK(ReadContainer(bytes).form == Form::MacBinary);
+}
+
 TEST_CASE("WriteBinHex: the introduction, lines of 64, and a colon at both ends")
 {
     const Sample sample;

@@ -290,16 +290,25 @@ const SourceText& BuiltinTypeText()
     return text;
 }
 
-TypeTable BuiltinTypes()
+namespace {
+
+TypeTable Declare(const SourceText& inText)
 {
-    const SourceText& text = BuiltinTypeText();
-    const std::vector<Token> tokens = Tokenize(text);
-    TokenCursor cursor(tokens, { &text, text.text.size() });
+    const std::vector<Token> tokens = Tokenize(inText);
+    TokenCursor cursor(tokens, { &inText, inText.text.size() });
     TypeTable types;
     while (cursor.AcceptWord("type"))
         ReadTypeDeclaration(cursor, {}, &types);
     if (!cursor.AtEnd())
         cursor.Fail("'type'");
+    return types;
+}
+
+} // namespace
+
+const TypeTable& BuiltinTypes()
+{
+    static const TypeTable types = Declare(BuiltinTypeText());
     return types;
 }
 

@@ -9,7 +9,8 @@ namespace lampblack::rsrc {
 // The declarations, in the language that TypeParser reads.
 const SourceText& BuiltinTypeText();
 
-TypeTable BuiltinTypes();
+// Made once; copies share the declarations.
+const TypeTable& BuiltinTypes();
 
 } // namespace lampblack::rsrc
 

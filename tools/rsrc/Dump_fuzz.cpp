@@ -32,7 +32,7 @@ std::vector<Resource> CompileSoundly(const std::string& inText, bool inNativeIsB
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* inData, size_t inSize)
 {
-    static const TypeTable types = BuiltinTypes();
+    const TypeTable& types = BuiltinTypes();
     static const Names names;
     if (inSize < 2)
         return 0;

@@ -11,7 +11,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* inData, size_t inSize)
 {
     using namespace lampblack::rsrc;
-    static const TypeTable types = BuiltinTypes();
+    const TypeTable& types = BuiltinTypes();
     const Fields& fields = *types.Find('vers', 1);
     const std::vector<uint8_t> bytes(inData, inData + inSize); // of its own exact size
     std::string text;
