@@ -360,18 +360,17 @@ void UpdateAll()
 
 } // namespace
 
-ResourceChain& Chain()
+ResourceChain* gChain = nullptr;
+
+ResourceChain& MakeChain()
 {
-    static ResourceChain* chain = nullptr;
-    if (!chain) {
-        chain = new ResourceChain; // never destroyed: handles outlive static objects
-        gOwner = getpid();
-        std::atexit(UpdateAll);
-        memory::SetDisposalHook([](Handle handle) { Chain().Disposed(handle); });
-        memory::SetPurgeHook(MayPurgeResource);
-        OpenApplicationFile(*chain);
-    }
-    return *chain;
+    gChain = new ResourceChain; // never destroyed: handles outlive static objects
+    gOwner = getpid();
+    std::atexit(UpdateAll);
+    memory::SetDisposalHook([](Handle handle) { Chain().Disposed(handle); });
+    memory::SetPurgeHook(MayPurgeResource);
+    OpenApplicationFile(*gChain);
+    return *gChain;
 }
 
 } // namespace lampblack::resources

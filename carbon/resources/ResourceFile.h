@@ -100,7 +100,12 @@ private:
 };
 
 // The chain of this process; the application's file is opened on the first call.
-ResourceChain& Chain();
+extern ResourceChain* gChain;
+ResourceChain& MakeChain();
+inline ResourceChain& Chain()
+{
+    return gChain ? *gChain : MakeChain();
+}
 
 ForkCache& KnownForks();
 

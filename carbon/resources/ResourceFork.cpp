@@ -22,12 +22,6 @@ constexpr size_t kTypeLength = 8;
 constexpr size_t kReferenceLength = 12;
 constexpr size_t kNoType = (size_t)-1;
 
-// Neighbouring IDs, the usual case, take neighbouring slots, each type's from a place of its own.
-size_t Hash(OSType inType, uint16_t inID)
-{
-    return (size_t)((inType * (uint64_t)0x9E3779B97F4A7C15u) >> 32) + inID;
-}
-
 } // namespace
 
 const char* ResourceFork::Open(Bytes inFork)
@@ -100,28 +94,20 @@ void ResourceFork::BuildIndex()
         for (uint32_t i = 0; i < type.count; ++i, offset += kReferenceLength) {
             const uint16_t id = LoadBE16(&fBytes[offset]);
             Slot& slot = fSlots[SlotOf(type.type, id)];
-            if (slot.offset == 0)
-                slot = { offset, (uint16_t)index, id };
+            if (slot.entry == 0)
+                slot = { type.firstOrdinal + i + 1, (uint16_t)index, id };
         }
-    }
-}
-
-size_t ResourceFork::SlotOf(OSType inType, uint16_t inID) const
-{
-    const size_t mask = fSlots.size() - 1;
-    for (size_t at = Hash(inType, inID) & mask;; at = (at + 1) & mask) {
-        const Slot& slot = fSlots[at];
-        if (slot.offset == 0 || (slot.id == inID && fTypes[slot.typeIndex].type == inType))
-            return at;
     }
 }
 
 ResourceRef ResourceFork::Find(OSType inType, SInt16 inID) const
 {
-    if (fSlots.empty())
+    const uint32_t entry = FindOrdinal(inType, inID);
+    if (entry == kNoOrdinal)
         return {};
     const Slot& slot = fSlots[SlotOf(inType, (uint16_t)inID)];
-    return { slot.offset, slot.typeIndex };
+    const TypeEntry& type = fTypes[slot.typeIndex];
+    return { type.firstReference + (entry - type.firstOrdinal) * (uint32_t)kReferenceLength, slot.typeIndex };
 }
 
 size_t ResourceFork::IndexOfType(OSType inType) const

@@ -79,6 +79,8 @@ public:
 
     // A number of its own for each resource, below ResourceCount.
     size_t Ordinal(ResourceRef) const;
+    static constexpr uint32_t kNoOrdinal = 0xFFFFFFFF;
+    uint32_t FindOrdinal(OSType inType, SInt16 inID) const;
     ResourceRef WithOrdinal(size_t inOrdinal) const;
 
     // The resource's data where they lie. Answers false, with outData empty, when they pass the end.
@@ -107,9 +109,9 @@ private:
         uint32_t firstReference; // from the start of the fork
         uint32_t firstOrdinal;
     };
-    // One resource in the hash table; offset 0 is an empty slot.
+    // One resource in the hash table, by its ordinal and one; 0 is an empty slot.
     struct Slot {
-        uint32_t offset;
+        uint32_t entry;
         uint16_t typeIndex;
         uint16_t id;
     };
@@ -131,6 +133,26 @@ private:
     std::vector<TypeEntry> fTypes;
     std::vector<Slot> fSlots;
 };
+
+// Four neighbouring IDs, the usual case, take neighbouring slots; whatever runs of IDs the types have, the
+// groups are spread over the whole table.
+inline size_t ResourceFork::SlotOf(OSType inType, uint16_t inID) const
+{
+    const uint64_t group = ((uint64_t)inType << 14 | inID >> 2) * 0x9E3779B97F4A7C15u;
+    const size_t mask = fSlots.size() - 1;
+    for (size_t at = ((size_t)(group >> 32) * 4 + (inID & 3)) & mask;; at = (at + 1) & mask) {
+        const Slot& slot = fSlots[at];
+        if (slot.entry == 0 || (slot.id == inID && fTypes[slot.typeIndex].type == inType))
+            return at;
+    }
+}
+
+inline uint32_t ResourceFork::FindOrdinal(OSType inType, SInt16 inID) const
+{
+    if (fSlots.empty())
+        return kNoOrdinal;
+    return fSlots[SlotOf(inType, (uint16_t)inID)].entry - 1; // an empty slot's 0 becomes kNoOrdinal
+}
 
 // One resource to put into a fork.
 struct ForkEntry {

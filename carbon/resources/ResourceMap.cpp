@@ -117,14 +117,10 @@ size_t ResourceMap::EntryCount() const
     return fEdits ? fEdits->entries.size() : fFork->ResourceCount();
 }
 
-uint32_t ResourceMap::Find(OSType inType, SInt16 inID) const
+uint32_t ResourceMap::FindRecord(OSType inType, SInt16 inID) const
 {
-    if (fEdits) {
-        const auto found = fEdits->index.find(KeyOf(inType, inID));
-        return found == fEdits->index.end() ? kNoEntry : found->second;
-    }
-    const ResourceRef ref = fFork->Find(inType, inID);
-    return ref ? (uint32_t)fFork->Ordinal(ref) : kNoEntry;
+    const auto found = fEdits->index.find(KeyOf(inType, inID));
+    return found == fEdits->index.end() ? kNoEntry : found->second;
 }
 
 uint32_t ResourceMap::FindNamed(OSType inType, std::string_view inName) const

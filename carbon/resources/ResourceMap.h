@@ -46,7 +46,11 @@ public:
     size_t CountOf(OSType) const;
     size_t EntryCount() const; // the numbers of entries are below it
 
-    uint32_t Find(OSType, SInt16 inID) const;
+    uint32_t Find(OSType inType, SInt16 inID) const
+    {
+        static_assert(kNoEntry == ResourceFork::kNoOrdinal);
+        return fEdits ? FindRecord(inType, inID) : fFork->FindOrdinal(inType, inID);
+    }
     uint32_t FindNamed(OSType, std::string_view inMacRomanName) const;
     uint32_t At(OSType, size_t inIndex) const; // 0 is the first
 
@@ -87,6 +91,7 @@ public:
     void Rebase(Bytes inFork, uint32_t inDataOffset, uint32_t inDataLength);
 
 private:
+    uint32_t FindRecord(OSType, SInt16 inID) const;
     void IndexAgain(OSType, SInt16 inID);
     MapType* TypeOf(OSType);
     const MapType* TypeOf(OSType) const;

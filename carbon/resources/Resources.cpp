@@ -150,8 +150,16 @@ Handle GetResource(ResType theType, SInt16 theID)
 {
     return GetByID(false, theType, theID);
 }
+// The usual case, a resource that is loaded already, takes the short way.
 Handle Get1Resource(ResType theType, SInt16 theID)
 {
+    const ResourceFile* file = Chain().Current();
+    const uint32_t entry = file ? file->map.Find(theType, theID) : kNoEntry;
+    const Handle handle = entry < (file ? file->handles.size() : 0) ? file->handles[entry] : nullptr;
+    if (handle && *handle) {
+        SetResourceError(noErr);
+        return handle;
+    }
     return GetByID(true, theType, theID);
 }
 Handle RGetResource(ResType theType, SInt16 theID)
