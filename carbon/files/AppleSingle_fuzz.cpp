@@ -9,7 +9,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* inData, size_t inSize)
     std::vector<uint8_t> bytes = { 0, 5, 0x16, (uint8_t)(inData[0] & 1 ? 7 : 0) };
     bytes.insert(bytes.end(), inData + 1, inData + inSize);
     const Container container = ReadContainer(bytes);
-    Require(container.form == Form::AppleSingle || container.form == Form::AppleDouble);
+    const bool isApple = container.form == Form::AppleSingle || container.form == Form::AppleDouble;
+    Require(isApple || IsMacBinary(bytes));
     CheckEveryForm(container);
     return 0;
 }

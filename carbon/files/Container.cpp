@@ -141,6 +141,13 @@ bool IsPlausibleVersion1(Bytes inBytes, const MacBinaryLayout& inLayout)
            (inLayout.resourceLength == 0 || IsRawFork(inBytes.subspan(inLayout.resourceOffset)));
 }
 
+// The check sum of versions II and III.
+bool HasHeaderSum(Bytes inHeader)
+{
+    const uint16_t sum = ReadBE16(inHeader, 124);
+    return sum != 0 && sum == Crc16(inHeader.first(124));
+}
+
 Container ReadMacBinary(Bytes inBytes)
 {
     Container container;
@@ -194,9 +201,7 @@ bool IsMacBinary(Bytes inBytes)
     MacBinaryLayout layout;
     if (!IsPlausibleName(inBytes) || !LayOut(inBytes, &layout))
         return false;
-    const uint16_t sum = ReadBE16(inBytes, 124);
-    const bool isSummed = sum != 0 && sum == Crc16(inBytes.first(124));
-    return isSummed || IsPlausibleVersion1(inBytes, layout);
+    return HasHeaderSum(inBytes) || IsPlausibleVersion1(inBytes, layout);
 }
 
 bool IsRawFork(Bytes inBytes)
@@ -228,9 +233,11 @@ Container ReadContainer(Bytes inBytes)
 {
     const uint32_t magic = ReadBE32(inBytes, 0), version = ReadBE32(inBytes, 4);
     const bool hasMagic = magic == kAppleSingleMagic || magic == kAppleDoubleMagic;
-    // A MacBinary file whose name is five odd characters begins like the others, but cannot have their
-    // version.
-    if (!(hasMagic && IsKnownVersion(version)) && IsMacBinary(inBytes))
+    // A MacBinary file whose name is five odd characters begins like the others, but has its check sum and
+    // cannot have their version.
+    const bool isMacBinary =
+        IsMacBinary(inBytes) && (!hasMagic || (!IsKnownVersion(version) && HasHeaderSum(inBytes)));
+    if (isMacBinary)
         return ReadMacBinary(inBytes);
     if (hasMagic)
         return ReadApple(inBytes);
