@@ -12,12 +12,14 @@ using namespace lampblack::files;
 
 namespace {
 
+// A name is needed: without one the folder itself would be meant.
 OSErr Find(const FSSpec* inSpec, Item* outItem)
 {
-    return inSpec ? Resolve(*inSpec, outItem) : (OSErr)paramErr;
+    if (!inSpec)
+        return paramErr;
+    return inSpec->name[0] == 0 && inSpec->parID != fsRtParID ? (OSErr)bdNamErr : Resolve(*inSpec, outItem);
 }
 
-// A name is needed here: without one the folder itself would be meant.
 OSErr Find(FSVolumeRefNum inVolume, SInt32 inDirectory, ConstStr255Param inName, Item* outItem)
 {
     if (!inName)

@@ -95,6 +95,8 @@ public:
         if (error != noErr)
             return error;
         fForks = LocateForks(inPath);
+        if (!fForks.exists)
+            return ErrorOfHost(fForks.openError);
         fIsWrapped = IsWrapped(fForks);
         fIsOwnHome = fForks.ownForm == Form::RawFork || fForks.ownForm == Form::AppleDouble;
         if (!fIsWrapped)

@@ -235,6 +235,18 @@ TEST_CASE("FSpDelete: the default directory is in use")
     CHECK(FSpDelete(&spec) == noErr);
 }
 
+TEST_CASE("FSpDelete, FSpRename: an FSSpec without a name does not mean its folder")
+{
+    TestFolder scratch;
+    scratch.MakeFolder("Folder");
+    FSSpec spec = {};
+    spec.vRefNum = scratch.folder.volume;
+    spec.parID = scratch.IDOf("Folder");
+    CHECK(FSpDelete(&spec) == bdNamErr);
+    CHECK(FSpRename(&spec, PascalName("x")) == bdNamErr);
+    CHECK(scratch.Names() == "Folder");
+}
+
 TEST_CASE("FSpDelete: of a link, and not of what it leads to")
 {
     TestFolder scratch;

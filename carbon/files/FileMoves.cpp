@@ -205,7 +205,8 @@ OSErr TakeFork(const Side& inTaker, const Side& inGiver)
     const Bytes fork = inGiver.IsOwnHome() ? Bytes() : inGiver.forks.resourceFork;
     if (fork.empty() && inTaker.forks.resourceFork.empty() && !inTaker.forks.hasFinderInfo)
         return noErr;
-    return SetSidecarFork(inTaker.place, fork, inTaker.info);
+    const OSErr error = SetSidecarFork(inTaker.place, fork, inTaker.info);
+    return error == noErr && fork.empty() ? RemoveOtherForks(inTaker.place) : error;
 }
 
 OSErr SwapOnHost(const path& inOne, const path& inOther)

@@ -291,7 +291,10 @@ OSErr GetFPosBlock(IOParam& ioBlock, OpenFile* ioFile)
 {
     ioBlock.ioReqCount = ioBlock.ioActCount = 0;
     ioBlock.ioPosMode = 0;
-    return SizeIn32Bits(ioFile->mark, &ioBlock.ioPosOffset);
+    SInt32 mark = 0; // the block is packed, its fields may lie anywhere
+    const OSErr error = SizeIn32Bits(ioFile->mark, &mark);
+    ioBlock.ioPosOffset = mark;
+    return error;
 }
 
 OSErr SetFPosBlock(IOParam& ioBlock, OpenFile* ioFile)

@@ -137,6 +137,20 @@ PartsOnTheMove::~PartsOnTheMove()
         rmdir(fFolder.c_str());
 }
 
+OSErr RemoveOtherForks(const path& inFile)
+{
+    bool hasRemoved = false;
+    for (;;) {
+        const LocatedForks forks = LocateForks(inFile);
+        const path& holder = forks.resourcePath;
+        if (forks.resourceFork.empty() || holder == inFile || holder == SidecarOf(inFile))
+            return hasRemoved ? FlushFolder(inFile.parent_path()) : (OSErr)noErr;
+        if (unlink(holder.c_str()) != 0)
+            return ErrorOfHost(errno);
+        hasRemoved = true;
+    }
+}
+
 void RemoveLeftPart(const path& inPart)
 {
     if (!inPart.empty() && HoldsParts(inPart))

@@ -29,6 +29,10 @@ private:
     std::filesystem::path fFolder; // that was made for them; empty: none
 };
 
+// Deletes the files beside one that would show a resource fork now that its sidecar has an empty one: an
+// empty fork does not hide the next form. What they know of the Finder must be in the sidecar already.
+OSErr RemoveOtherForks(const std::filesystem::path&);
+
 // Deletes what holds a part of nothing: the file is gone. What has no form of a part stays.
 void RemoveLeftPart(const std::filesystem::path&);
 void RemoveLeftParts(const std::filesystem::path& inFolder);

@@ -1,6 +1,7 @@
 // Resource forks as plain bytes. What is written is kept in a file without a name, and put in place of the
 // old fork as a whole when writing stops or is flushed.
 #include "ForkHome.h"
+#include "HostParts.h"
 #include "OpenFork.h"
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sys/mman.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace lampblack::files {
@@ -195,7 +197,19 @@ private:
         const Bytes fork = stage.Contents();
         ForkChange change;
         change.resourceFork = &fork;
-        return fHome->Replace(change);
+        OSErr error = fHome->Replace(change);
+        if (error == noErr && fork.empty())
+            error = RemoveOtherForks(fPath);
+        if (error == noErr)
+            NoteModification();
+        return error;
+    }
+
+    // The file has changed, though the host sees only its sidecar change.
+    void NoteModification() const
+    {
+        const timespec now[2] = { { 0, UTIME_OMIT }, { 0, UTIME_NOW } };
+        utimensat(AT_FDCWD, fPath.c_str(), now, 0);
     }
 
     void UseForksOfHome()
