@@ -259,7 +259,8 @@ bool IsPartName(std::string_view inHostName)
 std::vector<std::string> NamesIn(const path& inFolder)
 {
     std::vector<std::string> names;
-    for (const ListedName& name : ListingOf(inFolder)->Names())
+    const auto listing = ListingOf(inFolder);
+    for (const ListedName& name : listing->Names())
         names.emplace_back(name.hostName);
     return names;
 }

@@ -61,7 +61,8 @@ OSErr LookUp(Folder inFolder, std::string_view inMacName, Item* outItem)
     *outItem = wanted;
     if (LookAtHost(outItem))
         return noErr;
-    for (const ListedName& name : ListingOf(PathOf(inFolder))->Named(inMacName)) {
+    const auto listing = ListingOf(PathOf(inFolder));
+    for (const ListedName& name : listing->Named(inMacName)) {
         *outItem = { inFolder, std::string(name.hostName), std::string(name.macName) };
         if (LookAtHost(outItem))
             return noErr;

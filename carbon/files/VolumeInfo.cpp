@@ -53,7 +53,8 @@ void AskHost(const std::filesystem::path& inRoot, VolumeFacts* outFacts)
 void CountRoot(const std::filesystem::path& inRoot, VolumeFacts* outFacts)
 {
     struct stat status;
-    for (const ListedName& name : ListingOf(inRoot)->Names()) {
+    const auto listing = ListingOf(inRoot);
+    for (const ListedName& name : listing->Names()) {
         const bool isFolder =
             lstat((inRoot / name.hostName).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
         ++(isFolder ? outFacts->folders : outFacts->files);
