@@ -196,8 +196,7 @@ OSErr ForkHome::OpenHomeFile(bool inFromKnown, bool* outAgain)
     const FileIdentity identity = FileIdentity::Of(fFile.Get());
     if (OpenHomes().count(KeyOf(identity)))
         return opWrErr;
-    *outAgain = !TryLock(fFile.Get(), kWriterLock) ||
-                KeyOf(FileIdentity::At(fHomePath)) != KeyOf(identity); // it was replaced
+    *outAgain = !LockInTurn() || KeyOf(FileIdentity::At(fHomePath)) != KeyOf(identity); // it was replaced
     if (*outAgain || fKind != Kind::Sidecar)
         return noErr;
     MappedFile mapped;
@@ -207,6 +206,32 @@ OSErr ForkHome::OpenHomeFile(bool inFromKnown, bool* outAgain)
     // What has the sidecar's name is none, or one in which no fork was found: it is kept, under another name.
     *outAgain = true;
     return KeepAside(fHomePath);
+}
+
+// Who waits first is first: a writer that comes back again and again would else keep the others out.
+bool ForkHome::LockInTurn()
+{
+    const bool isFirst =
+        fTurn && KeyOf(FileIdentity::Of(fTurn.Get())) == KeyOf(FileIdentity::Of(fFile.Get()));
+    if (!isFirst) {
+        LeaveTurn(); // it was for a file that has been replaced
+        if (!IsFree(fFile.Get(), kTurnLock))
+            return false;
+    }
+    if (TryLock(fFile.Get(), kWriterLock)) {
+        LeaveTurn();
+        return true;
+    }
+    if (!isFirst && TryLock(fFile.Get(), kTurnLock)) // the lock lasts as long as a descriptor of this opening
+        fTurn = Descriptor(fcntl(fFile.Get(), F_DUPFD_CLOEXEC, 0));
+    return false;
+}
+
+void ForkHome::LeaveTurn()
+{
+    if (fTurn)
+        Unlock(fTurn.Get(), kTurnLock);
+    fTurn.Close();
 }
 
 // An empty fork beside Finder information that may come from elsewhere: to readers, nothing has changed.
@@ -278,6 +303,7 @@ void ForkHome::FindPlace()
 
 ForkHome::~ForkHome()
 {
+    LeaveTurn();
     if (!fFile)
         return;
     Register(false);
@@ -299,6 +325,11 @@ const LocatedForks& ForkHome::Forks()
         fForks = LocateForks(fPath);
     fIsStale = false;
     return fForks;
+}
+
+bool ForkHome::IsStillHome() const
+{
+    return KeyOf(FileIdentity::At(fHomePath)) == KeyOf(fIdentity);
 }
 
 void ForkHome::WroteInPlace()
@@ -333,6 +364,8 @@ OSErr ForkHome::Replace(const ForkChange& inChange, size_t inRoom)
 {
     if (inChange.resourceFork && inChange.resourceFork->size() + inRoom > 0x7FFFFFFF)
         return dskFulErr;
+    if (!IsStillHome())
+        return opWrErr;
     if (fKind != Kind::RawFork)
         return ReplaceDouble(inChange, inRoom);
     OSErr error = noErr;

@@ -80,6 +80,11 @@ public:
     ForkPlace Place() const { return fPlace; }
     void WroteInPlace();
 
+    // Whether the file that is held still has its name: else somebody without regard for locks has moved it,
+    // or put another in its place, and what is written to it would be lost. Replace asks, too: then it is
+    // opWrErr.
+    bool IsStillHome() const;
+
     // Grows with each Replace: the home is another host file then.
     unsigned Generation() const { return fGeneration; }
 
@@ -97,6 +102,8 @@ private:
     OSErr Locate(const LocatedForks* inKnown);
     OSErr FindHome();
     OSErr OpenHomeFile(bool inFromKnown, bool* outAgain);
+    bool LockInTurn();
+    void LeaveTurn();
     OSErr MakeSidecar(bool* outAgain);
     bool IsCurrent(const LocatedForks&) const;
     void Register(bool inIsOpen);
@@ -110,6 +117,7 @@ private:
     Fork fFork = Fork::Resource;
     Kind fKind = Kind::Sidecar;
     Descriptor fFile;
+    Descriptor fTurn;       // while this one waits for the lock before all others
     FileIdentity fIdentity; // of fFile: device and inode count
     LocatedForks fForks;
     ForkPlace fPlace;

@@ -43,7 +43,7 @@ bool Patience::Wait()
     if (std::chrono::steady_clock::now() >= fEnd)
         return false;
     std::this_thread::sleep_for(fNext);
-    fNext = std::min(fNext * 2, std::chrono::milliseconds(20));
+    fNext = std::min(fNext * 2, std::chrono::milliseconds(5));
     return true;
 }
 

@@ -13,12 +13,15 @@ namespace lampblack::files {
 // the file that keeps it.
 constexpr int64_t kMomentLock = kReaderLock + 1;
 
+// Held by the one that waits for the writer's lock: while it waits, nobody else tries.
+constexpr int64_t kTurnLock = kMomentLock + 1;
+
 // Takes a lock alone. A file system without locks gives all of them.
 bool TryLock(int inFile, int64_t inByte);
 void Unlock(int inFile, int64_t inByte);
 bool IsFree(int inFile, int64_t inByte); // whether nobody else has any part in it
 
-// Waiting for others, a little longer each time, for about a second in all.
+// Waiting for others, a little longer each time up to a few milliseconds, for about a second in all.
 class Patience {
 public:
     bool Wait(); // false when it is at an end
