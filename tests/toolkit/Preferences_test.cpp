@@ -2,11 +2,13 @@
 #include <doctest/doctest.h>
 #include <lampblack/lampblack.h>
 
+#include <csignal>
 #include <cstring>
 #include <fstream>
 #include <iterator>
 #include <ostream>
 #include <string>
+#include <sys/resource.h>
 #include <vector>
 
 #include "FreshPreferences.h"
@@ -468,6 +470,46 @@ TEST_CASE("A damaged preference file: it cannot be opened, and defaults do not o
     const std::string aside = fresh.Sidecar().string() + ".damaged";
     CHECK((BytesOf(fresh.Sidecar()) == garbage || BytesOf(aside) == garbage));
     CHECK(BytesOf(fresh.File()).empty());
+}
+
+TEST_CASE("A full disk: the writer is told, and the old value stays")
+{
+    const FreshPreferences fresh;
+    AddSInt32Preference(1, kType, 1, nullptr);
+    const int wrong = InFreshProcess([&] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit limit = {};
+        getrlimit(RLIMIT_FSIZE, &limit);
+        const rlimit full = { 100, limit.rlim_max }; // bytes of a file
+        setrlimit(RLIMIT_FSIZE, &full);
+        int count = AddSInt32Preference(2, kType, 1, nullptr) != dskFulErr;
+        count += ResError() != dskFulErr;
+        const Handle data = NewHandle(5000);
+        count += AddPreferenceResource(data, kType, 2, nullptr) != dskFulErr;
+        setrlimit(RLIMIT_FSIZE, &limit);
+        count += GetSInt32Preference(kType, 1, 0) != 1;
+        return count;
+    });
+    CHECK(wrong == 0);
+    CHECK(GetSInt32Preference(kType, 1, 0) == 1);
+    CHECK(CountStored() == 1);
+}
+
+TEST_CASE("A writer that is killed at any moment: the entry is there, with the old value or the new")
+{
+    const FreshPreferences fresh;
+    AddSInt32Preference(100, kType, 1, nullptr);
+    for (int round = 0; round < 25; ++round) {
+        const pid_t writer = fork();
+        if (writer == 0)
+            for (SInt32 value = 100;; ++value)
+                AddSInt32Preference(value, kType, 1, nullptr);
+        usleep((useconds_t)(500 + round * 737 % 9000));
+        kill(writer, SIGKILL);
+        waitpid(writer, nullptr, 0);
+        CHECK(GetSInt32Preference(kType, 1, -1) >= 100);
+    }
+    CHECK(CountStored() == 1);
 }
 
 TEST_CASE("Two processes of one application: each writes a hundred entries, and none is lost")

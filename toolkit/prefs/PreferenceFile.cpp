@@ -58,8 +58,11 @@ struct StandardResource {
 
 void ReplaceWithApplications(ResType inType, const StandardResource (&inResources)[2])
 {
-    for (const StandardResource& resource : inResources)
-        RemoveResourceByID(inType, resource.fID);
+    {
+        const lampblack::prefs::StUnwritten unwritten;
+        for (const StandardResource& resource : inResources)
+            RemoveResourceByID(inType, resource.fID);
+    }
     for (const StandardResource& resource : inResources)
         CopyApplicationResource(inType, resource.fID, resource.fName);
 }

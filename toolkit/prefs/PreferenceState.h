@@ -29,6 +29,26 @@ private:
     OSErr fResult = noErr;
 };
 
+// StUnwritten
+//
+// What is removed from the current resource file meanwhile is not written at once but with what is written
+// next: the file on the disk goes from the old entries to the new ones in one step, and whatever happens in
+// between leaves the old.
+class StUnwritten {
+public:
+    [[nodiscard]] StUnwritten() : fFile(CurResFile()), fAttributes(GetResFileAttrs(fFile))
+    {
+        SetResFileAttrs(fFile, static_cast<SInt16>(fAttributes | mapReadOnly));
+    }
+    ~StUnwritten() { SetResFileAttrs(fFile, fAttributes); }
+
+    StUnwritten(const StUnwritten&) = delete;
+    StUnwritten& operator=(const StUnwritten&) = delete;
+
+private:
+    SInt16 fFile, fAttributes;
+};
+
 } // namespace lampblack::prefs
 
 #endif

@@ -17,17 +17,30 @@ namespace {
 constexpr ResType kWindowPositionType = 'wpos';
 constexpr SInt16 kLowestRandomID = 100, kHighestRandomID = 20000;
 
-// In the current file, which is the preference file.
-OSErr ReplaceEntry(Handle inData, OSType inType, SInt16 inID, ConstStr255Param inName)
+// In the current file, which is the preference file. The handle is no longer the caller's once *outIsTaken.
+OSErr ReplaceEntry(Handle inData, OSType inType, SInt16 inID, ConstStr255Param inName, bool* outIsTaken)
 {
-    RemoveResourceByID(inType, inID);
+    {
+        const lampblack::prefs::StUnwritten unwritten;
+        RemoveResourceByID(inType, inID);
+    }
     AddResource(inData, inType, inID, inName);
-    const OSErr err = ResError();
+    OSErr err = ResError();
+    *outIsTaken = err == noErr;
     if (err != noErr)
         return err;
     WriteResource(inData);
+    err = ResError();
     ReleaseResource(inData);
-    return noErr;
+    return err;
+}
+
+OSErr AddEntry(Handle inData, OSType inType, SInt16 inID, ConstStr255Param inName, bool* outIsTaken)
+{
+    StPreferenceFile file(fsRdWrPerm);
+    *outIsTaken = false;
+    return file.IsOpen() ? file.SetResult(ReplaceEntry(inData, inType, inID, inName, outIsTaken))
+                         : file.Result();
 }
 
 // Kept: the probe is by index, so it ends at once unless the file holds that many entries of the type.
@@ -74,8 +87,8 @@ OSStatus AddPreferenceResource(Handle inData, OSType inType, SInt16 inID, ConstS
         LMSetResErr(paramErr);
         return paramErr;
     }
-    StPreferenceFile file(fsRdWrPerm);
-    return file.IsOpen() ? file.SetResult(ReplaceEntry(inData, inType, inID, inName)) : file.Result();
+    bool isTaken = false;
+    return AddEntry(inData, inType, inID, inName, &isTaken);
 }
 
 OSStatus AddPreferenceData(const void* inData, SInt32 inSize, OSType inType, SInt16 inID,
@@ -88,8 +101,9 @@ OSStatus AddPreferenceData(const void* inData, SInt32 inSize, OSType inType, SIn
     if (const Handle data = NewHandle(inSize)) {
         if (inSize > 0)
             std::memcpy(*data, inData, static_cast<size_t>(inSize));
-        result = AddPreferenceResource(data, inType, inID, inName);
-        if (result != noErr)
+        bool isTaken = false;
+        result = AddEntry(data, inType, inID, inName, &isTaken);
+        if (!isTaken)
             DisposeHandle(data);
     }
     LMSetResErr(static_cast<SInt16>(result));
@@ -156,8 +170,9 @@ OSStatus StoreWindowPosition(WindowRef inWindow, SInt16 inID)
     const Handle position = reinterpret_cast<Handle>(GetWindowPosition(inWindow));
     if (!position)
         return MemError();
-    const OSStatus result = AddPreferenceResource(position, kWindowPositionType, inID, nullptr);
-    if (result != noErr)
+    bool isTaken = false;
+    const OSStatus result = AddEntry(position, kWindowPositionType, inID, nullptr, &isTaken);
+    if (!isTaken)
         DisposeHandle(position);
     return result;
 }

@@ -15,8 +15,10 @@ LAMPBLACK_BEGIN_C
 // AddPreferenceResource
 //
 // Stores a handle as an entry, in place of one with the same type and ID. inName may be null.
-// Ownership:  on success the handle has been taken and released; on failure it is still the caller's.
-// Errors:     paramErr  null handle; those of OpenPreferenceFile and AddResource.
+// Ownership:  on success the handle has been taken and released; on failure it is still the caller's, unless
+//             only the writing failed.
+// Errors:     paramErr  null handle; those of OpenPreferenceFile and AddResource. Those of WriteResource
+//             (dskFulErr for instance): the file holds the old entry.
 OSStatus AddPreferenceResource(Handle inData, OSType inType, SInt16 inID, ConstStr255Param inName);
 
 // AddPreferenceData
