@@ -71,9 +71,11 @@ OSErr FSpExchangeFiles(const FSSpec* source, const FSSpec* dest);
 
 // FINDER INFORMATION, DATES, LOCKS
 //
-// Kept in the sidecar "._name", or in the file itself when that is a container or a resource file. The PB
-// forms set the dates too: ioFlCrDat and ioFlMdDat, local seconds since 1904; 0 leaves a date as it is. A
-// locked file is one that nobody may write: fLckdErr.
+// Kept in the sidecar "._name", or in the file itself when that is an AppleDouble; other containers are taken
+// apart by the first change. The PB forms set the dates too: ioFlCrDat and ioFlMdDat, local seconds since
+// 1904; 0 leaves a date as it is, and the backup date is not kept. A locked file is one that nobody may
+// write. The creation date of a file whose resource fork is open for writing can be set only where one was
+// set before: else opWrErr.
 OSErr HGetFInfo(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName, FInfo* fndrInfo);
 OSErr FSpSetFInfo(const FSSpec* spec, const FInfo* fndrInfo);
 OSErr HSetFInfo(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName, const FInfo* fndrInfo);
