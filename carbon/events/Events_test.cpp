@@ -1,4 +1,5 @@
 // Events and their parameters.
+#include "events/EventRecord.h"
 #include "events/TestSupport.h"
 
 #include <array>
@@ -51,6 +52,60 @@ TEST_CASE("Events: null, foreign and released references are refused and harmles
         ReleaseEvent(event);
     }
     CHECK(GetEventRetainCount(next) == 1);
+}
+
+TEST_CASE("Events: a reference stays dead however often its slot is used again")
+{
+    EventRef first = nullptr;
+    REQUIRE(CreateEvent(NULL, 'test', 1, 1, kEventAttributeNone, &first) == noErr);
+    ReleaseEvent(first);
+    int alive = 0;
+    for (int i = 0; i < 100000; ++i) {
+        EventRef event = nullptr;
+        CreateEvent(NULL, 'test', 2, 1, kEventAttributeNone, &event);
+        alive += GetEventKind(first) != 0 || event == first;
+        ReleaseEvent(event);
+    }
+    CHECK(alive == 0);
+}
+
+TEST_CASE("Events: whatever bits a reference has, it is no other than the one that was given")
+{
+    const StEvent event;
+    const UInt64 bits = (UInt64)(uintptr_t)(EventRef)event;
+    for (int bit = 0; bit < 64; ++bit)
+        CHECK(GetEventClass((EventRef)(uintptr_t)(bits ^ UInt64{ 1 } << bit)) == 0);
+    for (UInt64 other :
+         { UInt64{ 1 }, bits + 512, bits - 512, bits + (UInt64{ 1 } << 32), ~bits, ~UInt64{ 0 } })
+        CHECK(GetEventClass((EventRef)(uintptr_t)other) == 0);
+    CHECK(GetEventClass(event) == 'test');
+}
+
+TEST_CASE("SlotPool: a free slot's tag is nobody's reference, nor is any before the first record")
+{
+    using namespace lampblack::events;
+    struct Record : Slot {
+        int value = 0;
+    };
+    using Pool = SlotPool<Record, EventRef, 4096>;
+    Pool pool;
+    for (UInt64 bits : { 0, 1, 16, 32, 64 })
+        CHECK(pool.Find((EventRef)bits) == nullptr);
+    Record* record = pool.Take();
+    REQUIRE(record);
+    const EventRef reference = pool.ReferenceTo(record);
+    CHECK(pool.Find(reference) == record);
+    pool.GiveBack(record);
+    CHECK(pool.Find(reference) == nullptr);
+    CHECK(pool.Find((EventRef)(uintptr_t)record->tag) == nullptr);
+    for (UInt64 place = 0; place < 4096 * sizeof(Record); place += 16)
+        CHECK(pool.Find((EventRef)(uintptr_t)place) == nullptr);
+    size_t taken = 0;
+    while (pool.Take())
+        ++taken;
+    CHECK(taken >= 255); // a sixteenth where leaks are checked
+    CHECK(taken < 4096);
+    CHECK(pool.Take() == nullptr);
 }
 
 TEST_CASE("SetEventParameter: what was set is read back with its type and size")
@@ -134,6 +189,77 @@ TEST_CASE("SetEventParameter: more parameters than lie within the record, and on
     CHECK(GetEventParameter(copy, 'mega', typeChar, NULL, 0, &size, NULL) == noErr);
     CHECK(size == megabyte.size());
     ReleaseEvent(copy);
+}
+
+TEST_CASE("SetEventParameter: of every size, replaced by every other, with the parameter's own bytes too")
+{
+    const StEvent event;
+    std::string expected(64, 0);
+    for (size_t from = 0; from <= 40; from += 4)
+        for (size_t to = 0; to <= 40; to += 4) {
+            for (char& each : expected)
+                each = (char)(&each - expected.data() + from * 3 + to);
+            SetEventParameter(event, 'data', typeChar, from, expected.data());
+            REQUIRE(SetEventParameter(event, 'data', typeUTF8Text, to, expected.data()) == noErr);
+            std::string read(64, 0);
+            ByteCount size = 0;
+            REQUIRE(GetEventParameter(event, 'data', typeUTF8Text, NULL, 64, &size, read.data()) == noErr);
+            CHECK(size == to);
+            CHECK(read.substr(0, to) == expected.substr(0, to));
+        }
+}
+
+TEST_CASE("CopyEvent: a copy of an event with large parameters owns its own")
+{
+    EventRef event = nullptr;
+    REQUIRE(CreateEvent(NULL, 'test', 1, 1, kEventAttributeNone, &event) == noErr);
+    const std::string large(5000, 'l');
+    for (UInt32 i = 0; i < 20; ++i)
+        SetEventParameter(event, 'A000' + i, typeChar, large.size() + i, (large + large).data());
+    const EventRef copy = CopyEvent(event);
+    ReleaseEvent(event);
+    for (UInt32 i = 0; i < 20; ++i) {
+        ByteCount size = 0;
+        CHECK(GetEventParameter(copy, 'A000' + i, typeChar, NULL, 0, &size, NULL) == noErr);
+        CHECK(size == large.size() + i);
+    }
+    ReleaseEvent(copy);
+}
+
+TEST_CASE("ReleaseEvent: one release too many does not end an event that is queued")
+{
+    StartClean();
+    EventRef event = nullptr;
+    REQUIRE(CreateEvent(NULL, 'test', 1, 1, kEventAttributeNone, &event) == noErr);
+    REQUIRE(PostEventToQueue(GetMainEventQueue(), event, kEventPriorityLow) == noErr);
+    CHECK(GetEventRetainCount(event) == 2);
+    for (int i = 0; i < 3; ++i)
+        ReleaseEvent(event);
+    CHECK(IsEventInQueue(GetMainEventQueue(), event));
+    EventRef taken = nullptr;
+    REQUIRE(ReceiveNextEvent(0, NULL, kEventDurationNoWait, true, &taken) == noErr);
+    CHECK(taken == event);
+    ReleaseEvent(taken);
+    CHECK(GetEventRetainCount(taken) == 0);
+}
+
+TEST_CASE("PostEventToQueue: high before standard before low, each in its order")
+{
+    StartClean();
+    const EventPriority priorities[] = { kEventPriorityLow, kEventPriorityStandard, kEventPriorityHigh };
+    for (UInt32 i = 0; i < 6; ++i) {
+        const StEvent event('test', i);
+        REQUIRE(PostEventToQueue(GetMainEventQueue(), event, priorities[i % 3]) == noErr);
+        CHECK(PostEventToQueue(GetMainEventQueue(), event, priorities[i % 3]) == eventAlreadyPostedErr);
+    }
+    CHECK(GetNumEventsInQueue(GetMainEventQueue()) == 6);
+    std::vector<UInt32> order;
+    EventRef event = nullptr;
+    while (ReceiveNextEvent(0, NULL, kEventDurationNoWait, true, &event) == noErr) {
+        order.push_back(GetEventKind(event));
+        ReleaseEvent(event);
+    }
+    CHECK(order == std::vector<UInt32>{ 2, 5, 1, 4, 0, 3 });
 }
 
 namespace {

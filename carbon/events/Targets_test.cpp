@@ -76,6 +76,79 @@ TEST_CASE("SendEventToEventTarget: an error of a handler is the result and ends 
     CHECK(log == Log{ "control" });
 }
 
+TEST_CASE("SendEventToEventTarget: a handler that disposes of its own target and sends to others on the way")
+{
+    const Owner window;
+    Log log;
+    const StHandler outer(window.target, { kTest }, Note(log, "window"));
+    std::optional<Owner> control(std::in_place, window.target);
+    EventTargetRef target = control->target;
+    const StHandler below(control->target, { kTest }, Note(log, "below"));
+    const StHandler top(control->target, { kTest }, [&](EventHandlerCallRef, EventRef) {
+        log.push_back("top");
+        const StEvent other('test', 2);
+        SendEventToEventTarget(other, window.target);
+        control.reset();
+        const Owner another; // takes the storage
+        const StHandler anothers(another.target, { kTest }, Note(log, "another"));
+        return eventNotHandledErr;
+    });
+    CHECK(SendEventToEventTarget(StEvent(), target) == eventNotHandledErr);
+    CHECK(log == Log{ "top", "window" });
+    CHECK(SendEventToEventTarget(StEvent(), target) == paramErr);
+    const EventTypeSpec types[] = { kTest };
+    CHECK(InstallEventHandler(target, DefaultProc, 1, types, &log, nullptr) == paramErr);
+}
+
+TEST_CASE("SendEventToEventTarget: what other walks change inside does not disturb the one outside")
+{
+    const Owner first, second;
+    Log log;
+    const StHandler low(first.target, { kTest }, Note(log, "low"));
+    std::optional<StHandler> newer;
+    const StHandler middle(first.target, { kTest }, [&](EventHandlerCallRef, EventRef) {
+        log.push_back("middle");
+        return eventNotHandledErr;
+    });
+    const StHandler elsewhere(second.target, { kOther }, [&](EventHandlerCallRef call, EventRef event) {
+        log.push_back("elsewhere");
+        newer.emplace(first.target, std::vector<EventTypeSpec>{ kTest }, Note(log, "newer"));
+        return CallNextEventHandler(call, event);
+    });
+    const StHandler top(first.target, { kTest }, [&](EventHandlerCallRef, EventRef) {
+        log.push_back("top");
+        return SendEventToEventTarget(StEvent('test', 2), second.target);
+    });
+    CHECK(SendEventToEventTarget(StEvent(), first.target) == eventNotHandledErr);
+    CHECK(log == Log{ "top", "elsewhere", "middle", "low" }); // the newer one stands above the caller
+    log.clear();
+    newer.reset();
+    const StEvent event;
+    CHECK(SendEventToEventTargetWithOptions(event, first.target, kEventTargetDontPropagate) ==
+          eventNotHandledErr);
+    CHECK(log == Log{ "top", "elsewhere", "middle", "low" });
+}
+
+TEST_CASE(
+    "SendEventToEventTarget: an event of class 0 and kind 0, and thousands of kinds, find their handlers")
+{
+    const Owner owner;
+    int heard = 0;
+    const StHandler zero(owner.target, { { 0, 0 }, { 'many', 2500 }, { 0xFFFFFFFF, 0xFFFFFFFF } },
+                         [&](EventHandlerCallRef, EventRef) {
+                             ++heard;
+                             return noErr;
+                         });
+    for (int round = 0; round < 2; ++round) {
+        CHECK(SendEventToEventTarget(StEvent(0, 0), owner.target) == noErr);
+        CHECK(SendEventToEventTarget(StEvent(0xFFFFFFFF, 0xFFFFFFFF), owner.target) == noErr);
+        for (UInt32 kind = 0; kind < 3000; ++kind)
+            CHECK(SendEventToEventTarget(StEvent('many', kind), owner.target) ==
+                  (kind == 2500 ? OSStatus{ noErr } : OSStatus{ eventNotHandledErr }));
+    }
+    CHECK(heard == 6);
+}
+
 TEST_CASE("SendEventToEventTarget: from control to window to application, and no further with DontPropagate")
 {
     const Owner window(GetApplicationEventTarget());

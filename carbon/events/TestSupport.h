@@ -61,7 +61,8 @@ public:
         REQUIRE(InstallEventLoopTimer(GetMainEventLoop(), inDelay, inInterval, Run, this, &fReference) ==
                 noErr);
     }
-    ~StTimer() { RemoveEventLoopTimer(fReference); }
+    ~StTimer() { Remove(); }
+    void Remove() { RemoveEventLoopTimer(fReference); }
     StTimer(const StTimer&) = delete;
     StTimer& operator=(const StTimer&) = delete;
     EventLoopTimerRef Reference() const { return fReference; }

@@ -11,87 +11,202 @@ namespace lampblack::events {
 
 using host::kForever;
 
-constinit TimerPool gTimerPool;
-TimerList gTimers;
+constinit TimerStorage gTimerStorage;
 
-void TimerList::Arm(size_t inPosition, double inTime)
+namespace {
+
+constexpr UInt64 kUse = UInt64{ 1 } << 32;      // one use in a reference
+constexpr UInt64 kFirstUse = UInt64{ 1 } << 63; // a bit that no address has
+constexpr size_t kMost = 1 << 20;
+
+size_t IndexOf(UInt64 inTimer)
 {
-    fTimes[inPosition] = inTime;
-    double& bound = fBounds[inPosition / kBlock];
-    if (inTime < bound)
-        bound = inTime;
+    return (UInt32)inTimer;
+}
+
+UInt64 Key(EventLoopTimerRef inTimer)
+{
+    return (UInt64)(uintptr_t)inTimer;
+}
+
+EventLoopTimerRef ReferenceOf(UInt64 inTimer)
+{
+    return (EventLoopTimerRef)(uintptr_t)inTimer;
+}
+
+// A repeating timer keeps its phase, and skips the firings that it missed.
+double TimeAfter(const Timer& inTimer, double inDue, double inNow)
+{
+    if (!(inTimer.interval > 0))
+        return kForever;
+    const double next = inDue + inTimer.interval;
+    if (next > inNow)
+        return next;
+    const double later = inDue + inTimer.interval * (std::floor((inNow - inDue) / inTimer.interval) + 1);
+    return later > inNow ? later : std::nextafter(inNow, kForever);
+}
+
+} // namespace
+
+// References
+
+inline TimerList::Side* TimerList::Find(UInt64 inTimer)
+{
+    const size_t index = IndexOf(inTimer);
+    return index < fSides.size() && fSides[index].tag == inTimer ? &fSides[index] : nullptr;
+}
+
+TimerList::Side* TimerList::TakeSide(const Timer& inTimer)
+{
+    if (!fFree.empty()) {
+        const UInt32 index = fFree.back();
+        fFree.pop_back();
+        fSides[index].tag -= 1;
+        fTimers[index] = inTimer;
+        return &fSides[index];
+    }
+    const size_t index = fSides.size();
+    if (index == kMost)
+        return nullptr;
+    fTimers.push_back(inTimer);
+    fSides.push_back({ kFirstUse + index, kNowhere });
+    fFree.reserve(fSides.capacity());
+    return &fSides.back();
+}
+
+EventLoopTimerRef TimerList::Install(const Timer& inTimer, double inTime)
+{
+    Side* side = TakeSide(inTimer);
+    if (!side)
+        return nullptr;
+    ++fCount;
+    Arm(*side, inTime);
+    return ReferenceOf(side->tag);
+}
+
+EventLoopTimerRef TimerList::InstallIdle(const Timer& inTimer, double inDelay, double inNow)
+{
+    const EventLoopTimerRef timer = Install(inTimer, inNow + inDelay);
+    if (timer)
+        fIdle.push_back({ Key(timer), inDelay, IdleTimer::State::Waiting });
+    return timer;
+}
+
+bool TimerList::Remove(EventLoopTimerRef inTimer)
+{
+    const UInt64 key = Key(inTimer);
+    Side* side = Find(key);
+    if (!side)
+        return false;
+    if (fFiring) [[unlikely]]
+        if (Firing* firing = FindFiring(key))
+            firing->next = kForever;
+    if (!fIdle.empty()) [[unlikely]]
+        std::erase_if(fIdle, [=](const IdleTimer& idle) { return idle.timer == key; });
+    Disarm(*side);
+    side->tag += kUse + 1;
+    fFree.push_back((UInt32)IndexOf(key));
+    --fCount;
+    if (!fArmed && fDue.empty())
+        ClearLine();
+    return true;
+}
+
+bool TimerList::SetTime(EventLoopTimerRef inTimer, double inTime)
+{
+    const UInt64 key = Key(inTimer);
+    Side* side = Find(key);
+    if (!side)
+        return false;
+    Firing* firing = fFiring ? FindFiring(key) : nullptr;
+    if (firing) {
+        firing->next = inTime;
+        return true;
+    }
+    Disarm(*side);
+    Arm(*side, inTime);
+    return true;
+}
+
+// The line
+
+// A position that is out of date shows by another reference there, or by a gap.
+inline void TimerList::Disarm(const Side& inSide)
+{
+    if (inSide.position >= fLine.size())
+        return;
+    Armed& armed = fLine[inSide.position];
+    if (armed.timer != inSide.tag || armed.time == kForever)
+        return;
+    armed.time = kForever;
+    --fArmed;
+}
+
+inline void TimerList::Arm(Side& ioSide, double inTime)
+{
+    if (!(inTime < kForever))
+        return;
+    if (fLine.size() == fRoom) [[unlikely]]
+        MakeRoom();
+    const size_t position = fLine.size();
+    ioSide.position = (UInt32)position;
+    fLine.push_back({ inTime, ioSide.tag });
+    ++fArmed;
+    if (position % kBlock == 0)
+        fBounds.push_back(inTime);
+    else if (inTime < fBounds.back())
+        fBounds.back() = inTime;
     if (inTime < fBound)
         fBound = inTime;
 }
 
-UInt32 TimerList::TakePosition()
+[[gnu::noinline]] void TimerList::MakeRoom()
 {
-    if (!fGaps.empty()) {
-        const UInt32 position = fGaps.back();
-        fGaps.pop_back();
-        return position;
-    }
-    if (fTimes.size() % kBlock == 0)
-        fBounds.push_back(kForever);
-    fTimes.push_back(kForever);
-    fTimers.push_back(nullptr);
-    fGaps.reserve(fTimes.capacity());
-    return (UInt32)fTimes.size() - 1;
+    if (fArmed <= fLine.size() / 2)
+        CloseUp();
+    fRoom = std::max(kBlock * 4, fArmed * 2 + kBlock);
+    fLine.reserve(fRoom);
 }
 
-Timer* TimerList::Install(double inTime)
+// Positions that passes still hold go along, by way of the timers' own.
+void TimerList::CloseUp()
 {
-    Timer* timer = gTimerPool.Take();
-    if (!timer)
-        return nullptr;
-    timer->position = TakePosition();
-    ++fCount;
-    timer->isFiring = false;
-    timer->idle = Timer::Idle::No;
-    fTimers[timer->position] = gTimerPool.ReferenceTo(timer);
-    Arm(timer->position, inTime);
-    return timer;
+    for (UInt32& due : fDue)
+        if (due != kNowhere)
+            due = fLine[due].time == kForever ? kNowhere : (UInt32)IndexOf(fLine[due].timer);
+    size_t count = 0;
+    for (const Armed& armed : fLine)
+        if (armed.time != kForever) {
+            fSides[IndexOf(armed.timer)].position = (UInt32)count;
+            fLine[count++] = armed;
+        }
+    fLine.resize(count);
+    for (UInt32& due : fDue)
+        if (due != kNowhere)
+            due = fSides[due].position;
+    fBounds.resize((count + kBlock - 1) / kBlock);
+    for (size_t block = 0; block < fBounds.size(); ++block)
+        fBounds[block] = ExactBound(block);
 }
 
-void TimerList::Clear()
+void TimerList::ClearLine()
 {
-    fTimes.clear();
-    fTimers.clear();
-    fGaps.clear();
+    fLine.clear();
     fBounds.clear();
     fBound = kForever;
-}
-
-void TimerList::Remove(Timer* inTimer)
-{
-    if (inTimer->idle != Timer::Idle::No) [[unlikely]]
-        std::erase(fIdle, gTimerPool.ReferenceTo(inTimer));
-    fTimes[inTimer->position] = kForever;
-    fGaps.push_back(inTimer->position);
-    gTimerPool.GiveBack(inTimer);
-    if (!--fCount) [[unlikely]]
-        Clear();
-}
-
-void TimerList::SetTime(Timer* inTimer, double inTime)
-{
-    if (inTimer->isFiring)
-        inTimer->next = inTime;
-    else
-        Arm(inTimer->position, inTime);
 }
 
 // Four at a time, which do not wait for each other.
 double TimerList::ExactBound(size_t inBlock) const
 {
-    const double* time = fTimes.data() + inBlock * kBlock;
-    const double* end = fTimes.data() + std::min(fTimes.size(), (inBlock + 1) * kBlock);
+    const Armed* armed = fLine.data() + inBlock * kBlock;
+    const Armed* end = fLine.data() + std::min(fLine.size(), (inBlock + 1) * kBlock);
     double bounds[4] = { kForever, kForever, kForever, kForever };
-    for (; end - time >= 4; time += 4)
+    for (; end - armed >= 4; armed += 4)
         for (int i = 0; i < 4; ++i)
-            bounds[i] = time[i] < bounds[i] ? time[i] : bounds[i];
-    for (; time != end; ++time)
-        bounds[0] = std::min(bounds[0], *time);
+            bounds[i] = armed[i].time < bounds[i] ? armed[i].time : bounds[i];
+    for (; armed != end; ++armed)
+        bounds[0] = std::min(bounds[0], armed->time);
     return std::min(std::min(bounds[0], bounds[1]), std::min(bounds[2], bounds[3]));
 }
 
@@ -109,57 +224,70 @@ double TimerList::Next()
     return fBound = kForever;
 }
 
-void TimerList::CollectDue(size_t inBlock, double inNow)
+// What is due
+
+// Answers whether it stands in the order of its times already.
+bool TimerList::CollectDue(double inNow)
 {
-    const size_t end = std::min(fTimes.size(), (inBlock + 1) * kBlock);
-    Due due[kBlock];
-    size_t count = 0;
-    for (size_t i = inBlock * kBlock; i < end; ++i) {
-        due[count] = { fTimes[i], fTimers[i] };
-        count += fTimes[i] <= inNow;
+    bool isInOrder = true;
+    double last = 0;
+    for (size_t block = 0; block < fBounds.size(); ++block) {
+        if (fBounds[block] > inNow)
+            continue;
+        UInt32 due[kBlock];
+        size_t count = 0;
+        const size_t end = std::min(fLine.size(), (block + 1) * kBlock);
+        for (size_t i = block * kBlock; i < end; ++i)
+            if (fLine[i].time <= inNow) {
+                isInOrder &= last <= fLine[i].time;
+                last = fLine[i].time;
+                due[count++] = (UInt32)i;
+            }
+        fDue.insert(fDue.end(), due, due + count);
     }
-    fDue.insert(fDue.end(), due, due + count);
+    return isInOrder;
 }
 
 // The bits of times, which are not negative, stand in the order of the times, and those of one pass are close
-// to each other: so few of their digits differ.
-void TimerList::SortByDigits(Due* ioFirst, size_t inCount)
+// to each other: so few of their digits differ. A position takes the place of the reference.
+void TimerList::SortByDigits(size_t inFirst)
 {
     constexpr int kBits = 11;
-    const auto earlier = [](const Due& a, const Due& b) { return a.time < b.time; };
-    const auto [least, most] = std::minmax_element(ioFirst, ioFirst + inCount, earlier);
-    const UInt64 base = std::bit_cast<UInt64>(least->time);
-    const UInt64 range = std::bit_cast<UInt64>(most->time) - base;
-    fSorting.resize(std::max(fSorting.size(), inCount));
-    Due *from = ioFirst, *to = fSorting.data();
-    for (int shift = 0; shift < 64 && range >> shift; shift += kBits) {
-        const auto digit = [=](const Due& inDue) {
-            return (std::bit_cast<UInt64>(inDue.time) - base) >> shift & ((1u << kBits) - 1);
+    const size_t count = fDue.size() - inFirst;
+    fSorting.resize(count);
+    fSorted.resize(count);
+    UInt64 least = ~UInt64{ 0 }, most = 0;
+    for (size_t i = 0; i < count; ++i) {
+        fSorting[i] = { fLine[fDue[inFirst + i]].time, fDue[inFirst + i] };
+        least = std::min(least, std::bit_cast<UInt64>(fSorting[i].time));
+        most = std::max(most, std::bit_cast<UInt64>(fSorting[i].time));
+    }
+    for (int shift = 0; shift < 64 && (most - least) >> shift; shift += kBits) {
+        const auto digit = [=](const Armed& inArmed) {
+            return (std::bit_cast<UInt64>(inArmed.time) - least) >> shift & ((1u << kBits) - 1);
         };
         UInt32 places[1 << kBits] = {};
-        for (size_t i = 0; i < inCount; ++i)
-            ++places[digit(from[i])];
+        for (const Armed& armed : fSorting)
+            ++places[digit(armed)];
         UInt32 place = 0;
         for (UInt32& each : places)
             place += std::exchange(each, place);
-        for (size_t i = 0; i < inCount; ++i)
-            to[places[digit(from[i])]++] = from[i];
-        std::swap(from, to);
+        for (const Armed& armed : fSorting)
+            fSorted[places[digit(armed)]++] = armed;
+        fSorting.swap(fSorted);
     }
-    if (from != ioFirst)
-        std::copy(from, from + inCount, ioFirst);
+    for (size_t i = 0; i < count; ++i)
+        fDue[inFirst + i] = (UInt32)fSorting[i].timer;
 }
 
 // Few are moved into place where they stand; equal times keep their order.
 void TimerList::SortDue(size_t inFirst)
 {
     constexpr ptrdiff_t kFew = 32, kMany = 512;
-    const auto earlier = [](const Due& a, const Due& b) { return a.time < b.time; };
+    const auto earlier = [this](UInt32 a, UInt32 b) { return fLine[a].time < fLine[b].time; };
     const auto begin = fDue.begin() + (ptrdiff_t)inFirst, end = fDue.end();
-    if (std::is_sorted(begin, end, earlier))
-        return;
     if (end - begin >= kMany)
-        SortByDigits(&*begin, (size_t)(end - begin));
+        SortByDigits(inFirst);
     else if (end - begin > kFew)
         std::stable_sort(begin, end, earlier);
     else
@@ -171,25 +299,23 @@ void TimerList::SortDue(size_t inFirst)
 // the rest.
 bool TimerList::FireDue(double inNow)
 {
-    constexpr size_t kAhead = 8; // the records are fetched while others' procedures run
     if (inNow < fBound)
         return false;
     const size_t first = fDue.size();
-    for (size_t block = 0; block < fBounds.size(); ++block)
-        if (fBounds[block] <= inNow)
-            CollectDue(block, inNow);
+    if (!CollectDue(inNow))
+        SortDue(first);
     const size_t end = fDue.size();
-    SortDue(first);
-    struct StDue { // a callback may throw through the pass
-        std::vector<Due>& due;
-        size_t first;
-        ~StDue() { due.resize(first); }
-    } const shrink{ fDue, first };
-    for (size_t i = first; i < end; ++i) {
-        if (i + kAhead < end)
-            __builtin_prefetch((const void*)fDue[i + kAhead].timer);
-        Fire(Due(fDue[i]), inNow);
+    {
+        struct StDue { // a callback may throw through the pass
+            std::vector<UInt32>& due;
+            size_t first;
+            ~StDue() { due.resize(first); }
+        } const shrink{ fDue, first };
+        for (size_t i = first; i < end; ++i)
+            Fire(fDue[i], inNow);
     }
+    if (!fArmed && fDue.empty())
+        ClearLine();
     for (size_t block = 0; block < fBounds.size(); ++block)
         if (fBounds[block] <= inNow)
             fBounds[block] = ExactBound(block);
@@ -197,84 +323,79 @@ bool TimerList::FireDue(double inNow)
     return end > first;
 }
 
-// A repeating timer keeps its phase, and skips the firings that it missed.
-double TimerList::TimeAfter(const Timer& inTimer, double inDue, double inNow)
+// Firing
+
+// It is alive: of a timer that was removed, next is never.
+[[gnu::noinline]] void TimerList::ArmAgain(const Firing& inFiring)
 {
-    if (!(inTimer.interval > 0))
-        return kForever;
-    const double next = inDue + inTimer.interval;
-    if (next > inNow)
-        return next;
-    const double later = inDue + inTimer.interval * (std::floor((inNow - inDue) / inTimer.interval) + 1);
-    return later > inNow ? later : std::nextafter(inNow, kForever);
+    Arm(*Find(inFiring.timer), inFiring.next);
 }
 
-static EventLoopIdleTimerMessage StepIdle(Timer& ioTimer, double inNow)
+TimerList::Firing* TimerList::FindFiring(UInt64 inTimer) const
 {
-    if (ioTimer.idle == Timer::Idle::Stopping) {
-        ioTimer.idle = Timer::Idle::Waiting;
-        ioTimer.next = inNow + ioTimer.idleDelay;
-        return kEventLoopIdleTimerStopped;
-    }
-    const bool starts = ioTimer.idle == Timer::Idle::Waiting;
-    ioTimer.idle = Timer::Idle::Idling;
-    return starts ? kEventLoopIdleTimerStarted : kEventLoopIdleTimerIdling;
+    for (Firing* firing = fFiring; firing; firing = firing->outer)
+        if (firing->timer == inTimer)
+            return firing;
+    return nullptr;
 }
 
-static void CallTimer(EventLoopTimerRef inReference, Timer& ioTimer, double inNow)
+// While its procedure runs the timer is not in the line: a loop inside the procedure does not call it again.
+// The record may be gone when the procedure returns.
+inline void TimerList::Fire(UInt32 inPosition, double inNow)
 {
-    if (ioTimer.idle == Timer::Idle::No) {
-        ioTimer.proc(inReference, ioTimer.data);
+    if (inPosition == kNowhere) [[unlikely]]
         return;
+    const Armed due = fLine[inPosition];
+    if (std::bit_cast<UInt64>(due.time) == std::bit_cast<UInt64>(kForever)) [[unlikely]]
+        return; // it was removed or re-armed
+    fLine[inPosition].time = kForever;
+    --fArmed;
+    const Timer& timer = fTimers[IndexOf(due.timer)];
+    if (timer.kind == Timer::Kind::Once) [[likely]] {
+        const Firing firing(*this, due.timer, kForever);
+        timer.proc(ReferenceOf(due.timer), timer.data);
+    } else if (timer.kind == Timer::Kind::Repeating) {
+        FireRepeating(timer, due, inNow);
+    } else {
+        FireIdle(timer, due, inNow);
     }
-    const EventLoopIdleTimerMessage message = StepIdle(ioTimer, inNow);
-    ioTimer.idleProc(inReference, message, ioTimer.data);
 }
 
-// While its procedure runs the timer sleeps: a loop inside the procedure does not call it again.
-void TimerList::Fire(const Due& inDue, double inNow)
+[[gnu::noinline]] void TimerList::FireRepeating(const Timer& inTimer, const Armed& inDue, double inNow)
 {
-    Timer* timer = gTimerPool.Find(inDue.timer);
-    if (!timer || timer->isFiring || fTimes[timer->position] != inDue.time) [[unlikely]]
-        return;
-    struct StFiring {
-        TimerList& list;
-        EventLoopTimerRef reference;
-        ~StFiring()
-        {
-            if (Timer* fired = gTimerPool.Find(reference)) {
-                fired->isFiring = false;
-                if (fired->next != kForever)
-                    list.Arm(fired->position, fired->next);
-            }
-        }
-    } const firing{ *this, inDue.timer };
-    timer->next = TimeAfter(*timer, inDue.time, inNow);
-    timer->isFiring = true;
-    fTimes[timer->position] = kForever;
-    CallTimer(inDue.timer, *timer, inNow);
+    const Firing firing(*this, inDue.timer, TimeAfter(inTimer, inDue.time, inNow));
+    inTimer.proc(ReferenceOf(inDue.timer), inTimer.data);
 }
 
-void TimerList::MakeIdle(Timer* inTimer, double inDelay, EventLoopIdleTimerProcPtr inProc)
+// Idle timers
+
+TimerList::IdleTimer& TimerList::IdleOf(UInt64 inTimer)
 {
-    inTimer->idle = Timer::Idle::Waiting;
-    inTimer->idleDelay = inDelay;
-    inTimer->idleProc = inProc;
-    fIdle.push_back(gTimerPool.ReferenceTo(inTimer));
+    return *std::find_if(fIdle.begin(), fIdle.end(),
+                         [=](const IdleTimer& idle) { return idle.timer == inTimer; });
+}
+
+[[gnu::noinline]] void TimerList::FireIdle(const Timer& inTimer, const Armed& inDue, double inNow)
+{
+    using State = IdleTimer::State;
+    IdleTimer& idle = IdleOf(inDue.timer);
+    const bool stops = idle.state == State::Stopping, starts = idle.state == State::Waiting;
+    idle.state = stops ? State::Waiting : State::Idling;
+    const double next = stops ? inNow + idle.delay : TimeAfter(inTimer, inDue.time, inNow);
+    const EventLoopIdleTimerMessage message = stops    ? kEventLoopIdleTimerStopped
+                                              : starts ? kEventLoopIdleTimerStarted
+                                                       : kEventLoopIdleTimerIdling;
+    const Firing firing(*this, inDue.timer, next);
+    inTimer.idleProc(ReferenceOf(inDue.timer), message, inTimer.data);
 }
 
 void TimerList::NoteActivity(double inNow)
 {
-    for (EventLoopTimerRef reference : fIdle) {
-        Timer* timer = gTimerPool.Find(reference);
-        if (!timer)
-            continue;
-        if (timer->idle == Timer::Idle::Waiting) {
-            SetTime(timer, inNow + timer->idleDelay);
-        } else {
-            timer->idle = Timer::Idle::Stopping;
-            SetTime(timer, inNow);
-        }
+    for (IdleTimer& idle : fIdle) {
+        const bool waits = idle.state == IdleTimer::State::Waiting;
+        if (!waits)
+            idle.state = IdleTimer::State::Stopping;
+        SetTime(ReferenceOf(idle.timer), waits ? inNow + idle.delay : inNow);
     }
 }
 
@@ -288,17 +409,11 @@ static double TimeIn(EventTimerInterval inDelay)
     return inDelay >= 0 ? host::Now() + inDelay : host::kForever;
 }
 
-static Timer* NewTimer(EventTimerInterval inFireDelay, EventTimerInterval inInterval, void* inData,
-                       EventLoopTimerRef* outTimer)
+static OSStatus Installed(EventLoopTimerRef inTimer, EventLoopTimerRef* outTimer)
 {
-    Timer* timer = gTimers.Install(TimeIn(inFireDelay));
-    if (!timer)
-        return nullptr;
-    timer->interval = inInterval;
-    timer->data = inData;
     if (outTimer)
-        *outTimer = gTimerPool.ReferenceTo(timer);
-    return timer;
+        *outTimer = inTimer;
+    return inTimer ? OSStatus{ noErr } : OSStatus{ memFullErr };
 }
 
 OSStatus InstallEventLoopTimer(EventLoopRef inEventLoop, EventTimerInterval inFireDelay,
@@ -309,11 +424,8 @@ OSStatus InstallEventLoopTimer(EventLoopRef inEventLoop, EventTimerInterval inFi
         *outTimer = nullptr;
     if (inEventLoop != GetMainEventLoop() || !inTimerProc)
         return paramErr;
-    Timer* timer = NewTimer(inFireDelay, inInterval, inTimerData, outTimer);
-    if (!timer)
-        return memFullErr;
-    timer->proc = inTimerProc;
-    return noErr;
+    const Timer timer(inTimerProc, inTimerData, inInterval);
+    return Installed(gTimers.Install(timer, TimeIn(inFireDelay)), outTimer);
 }
 
 OSStatus InstallEventLoopIdleTimer(EventLoopRef inEventLoop, EventTimerInterval inDelay,
@@ -324,29 +436,18 @@ OSStatus InstallEventLoopIdleTimer(EventLoopRef inEventLoop, EventTimerInterval 
         *outTimer = nullptr;
     if (inEventLoop != GetMainEventLoop() || !inTimerProc || !(inDelay >= 0))
         return paramErr;
-    Timer* timer = NewTimer(inDelay, inInterval, inTimerData, outTimer);
-    if (!timer)
-        return memFullErr;
-    gTimers.MakeIdle(timer, inDelay, inTimerProc);
-    return noErr;
+    const Timer timer(inTimerProc, inTimerData, inInterval);
+    return Installed(gTimers.InstallIdle(timer, inDelay, host::Now()), outTimer);
 }
 
 OSStatus RemoveEventLoopTimer(EventLoopTimerRef inTimer)
 {
-    Timer* timer = gTimerPool.Find(inTimer);
-    if (!timer)
-        return paramErr;
-    gTimers.Remove(timer);
-    return noErr;
+    return gTimers.Remove(inTimer) ? OSStatus{ noErr } : OSStatus{ paramErr };
 }
 
 OSStatus SetEventLoopTimerNextFireTime(EventLoopTimerRef inTimer, EventTimerInterval inNextFire)
 {
-    Timer* timer = gTimerPool.Find(inTimer);
-    if (!timer)
-        return paramErr;
-    gTimers.SetTime(timer, TimeIn(inNextFire));
-    return noErr;
+    return gTimers.SetTime(inTimer, TimeIn(inNextFire)) ? OSStatus{ noErr } : OSStatus{ paramErr };
 }
 
 EventLoopTimerUPP NewEventLoopTimerUPP(EventLoopTimerProcPtr inProc)

@@ -203,6 +203,97 @@ TEST_CASE("A timer that throws: goes on")
     CHECK(fired >= 2);
 }
 
+TEST_CASE("Timers: a reference stays dead, however often another takes its place")
+{
+    EventLoopTimerRef first = nullptr;
+    REQUIRE(InstallEventLoopTimer(GetMainEventLoop(), 9, 0, Nothing, nullptr, &first) == noErr);
+    const UInt64 bits = (UInt64)(uintptr_t)first;
+    for (UInt64 other :
+         { UInt64{ 1 }, bits + 1, bits - 1, bits + (UInt64{ 1 } << 32), ~bits, bits & 0xFFFFFFFF })
+        CHECK(SetEventLoopTimerNextFireTime((EventLoopTimerRef)(uintptr_t)other, 1) == paramErr);
+    int foreign = 0;
+    CHECK(RemoveEventLoopTimer(reinterpret_cast<EventLoopTimerRef>(&foreign)) == paramErr);
+    REQUIRE(RemoveEventLoopTimer(first) == noErr);
+    int alive = 0;
+    for (int i = 0; i < 20000; ++i) {
+        EventLoopTimerRef timer = nullptr;
+        InstallEventLoopTimer(GetMainEventLoop(), 9, 0, Nothing, nullptr, &timer);
+        alive += timer == first || RemoveEventLoopTimer(first) == noErr;
+        RemoveEventLoopTimer(timer);
+    }
+    CHECK(alive == 0);
+}
+
+TEST_CASE("A timer: removed in its own procedure, where another takes its place")
+{
+    StartClean();
+    int fired = 0, others = 0;
+    std::optional<StTimer> timer, other;
+    timer.emplace(1, 1, [&] {
+        ++fired;
+        timer->Remove();
+        other.emplace(1, 0, [&] { ++others; });
+    });
+    host::RunFor(10);
+    CHECK(fired == 1);
+    CHECK(others == 1);
+}
+
+TEST_CASE(
+    "A timer whose procedure runs a loop: others are armed so often that the line closes up, and all fire")
+{
+    StartClean();
+    std::vector<int> order;
+    std::vector<std::unique_ptr<StTimer>> timers;
+    Recorder ticks;
+    const StTimer ticker(0.01, 0.01, ticks.Body());
+    timers.push_back(std::make_unique<StTimer>(1, 0, [&] {
+        order.push_back(-1);
+        for (int i = 0; i < 1000; ++i)
+            SetEventLoopTimerNextFireTime(ticker.Reference(), 0.005 + i * 1e-6);
+        RunCurrentEventLoop(20);
+        order.push_back(-2);
+    }));
+    for (int i = 0; i < 100; ++i)
+        timers.push_back(std::make_unique<StTimer>(1.001 + (i * 37 % 100) * 0.001, 0,
+                                                   [&order, i] { order.push_back(i * 37 % 100); }));
+    LoseTime(2);
+    host::RunFor(0);
+    REQUIRE(order.size() == 102);
+    CHECK(order.front() == -1);
+    CHECK(std::is_sorted(order.begin(), order.end() - 1));
+    CHECK(order.back() == -2);
+    CHECK(ticks.times.size() > 1900);
+}
+
+TEST_CASE("Timers: thousands that are due together by chance fire in the order of their times")
+{
+    StartClean();
+    struct Fired {
+        std::vector<double>* times;
+        double time;
+    };
+    std::vector<double> times;
+    std::vector<Fired> all(5000);
+    std::vector<EventLoopTimerRef> timers(all.size());
+    std::mt19937 random(11);
+    for (size_t i = 0; i < all.size(); ++i) {
+        all[i] = { &times, i % 10 ? (double)(random() % 1000000) / 1e5 : 3.0 }; // equal ones among them
+        InstallEventLoopTimer(
+            GetMainEventLoop(), all[i].time, 0,
+            [](EventLoopTimerRef, void* data) {
+                static_cast<Fired*>(data)->times->push_back(static_cast<Fired*>(data)->time);
+            },
+            &all[i], &timers[i]);
+    }
+    LoseTime(20);
+    host::RunFor(0);
+    CHECK(times.size() == all.size());
+    CHECK(std::is_sorted(times.begin(), times.end()));
+    for (EventLoopTimerRef timer : timers)
+        CHECK(RemoveEventLoopTimer(timer) == noErr);
+}
+
 TEST_CASE("Timers: many, armed, re-armed and removed by chance, fire like those of a plain list")
 {
     StartClean();
