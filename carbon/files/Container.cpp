@@ -141,11 +141,13 @@ bool IsPlausibleVersion1(Bytes inBytes, const MacBinaryLayout& inLayout)
            (inLayout.resourceLength == 0 || IsRawFork(inBytes.subspan(inLayout.resourceOffset)));
 }
 
-// The check sum of versions II and III.
+// The check sum of versions II and III. One of zero, which version I has there, counts only with III's
+// signature.
 bool HasHeaderSum(Bytes inHeader)
 {
     const uint16_t sum = ReadBE16(inHeader, 124);
-    return sum != 0 && sum == Crc16(inHeader.first(124));
+    const bool isSummed = sum != 0 || ReadBE32(inHeader, 102) == 'mBIN';
+    return isSummed && sum == Crc16(inHeader.first(124));
 }
 
 Container ReadMacBinary(Bytes inBytes)

@@ -48,9 +48,9 @@ void CheckCommon(const Container& inContainer, const FileParts& inParts)
 {
     CHECK(inContainer.problems.empty());
     CHECK(std::ranges::equal(inContainer.resourceFork, inParts.resourceFork));
-    CHECK(inContainer.finderInfo.fdType == inParts.finderInfo.fdType);
-    CHECK(inContainer.finderInfo.fdCreator == inParts.finderInfo.fdCreator);
-    CHECK(inContainer.finderInfo.fdFlags == inParts.finderInfo.fdFlags);
+    CHECK(+inContainer.finderInfo.fdType == +inParts.finderInfo.fdType);
+    CHECK(+inContainer.finderInfo.fdCreator == +inParts.finderInfo.fdCreator);
+    CHECK(+inContainer.finderInfo.fdFlags == +inParts.finderInfo.fdFlags);
 }
 
 std::string TextOf(const std::vector<uint8_t>& inBytes)
@@ -77,7 +77,7 @@ TEST_CASE("WriteAppleDouble: exactly two entries, Finder information first")
     const Container container = ReadContainer(bytes);
     CHECK(container.form == Form::AppleDouble);
     CheckCommon(container, sample.parts);
-    CHECK(container.finderInfo.fdLocation.h == -6);
+    CHECK(+container.finderInfo.fdLocation.h == -6);
     CHECK(container.extendedFinderInfo.fdXFlags == 4);
 }
 

@@ -52,9 +52,9 @@ TEST_CASE("convert: each form keeps both forks, the Finder information and the n
         CHECK(container.name == "caf\x8E");
         CHECK(Text(container.dataFork) == "data\r");
         CHECK(Text(container.resourceFork) == shop.Get("fork"));
-        CHECK(container.finderInfo.fdType == 'TEXT');
-        CHECK(container.finderInfo.fdCreator == 'lamp');
-        CHECK(container.finderInfo.fdFlags == 0x2104);
+        CHECK(+container.finderInfo.fdType == 'TEXT');
+        CHECK(+container.finderInfo.fdCreator == 'lamp');
+        CHECK(+container.finderInfo.fdFlags == 0x2104);
     }
     CHECK(Run({ "convert", in, "--to", "raw", "-o", shop.Path("out") }).code == 0);
     CHECK(shop.Get("out") == shop.Get("fork"));
@@ -82,7 +82,7 @@ TEST_CASE("convert: a file with a sidecar is read as a whole")
     const auto forks = lampblack::resources::LocateForks(shop.Path("out.hqx"));
     CHECK(Text(forks.dataFork) == "data\r");
     CHECK(Text(forks.resourceFork) == shop.Get("fork"));
-    CHECK(forks.finderInfo.fdType == 'TEXT');
+    CHECK(+forks.finderInfo.fdType == 'TEXT');
 }
 
 TEST_CASE("convert: a MacBinary file is unwrapped in place")
@@ -106,7 +106,7 @@ TEST_CASE("convert: to text and from text")
                 .code == 0);
     const auto forks = lampblack::resources::LocateForks(shop.Path("out.bin"));
     CHECK(Text(forks.resourceFork) == shop.Get("fork"));
-    CHECK(forks.finderInfo.fdType == 'rsrc');
+    CHECK(+forks.finderInfo.fdType == 'rsrc');
     CHECK(forks.containers[0]->name == "New");
     CHECK(forks.dataFork.empty());
 }

@@ -156,8 +156,9 @@ std::vector<std::string> FindBrokenPromises(const FInfo& inInfo, Bytes inResourc
         return {}; // damage is told elsewhere
     std::vector<std::string> problems;
     const std::string missing = inResourceFork.empty() ? "there is no resource fork" : "the fork has none";
+    const OSType type = inInfo.fdType; // the record is packed; a reference to its field would be misaligned
     const bool isForkType =
-        std::find(std::begin(kForkTypes), std::end(kForkTypes), inInfo.fdType) != std::end(kForkTypes);
+        std::find(std::begin(kForkTypes), std::end(kForkTypes), type) != std::end(kForkTypes);
     if (isForkType && fork.ResourceCount() == 0)
         problems.push_back("the Finder information says " + QuotedCode(inInfo.fdType) +
                            ", which lives in its resource fork, and " +

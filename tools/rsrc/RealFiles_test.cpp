@@ -93,9 +93,9 @@ TEST_CASE("convert: every real file through every form keeps its resources and i
         const auto last = lampblack::resources::LocateForks(shop.Path("d"));
         REQUIRE(std::ranges::equal(first.dataFork, last.dataFork));
         REQUIRE(std::ranges::equal(first.resourceFork, last.resourceFork));
-        CHECK(last.finderInfo.fdType == first.finderInfo.fdType);
-        CHECK(last.finderInfo.fdCreator == first.finderInfo.fdCreator);
-        CHECK(last.finderInfo.fdFlags == first.finderInfo.fdFlags);
+        CHECK(+last.finderInfo.fdType == +first.finderInfo.fdType);
+        CHECK(+last.finderInfo.fdCreator == +first.finderInfo.fdCreator);
+        CHECK(+last.finderInfo.fdFlags == +first.finderInfo.fdFlags);
     }
 }
 
