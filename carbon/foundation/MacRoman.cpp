@@ -180,7 +180,7 @@ void PascalFromMacRoman(std::string_view inText, StringPtr outString, size_t inL
 {
     const size_t length = std::min({ inText.size(), inLimit, (size_t)255 });
     outString[0] = (unsigned char)length;
-    std::memcpy(outString + 1, inText.data(), length);
+    std::copy_n(inText.begin(), length, outString + 1);
 }
 
 char32_t NextUtf8(std::string_view inUtf8, size_t* ioOffset)
