@@ -160,6 +160,8 @@ OSErr RewriteFile(ResourceFile& ioFile, const std::vector<NewData>& inData)
 // The map, and these data, are in the file afterwards, or all is as before.
 OSErr Commit(ResourceFile& ioFile, const std::vector<NewData>& inData)
 {
+    if (!ioFile.home->IsStillHome())
+        return opWrErr;
     FollowHome(ioFile);
     ForkPlan plan;
     const OSErr error =

@@ -330,6 +330,8 @@ OSErr EnsureWritable(ResourceFile* ioFile)
     if (!holds)
         return opWrErr;
     ioFile->home = std::move(home);
+    if (files::OpenFile* open = files::FindOpenFile(ioFile->refNum))
+        open->isWritable = true;
     ioFile->hasPlace = ioFile->located.resourcePath == ioFile->home->HomePath();
     ioFile->generation = ioFile->home->Generation();
     return noErr;

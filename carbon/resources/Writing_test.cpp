@@ -32,7 +32,7 @@ struct PascalString {
     PascalString(std::string_view inText)
     {
         text[0] = (unsigned char)inText.size();
-        std::memcpy(text + 1, inText.data(), inText.size());
+        std::copy(inText.begin(), inText.end(), text + 1);
     }
     operator ConstStr255Param() const { return text; }
 };
@@ -52,7 +52,7 @@ Handle HandleOf(std::string_view inText)
 void SetText(Handle inHandle, std::string_view inText)
 {
     SetHandleSize(inHandle, (Size)inText.size());
-    std::memcpy(*inHandle, inText.data(), inText.size());
+    std::copy(inText.begin(), inText.end(), *inHandle);
 }
 
 void AddText(std::string_view inText, OSType inType, SInt16 inID, std::string_view inName = {})
@@ -860,6 +860,42 @@ TEST_CASE("UpdateResFile: small changes are written where the file lies, many ti
     stat((file.Path() / "._File").c_str(), &last);
     CHECK(first.st_ino == last.st_ino);
     CHECK(first.st_size == last.st_size);
+}
+
+TEST_CASE(
+    "UpdateResFile: when another program put a file in the place of the open one, opWrErr, and theirs stays")
+{
+    WritableFile file;
+    file.Write("other", "theirs");
+    std::filesystem::rename(file.Path() / "other", file.Path() / "._File");
+    AddText("lost otherwise", 'TEXT', 9);
+    UpdateResFile(file.refNum);
+    CHECK(ResError() == opWrErr);
+    CHECK(ReadFile(file.Path() / "._File") == "theirs");
+}
+
+TEST_CASE("ChangedResource: the application's own file is opened for writing then, and written")
+{
+    const SInt16 result = (SInt16)InFreshProcess([] {
+        SInt16 top = 0, next = 0;
+        GetTopResourceFile(&top);
+        while (GetNextResourceFile(top, &next) == noErr && next != 0)
+            top = next;
+        UseResFile(top);
+        const Handle handle = Get1Resource('TEXT', 128);
+        if (!handle)
+            return 2; // no such file, when this case runs alone
+        (*handle)[0] = 'A';
+        ChangedResource(handle);
+        if (ResError() != noErr)
+            return (int)ResError();
+        UpdateResFile(top);
+        FCBPBRec block = {};
+        block.ioRefNum = top;
+        PBGetFCBInfoSync(&block);
+        return ResError() == noErr && (block.ioFCBFlags & 0x0100) ? 1 : (int)ResError();
+    });
+    CHECK((result == 1 || result == 2));
 }
 
 TEST_CASE("FSpOpenResFile: two processes that each write an entry of their own lose neither")
