@@ -132,8 +132,16 @@ double DeadlineAfter(EventTimeout inTimeout)
     return inTimeout > 0 ? host::Now() + inTimeout : host::kForever;
 }
 
+static unsigned long gWaits = 0;
+
+unsigned long WaitsSoFar()
+{
+    return gWaits;
+}
+
 static void WaitUntil(double inTime)
 {
+    ++gWaits;
     gIsWaiting = true;
     host::Machine().wait(inTime);
     gIsWaiting = false;

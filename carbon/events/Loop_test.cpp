@@ -334,6 +334,20 @@ TEST_CASE("AddWaitHook: is called before each wait and at the time it asks for")
     ReleaseEvent(event);
 }
 
+TEST_CASE("WaitsSoFar: nothing to do is one wait, and each firing of a timer one more")
+{
+    StartClean();
+    unsigned long waits = WaitsSoFar();
+    RunCurrentEventLoop(10);
+    CHECK(WaitsSoFar() - waits == 1);
+    int fired = 0;
+    const StTimer timer(0.25, 0.5, [&] { ++fired; });
+    waits = WaitsSoFar();
+    RunCurrentEventLoop(10);
+    CHECK(fired == 20);
+    CHECK(WaitsSoFar() - waits == 21); // the last until the time was over
+}
+
 TEST_CASE("AddWaitHook: is called in a loop that never waits")
 {
     StartClean();

@@ -9,6 +9,9 @@ namespace lampblack::events {
 // second, between two events. A hook may post events, install and remove timers; it must not run a loop.
 void AddWaitHook(double (*inHook)(double inNow));
 
+// How often the process has waited so far, for tests of what wakes an application that is idle.
+unsigned long WaitsSoFar();
+
 } // namespace lampblack::events
 
 #endif
