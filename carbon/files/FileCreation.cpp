@@ -37,7 +37,9 @@ OSErr DeleteFile(const Item& inItem)
         return fLckdErr;
     if (IsInUse(inItem))
         return fBsyErr;
-    const std::vector<path> parts = PartsBeside(file);
+    std::vector<path> parts;
+    if (const OSErr error = PartsBeside(file, &parts); error != noErr)
+        return error;
     if (unlink(file.c_str()) != 0)
         return ErrorOfHost(errno);
     for (const path& part : parts)

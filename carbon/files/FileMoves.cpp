@@ -196,7 +196,7 @@ OSErr ReadSide(const Item& inItem, Side* outSide)
         outSide->forks = LocateForks(outSide->place);
     }
     outSide->info = ToFinderBytes(outSide->forks.finderInfo, outSide->forks.extendedFinderInfo);
-    return outSide->forks.exists ? (OSErr)noErr : ErrorOfHost(outSide->forks.openError);
+    return ErrorOfSearch(outSide->forks);
 }
 
 // A file that brings its resources in itself needs none in the sidecar.

@@ -154,9 +154,7 @@ OSErr ForkHome::Locate(const LocatedForks* inKnown)
         return noErr;
     }
     fForks = LocateForks(fPath);
-    if (fForks.exists)
-        return noErr;
-    return fForks.openError == EISDIR ? (OSErr)fnfErr : ErrorOfHost(fForks.openError);
+    return ErrorOfSearch(fForks);
 }
 
 OSErr ForkHome::FindHome()
@@ -200,7 +198,9 @@ OSErr ForkHome::OpenHomeFile(bool inFromKnown, bool* outAgain)
     if (*outAgain || fKind != Kind::Sidecar)
         return noErr;
     MappedFile mapped;
-    const Container old = mapped.Open(fHomePath) ? ReadContainer(mapped.Contents()) : Container();
+    if (!mapped.Open(fHomePath))
+        return ErrorOfHost(errno);
+    const Container old = ReadContainer(mapped.Contents());
     if (identity.size == 0 || (old.form != Form::None && old.problems.empty()))
         return noErr;
     // What has the sidecar's name is none, or one in which no fork was found: it is kept, under another name.
@@ -399,8 +399,8 @@ OSErr ForkHome::ReplaceDouble(const ForkChange& inChange, size_t inRoom)
     // Who sets the Finder information alone does not take the writer's lock.
     const StMomentLock moment(isWrapped ? -1 : fFile.Get());
     const LocatedForks now = LocateForks(fPath);
-    if (!now.exists)
-        return ErrorOfHost(now.openError);
+    if (const OSErr unread = ErrorOfSearch(now); unread != noErr)
+        return unread;
     MappedFile old;
     const bool hasOld = old.Open(target) && ReadContainer(old.Contents()).form == Form::AppleDouble;
     const Bytes fork = inChange.resourceFork ? *inChange.resourceFork : now.resourceFork;
@@ -436,7 +436,7 @@ OSErr ForkHome::Unwrap()
     struct stat status;
     const LocatedForks now = LocateForks(fPath);
     Replacement file;
-    OSErr error = now.exists && now.isOwnFormSound ? (OSErr)noErr : (OSErr)ioErr;
+    OSErr error = ErrorOfSearch(now) == noErr && now.isOwnFormSound ? (OSErr)noErr : (OSErr)ioErr;
     error = error == noErr ? file.Begin(fPath, ModeOf(fPath, &status)) : error;
     error = error == noErr ? WriteAll(file.File(), now.dataFork, 0) : error;
     bool isInPlace = false;
@@ -517,8 +517,8 @@ OSErr SetFinderInfo(const path& inFile, const FInfo* inInfo, const FXInfo* inExt
     Patience patience;
     while (error == noErr) {
         const LocatedForks forks = LocateForks(file);
-        if (!forks.exists)
-            return forks.openError == EISDIR ? (OSErr)fnfErr : ErrorOfHost(forks.openError);
+        if (const OSErr unread = ErrorOfSearch(forks); unread != noErr)
+            return unread;
         const path home = FinderHome(forks, file);
         // A half that is not given may come from elsewhere than where the whole will be.
         ForkChange change = { nullptr, inInfo ? inInfo : &forks.finderInfo,

@@ -1,6 +1,8 @@
 // Looking for the parts of a file, in the file and beside it.
 #include "ForkLocator.h"
 
+#include "Durable.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -205,6 +207,9 @@ struct Search {
 bool Search::Open(const path& inPath, MappedFile* outFile)
 {
     const bool isOpen = outFile->Open(inPath);
+    const int error = isOpen ? 0 : errno;
+    if (error && error != ENOENT && error != ENOTDIR && error != EISDIR && !forks.besideError)
+        forks.besideError = error;
     forks.lookedAt.push_back({ inPath, outFile->Identity() });
     return isOpen;
 }
@@ -260,8 +265,9 @@ LocatedForks LocateForks(const std::filesystem::path& inPath, Wanted inWanted)
                       {} };
     LocatedForks& forks = search.forks;
     MappedFile file;
-    forks.exists = search.Open(search.file, &file);
+    forks.exists = file.Open(search.file);
     forks.openError = forks.exists ? 0 : errno;
+    forks.lookedAt.push_back({ search.file, file.Identity() });
     if (!forks.exists)
         return std::move(search.forks);
     const auto itself = std::make_shared<const Container>(ReadContainer(file.Contents()));
@@ -277,6 +283,12 @@ LocatedForks LocateForks(const std::filesystem::path& inPath, Wanted inWanted)
     if (itself->form != Form::MacBinary)
         Take(search.file, file, itself, &forks);
     return std::move(search.forks);
+}
+
+OSErr ErrorOfSearch(const LocatedForks& inForks)
+{
+    const int error = inForks.exists ? inForks.besideError : inForks.openError;
+    return error == EISDIR ? (OSErr)fnfErr : error ? ErrorOfHost(error) : (OSErr)noErr;
 }
 
 } // namespace lampblack::files

@@ -50,6 +50,8 @@ private:
 struct LocatedForks {
     bool exists = false;       // the file itself is there and can be read
     int openError = 0;         // errno when it is not
+    int besideError = 0;       // errno of a file beside it that is there and cannot be read: nobody knows
+                               // what it holds
     Form ownForm = Form::None; // what the file itself is
     bool isOwnFormSound = true;
 
@@ -87,6 +89,10 @@ struct LocatedForks {
 // is not empty, the Finder information the first that is not all zero. What is wanted ends the search.
 enum class Wanted : uint8_t { Both, ResourceForkOnly };
 LocatedForks LocateForks(const std::filesystem::path&, Wanted = Wanted::Both);
+
+// Whether all of it could be looked at. Who writes, or says that there is nothing, asks first: what cannot be
+// read may be all that there is. Errors: fnfErr  no such file, or a folder; else as ErrorOfHost.
+OSErr ErrorOfSearch(const LocatedForks&);
 
 } // namespace lampblack::files
 

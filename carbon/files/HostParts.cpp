@@ -23,12 +23,18 @@ bool Exists(const path& inPath)
 }
 
 // An empty file counts: it is a sidecar that was just begun.
-bool HoldsParts(const path& inPath)
+bool HoldsParts(const path& inPath, OSErr* ioError = nullptr)
 {
     MappedFile file;
     struct stat status;
-    if (lstat(inPath.c_str(), &status) != 0 || !S_ISREG(status.st_mode) || !file.Open(inPath))
+    const bool isThere = lstat(inPath.c_str(), &status) == 0;
+    if (isThere && !S_ISREG(status.st_mode))
         return false;
+    if (!isThere || !file.Open(inPath)) {
+        if (ioError && errno != ENOENT && errno != ENOTDIR)
+            *ioError = ErrorOfHost(errno);
+        return false;
+    }
     return status.st_size == 0 || ReadContainer(file.Contents()).form != Form::None;
 }
 
@@ -69,24 +75,26 @@ OSErr CopyFile(const path& inOld, const path& inNew)
 
 } // namespace
 
-std::vector<path> PartsBeside(const path& inFile)
+OSErr PartsBeside(const path& inFile, std::vector<path>* outParts)
 {
-    std::vector<path> parts;
+    std::vector<path>& parts = *outParts;
     struct stat status;
+    OSErr error = noErr;
+    parts.clear();
     if (lstat(inFile.c_str(), &status) != 0)
-        return parts;
+        return ErrorOfHost(errno);
     const path sidecar = SidecarOf(inFile), old = inFile.parent_path() / ".AppleDouble" / inFile.filename();
-    if (HoldsParts(sidecar))
+    if (HoldsParts(sidecar, &error))
         Add(sidecar, &parts);
-    if (!S_ISREG(status.st_mode))
-        return parts;
-    if (HoldsParts(old))
+    if (error != noErr || !S_ISREG(status.st_mode))
+        return error;
+    if (HoldsParts(old, &error))
         Add(old, &parts);
     const LocatedForks forks = LocateForks(inFile);
     for (const path& part : { forks.resourcePath, forks.finderPath })
         if (!part.empty() && part != inFile)
             Add(part, &parts);
-    return parts;
+    return error == noErr ? ErrorOfSearch(forks) : error;
 }
 
 OSErr PartsOnTheMove::LinkOne(const path& inOld, const path& inNew)
@@ -110,7 +118,10 @@ OSErr PartsOnTheMove::LinkOne(const path& inOld, const path& inNew)
 
 OSErr PartsOnTheMove::Link(const path& inFrom, const path& inTo)
 {
-    for (const path& part : PartsBeside(inFrom)) {
+    std::vector<path> parts;
+    if (const OSErr error = PartsBeside(inFrom, &parts); error != noErr)
+        return error;
+    for (const path& part : parts) {
         const OSErr error = LinkOne(part, NewPlaceOf(part, inFrom, inTo));
         if (error != noErr)
             return error;
@@ -142,6 +153,8 @@ OSErr RemoveOtherForks(const path& inFile)
     bool hasRemoved = false;
     for (;;) {
         const LocatedForks forks = LocateForks(inFile);
+        if (const OSErr error = ErrorOfSearch(forks); error != noErr)
+            return error;
         const path& holder = forks.resourcePath;
         if (forks.resourceFork.empty() || holder == inFile || holder == SidecarOf(inFile))
             return hasRemoved ? FlushFolder(inFile.parent_path()) : (OSErr)noErr;

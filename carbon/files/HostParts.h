@@ -10,8 +10,9 @@
 namespace lampblack::files {
 
 // The files beside one (or in "__MACOSX", ".AppleDouble") that hold its resource fork or Finder information
-// now, or would if others went; by content, not by name alone. Of a link or folder the sidecar.
-std::vector<std::filesystem::path> PartsBeside(const std::filesystem::path&);
+// now, or would if others went; by content, not by name alone. Of a link or folder the sidecar. Errors: what
+// kept one from being read.
+OSErr PartsBeside(const std::filesystem::path&, std::vector<std::filesystem::path>* outParts);
 
 // The parts of a file that shall have another name: each has both names in between, so that the old file and
 // the new one would have it. Drop takes the old names away, the destructor what is left of the new ones.

@@ -64,8 +64,8 @@ public:
     {
         fPath = inPath;
         fForks = LocateForks(inPath);
-        if (!fForks.exists)
-            return fForks.openError == EISDIR ? (OSErr)fnfErr : ErrorOfHost(fForks.openError);
+        if (const OSErr error = ErrorOfSearch(fForks); error != noErr)
+            return error;
         fSize = (SInt64)fForks.resourceFork.size();
         return noErr;
     }

@@ -38,6 +38,8 @@ OSErr AddFork(const std::filesystem::path& inPath, bool inResourceFork)
 {
     std::unique_ptr<ForkHome> home;
     const files::LocatedForks before = files::LocateForks(inPath);
+    if (const OSErr unread = files::ErrorOfSearch(before); unread != noErr)
+        return unread;
     if (!(inResourceFork ? before.resourceFork : before.dataFork).empty())
         return dupFNErr;
     const OSErr error =

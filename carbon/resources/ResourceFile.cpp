@@ -64,13 +64,6 @@ OSErr ResourceChain::OpenFork(int inPermission, ResourceFile* ioFile)
 
 namespace {
 
-OSErr ErrorOfForks(const files::LocatedForks& inForks)
-{
-    if (inForks.exists)
-        return noErr;
-    return inForks.openError == EISDIR ? (OSErr)fnfErr : files::ErrorOfHost(inForks.openError);
-}
-
 OSErr Parse(ForkImage& ioImage)
 {
     if (ioImage.Contents().empty())
@@ -91,7 +84,7 @@ OSErr ResourceChain::OpenForReading(ResourceFile* ioFile)
     }
     const int64_t start = FileTimeNow();
     const files::LocatedForks forks = files::LocateForks(ioFile->path, files::Wanted::ResourceForkOnly);
-    OSErr error = ErrorOfForks(forks);
+    OSErr error = files::ErrorOfSearch(forks);
     if (error != noErr)
         return error;
     ioFile->image = ForkImage::Of(forks, ioFile->isResourceFork);

@@ -146,6 +146,11 @@ OSStatus OpenPreferenceFile(SInt8 inPermission)
         return located;
     const SInt16 saved = CurResFile();
     fgRefNum = FSpOpenResFile(&spec, inPermission);
+    if (fgRefNum == kResFileNotOpened && ResError() == eofErr) {
+        // A process that made the file was stopped before it gave it a resource map.
+        FSpCreateResFile(&spec, fgInfo.creator, fgInfo.fileType, smSystemScript);
+        fgRefNum = FSpOpenResFile(&spec, inPermission);
+    }
     if (fgRefNum == kResFileNotOpened) {
         if (const OSErr err = ResError(); err != noErr) {
             UseResFile(saved);
