@@ -58,10 +58,10 @@ inline TimerList::Side* TimerList::Find(UInt64 inTimer)
 
 TimerList::Side* TimerList::TakeSide(const Timer& inTimer)
 {
-    if (!fFree.empty()) {
-        const UInt32 index = fFree.back();
-        fFree.pop_back();
-        fSides[index].tag -= 1;
+    if (fFree != kNowhere) {
+        const UInt32 index = fFree;
+        fFree = fSides[index].position;
+        fSides[index] = { fSides[index].tag - 1, kNowhere };
         fTimers[index] = inTimer;
         return &fSides[index];
     }
@@ -70,7 +70,6 @@ TimerList::Side* TimerList::TakeSide(const Timer& inTimer)
         return nullptr;
     fTimers.push_back(inTimer);
     fSides.push_back({ kFirstUse + index, kNowhere });
-    fFree.reserve(fSides.capacity());
     return &fSides.back();
 }
 
@@ -104,8 +103,7 @@ bool TimerList::Remove(EventLoopTimerRef inTimer)
     if (!fIdle.empty()) [[unlikely]]
         std::erase_if(fIdle, [=](const IdleTimer& idle) { return idle.timer == key; });
     Disarm(*side);
-    side->tag += kUse + 1;
-    fFree.push_back((UInt32)IndexOf(key));
+    *side = { key + kUse + 1, std::exchange(fFree, (UInt32)IndexOf(key)) };
     --fCount;
     if (!fArmed && fDue.empty())
         ClearLine();

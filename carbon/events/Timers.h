@@ -67,7 +67,7 @@ private:
     // reference; of a free one, its next reference plus one, which would be its neighbour's.
     struct Side {
         UInt64 tag;
-        UInt32 position; // in the line, if the reference stands there
+        UInt32 position; // in the line, if the reference stands there; of a free one, the index of the next
     };
     struct Armed {
         double time; // host::kForever in a gap
@@ -123,7 +123,7 @@ private:
 
     std::vector<Side> fSides;   // by the index of the reference
     std::vector<Timer> fTimers; // the same
-    std::vector<UInt32> fFree;  // indexes
+    UInt32 fFree = kNowhere;    // an index
     size_t fCount = 0;
 
     std::vector<Armed> fLine;
