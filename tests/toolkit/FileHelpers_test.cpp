@@ -458,7 +458,8 @@ TEST_CASE("DetermineVRefNum: by reference, and by path")
     CHECK(DetermineVRefNum(nullptr, 0, nullptr) == paramErr);
     HParamBlockRec block = {};
     CHECK(GetVolumeInfoNoName(path, 0, &block) == noErr);
-    CHECK(block.volumeParam.ioNamePtr == nullptr);
+    const StringPtr name = block.volumeParam.ioNamePtr;
+    CHECK(name == nullptr);
     CHECK(GetVolumeInfoNoName(path, 0, nullptr) == paramErr);
 }
 
