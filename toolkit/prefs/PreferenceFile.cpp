@@ -41,6 +41,16 @@ OSErr CreatePreferenceFile()
     return result;
 }
 
+// Whether a process that made the file was stopped before it gave it a resource map: type and creator are
+// there. Those of a damaged file are not, and it stays for somebody to mend.
+bool IsHalfMade(const FSSpec& inSpec)
+{
+    FInfo info = {};
+    const bool isKnown = FSpGetFInfo(&inSpec, &info) == noErr && (info.fdCreator != 0 || info.fdType != 0);
+    LMSetResErr(eofErr);
+    return isKnown && info.fdCreator == fgInfo.creator && info.fdType == fgInfo.fileType;
+}
+
 void MakeInvisible(const FSSpec& inSpec)
 {
     FInfo info;
@@ -146,8 +156,8 @@ OSStatus OpenPreferenceFile(SInt8 inPermission)
         return located;
     const SInt16 saved = CurResFile();
     fgRefNum = FSpOpenResFile(&spec, inPermission);
-    if (fgRefNum == kResFileNotOpened && ResError() == eofErr) {
-        // A process that made the file was stopped before it gave it a resource map.
+    if (fgRefNum == kResFileNotOpened && inPermission != fsRdPerm && ResError() == eofErr &&
+        IsHalfMade(spec)) {
         FSpCreateResFile(&spec, fgInfo.creator, fgInfo.fileType, smSystemScript);
         fgRefNum = FSpOpenResFile(&spec, inPermission);
     }
