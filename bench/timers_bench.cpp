@@ -264,8 +264,11 @@ void Remove(benchmark::State& state)
     }
 }
 
-// The timers that are due are armed first, for now, in the order of the array or by chance.
-template <class Timers, int kDue, bool kShuffled>
+// The timers that are due are armed first, for now: in the order of the array, in one by chance (their times
+// then follow the order of arming), or at once for times by chance.
+enum class Due { InOrder, Shuffled, ByChance };
+
+template <class Timers, int kDue, Due kOrder>
 void Pass(benchmark::State& state)
 {
     auto timers = AllInstalled<Timers>();
@@ -273,13 +276,14 @@ void Pass(benchmark::State& state)
     for (size_t i = 0; i < kTimers; ++i)
         order[i] = i;
     std::mt19937 random(3);
-    if (kShuffled)
+    if (kOrder != Due::InOrder)
         std::shuffle(order.begin(), order.end(), random);
+    constexpr double kSpan = kOrder == Due::ByChance ? 1e-3 : 0; // seconds
     for (auto _ : state) {
         state.PauseTiming();
         for (int i = 0; i < kDue; ++i)
-            timers->SetDelay(order[(size_t)i], 1e-6);
-        const double end = Now() + 1e-5;
+            timers->SetDelay(order[(size_t)i], 1e-6 + kSpan * (double)(random() % 1000000) / 1e6);
+        const double end = Now() + 1e-5 + kSpan;
         while (Now() < end)
             ;
         gFired = 0;
@@ -294,11 +298,16 @@ void Pass(benchmark::State& state)
     BENCHMARK(Install<Timers>)->Unit(benchmark::kMicrosecond);                                               \
     BENCHMARK(Rearm<Timers>)->Unit(benchmark::kMicrosecond);                                                 \
     BENCHMARK(Remove<Timers>)->Unit(benchmark::kMicrosecond);                                                \
-    BENCHMARK(Pass<Timers, kTimers, false>)->Name("PassAll<" #Timers ">")->Unit(benchmark::kMicrosecond);    \
-    BENCHMARK(Pass<Timers, kTimers, true>)                                                                   \
+    BENCHMARK(Pass<Timers, kTimers, Due::InOrder>)                                                           \
+        ->Name("PassAll<" #Timers ">")                                                                       \
+        ->Unit(benchmark::kMicrosecond);                                                                     \
+    BENCHMARK(Pass<Timers, kTimers, Due::Shuffled>)                                                          \
         ->Name("PassAllShuffled<" #Timers ">")                                                               \
         ->Unit(benchmark::kMicrosecond);                                                                     \
-    BENCHMARK(Pass<Timers, kFew, true>)->Name("PassFew<" #Timers ">")->Unit(benchmark::kMicrosecond)
+    BENCHMARK(Pass<Timers, kTimers, Due::ByChance>)                                                          \
+        ->Name("PassAllByChance<" #Timers ">")                                                               \
+        ->Unit(benchmark::kMicrosecond);                                                                     \
+    BENCHMARK(Pass<Timers, kFew, Due::Shuffled>)->Name("PassFew<" #Timers ">")->Unit(benchmark::kMicrosecond)
 
 ROWS(Flat);
 ROWS(FlatInOrder);
