@@ -8,6 +8,7 @@
 #include <foundation/MacRoman.h>
 
 #include <algorithm>
+#include <new>
 #include <optional>
 
 using namespace lampblack;
@@ -162,28 +163,36 @@ std::string NameIn(const AliasContents& inContents, AliasInfoType inIndex)
 } // namespace
 
 OSErr FSNewAlias(const FSRef* fromFile, const FSRef* target, AliasHandle* inAlias)
-{
+try {
     return Make(fromFile, target, false, inAlias);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSNewAliasMinimal(const FSRef* target, AliasHandle* inAlias)
-{
+try {
     return Make((const FSRef*)nullptr, target, true, inAlias);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr NewAlias(const FSSpec* fromFile, const FSSpec* target, AliasHandle* alias)
-{
+try {
     return Make(fromFile, target, false, alias);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr NewAliasMinimal(const FSSpec* target, AliasHandle* alias)
-{
+try {
     return Make((const FSSpec*)nullptr, target, true, alias);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr NewAliasMinimalFromFullPath(SInt16 fullPathLength, const void* fullPath, ConstStr32Param,
                                   ConstStr31Param, AliasHandle* alias)
-{
+try {
     if (!fullPath || !alias || fullPathLength < 0)
         return paramErr;
     const std::string path((const char*)fullPath, (size_t)fullPathLength);
@@ -197,11 +206,13 @@ OSErr NewAliasMinimalFromFullPath(SInt16 fullPathLength, const void* fullPath, C
     contents.isFolder = path.back() == ':';
     contents.macPath = path;
     return MakeHandle(contents, alias);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSResolveAliasWithMountFlags(const FSRef* fromFile, AliasHandle inAlias, FSRef* outTarget,
                                    Boolean* wasChanged, UInt32 mountFlags)
-{
+try {
     if (!outTarget)
         return paramErr;
     Item target;
@@ -209,11 +220,13 @@ OSErr FSResolveAliasWithMountFlags(const FSRef* fromFile, AliasHandle inAlias, F
     if (error == noErr)
         MakeRef(target, outTarget);
     return error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr ResolveAliasWithMountFlags(const FSSpec* fromFile, AliasHandle alias, FSSpec* target,
                                  Boolean* wasChanged, UInt32 mountFlags)
-{
+try {
     if (!target)
         return paramErr;
     Item item;
@@ -221,6 +234,8 @@ OSErr ResolveAliasWithMountFlags(const FSSpec* fromFile, AliasHandle alias, FSSp
     if (error == noErr || (error == fnfErr && !item.macName.empty()))
         MakeSpec(item, target);
     return error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSResolveAlias(const FSRef* fromFile, AliasHandle alias, FSRef* target, Boolean* wasChanged)
@@ -234,22 +249,28 @@ OSErr ResolveAlias(const FSSpec* fromFile, AliasHandle alias, FSSpec* target, Bo
 }
 
 OSErr FSUpdateAlias(const FSRef* fromFile, const FSRef* target, AliasHandle alias, Boolean* wasChanged)
-{
+try {
     return Update(fromFile, target, alias, wasChanged);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr UpdateAlias(const FSSpec* fromFile, const FSSpec* target, AliasHandle alias, Boolean* wasChanged)
-{
+try {
     return Update(fromFile, target, alias, wasChanged);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr GetAliasInfo(AliasHandle alias, AliasInfoType index, Str63 theString)
-{
+try {
     AliasContents contents;
     if (!theString || index < asiZoneName || !ReadAlias(BytesOf(alias), &contents))
         return paramErr;
     foundation::PascalFromMacRoman(NameIn(contents, index), theString, sizeof(Str63) - 1);
     return noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 Size GetAliasSizeFromPtr(const AliasRecord* alias)

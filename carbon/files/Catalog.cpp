@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <fcntl.h>
+#include <new>
 #include <optional>
 #include <sys/stat.h>
 #include <unordered_map>
@@ -231,9 +232,15 @@ Folder NodeOf(const Item& inItem)
     CatalogState& state = State();
     if (const SInt32 known = KnownID({ inItem.parent, inItem.hostName }))
         return { inItem.parent.volume, known };
+    // The number and the node come to be together, or, without memory, neither.
     const SInt32 id = NextNodeID();
-    state.ids.emplace(OwnedKey{ inItem.parent, inItem.hostName }, id);
     state.nodes.push_back({ inItem.parent, inItem.hostName });
+    try {
+        state.ids.emplace(OwnedKey{ inItem.parent, inItem.hostName }, id);
+    } catch (const std::bad_alloc&) {
+        state.nodes.pop_back();
+        throw;
+    }
     return { inItem.parent.volume, id };
 }
 

@@ -9,6 +9,7 @@
 #include <foundation/BigEndian.h>
 
 #include <cstring>
+#include <new>
 #include <unistd.h>
 
 using namespace lampblack;
@@ -149,7 +150,7 @@ OSErr lampblack::files::FillCatalogInfo(FSCatalogInfoBitmap inWhich, const Item&
 
 OSErr FSGetCatalogInfo(const FSRef* ref, FSCatalogInfoBitmap whichInfo, FSCatalogInfo* catalogInfo,
                        HFSUniStr255* outName, FSSpec* fsSpec, FSRef* parentRef)
-{
+try {
     Item item;
     OSErr error = ItemOfRef(ref, &item);
     if (error == noErr && (whichInfo & ~(FSCatalogInfoBitmap)kFSCatInfoGettableInfo))
@@ -165,4 +166,6 @@ OSErr FSGetCatalogInfo(const FSRef* ref, FSCatalogInfoBitmap whichInfo, FSCatalo
     if (parentRef)
         FillParent(item, parentRef);
     return noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }

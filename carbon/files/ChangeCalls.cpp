@@ -7,6 +7,7 @@
 #include <foundation/MacRoman.h>
 
 #include <cstring>
+#include <new>
 
 using namespace lampblack::files;
 
@@ -110,59 +111,75 @@ OSErr SetDates(const Item& inItem, UInt32 inCreated, UInt32 inModified)
 } // namespace
 
 OSErr FSpCreate(const FSSpec* spec, OSType creator, OSType fileType, ScriptCode scriptTag)
-{
+try {
     Item item;
     return Create(Find(spec, &item), item, creator, fileType, scriptTag);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr HCreate(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName, OSType creator,
               OSType fileType)
-{
+try {
     Item item;
     return Create(Find(vRefNum, dirID, fileName, &item), item, creator, fileType);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSpDirCreate(const FSSpec* spec, ScriptCode, SInt32* createdDirID)
-{
+try {
     Item item;
     return CreateFolder(Find(spec, &item), item, createdDirID);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr DirCreate(FSVolumeRefNum vRefNum, SInt32 parentDirID, ConstStr255Param directoryName,
                 SInt32* createdDirID)
-{
+try {
     Item item;
     return CreateFolder(Find(vRefNum, parentDirID, directoryName, &item), item, createdDirID);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSpDelete(const FSSpec* spec)
-{
+try {
     Item item;
     const OSErr error = Find(spec, &item);
     return error == noErr ? DeleteItem(item) : error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr HDelete(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName)
-{
+try {
     Item item;
     const OSErr error = Resolve(vRefNum, dirID, fileName, &item);
     return error == noErr ? DeleteItem(item) : error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSpRename(const FSSpec* spec, ConstStr255Param newName)
-{
+try {
     Item item;
     return Rename(Find(spec, &item), item, newName);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr HRename(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param oldName, ConstStr255Param newName)
-{
+try {
     Item item;
     return Rename(Resolve(vRefNum, dirID, oldName, &item), item, newName);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSpCatMove(const FSSpec* source, const FSSpec* dest)
-{
+try {
     Item item, folder;
     OSErr error = Find(source, &item);
     if (error != noErr)
@@ -171,81 +188,105 @@ OSErr FSpCatMove(const FSSpec* source, const FSSpec* dest)
     if (error != noErr)
         return error == fnfErr ? (OSErr)dirNFErr : error;
     return folder.isFolder ? MoveItem(item, NodeOf(folder)) : (OSErr)badMovErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr CatMove(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param oldName, SInt32 newDirID,
               ConstStr255Param newName)
-{
+try {
     Item item;
     return Move(Resolve(vRefNum, dirID, oldName, &item), item, newDirID, newName);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSpExchangeFiles(const FSSpec* source, const FSSpec* dest)
-{
+try {
     Item item, other;
     OSErr error = Find(source, &item);
     error = error == noErr ? Find(dest, &other) : error;
     return error == noErr ? ExchangeItems(item, other) : error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSpGetFInfo(const FSSpec* spec, FInfo* fndrInfo)
-{
+try {
     Item item;
     return fndrInfo ? GetInfo(Find(spec, &item), item, fndrInfo) : (OSErr)paramErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr HGetFInfo(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName, FInfo* fndrInfo)
-{
+try {
     Item item;
     return fndrInfo ? GetInfo(Resolve(vRefNum, dirID, fileName, &item), item, fndrInfo) : (OSErr)paramErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSpSetFInfo(const FSSpec* spec, const FInfo* fndrInfo)
-{
+try {
     Item item;
     return fndrInfo ? SetInfo(Find(spec, &item), item, fndrInfo) : (OSErr)paramErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr HSetFInfo(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName, const FInfo* fndrInfo)
-{
+try {
     Item item;
     return fndrInfo ? SetInfo(Resolve(vRefNum, dirID, fileName, &item), item, fndrInfo) : (OSErr)paramErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSpSetFLock(const FSSpec* spec)
-{
+try {
     Item item;
     return SetLock(Find(spec, &item), item, true);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSpRstFLock(const FSSpec* spec)
-{
+try {
     Item item;
     return SetLock(Find(spec, &item), item, false);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr HSetFLock(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName)
-{
+try {
     Item item;
     return SetLock(Resolve(vRefNum, dirID, fileName, &item), item, true);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr HRstFLock(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName)
-{
+try {
     Item item;
     return SetLock(Resolve(vRefNum, dirID, fileName, &item), item, false);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBHCreateSync(HParmBlkPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     HFileParam& block = paramBlock->fileParam;
     return Finish(block, HCreate(block.ioVRefNum, block.ioDirID, block.ioNamePtr, 0, 0));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBDirCreateSync(HParmBlkPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     HFileParam& block = paramBlock->fileParam;
@@ -254,48 +295,60 @@ OSErr PBDirCreateSync(HParmBlkPtr paramBlock)
     if (error == noErr)
         block.ioDirID = created;
     return Finish(block, error);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBHDeleteSync(HParmBlkPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     HFileParam& block = paramBlock->fileParam;
     return Finish(block, HDelete(block.ioVRefNum, block.ioDirID, block.ioNamePtr));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBHRenameSync(HParmBlkPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     HFileParam& block = paramBlock->fileParam; // ioMisc and ioDirID lie in different records of the union
     const auto newName = (ConstStr255Param)paramBlock->ioParam.ioMisc;
     return Finish(block, HRename(block.ioVRefNum, block.ioDirID, block.ioNamePtr, newName));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBCatMoveSync(CMovePBPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     CMovePBRec& block = *paramBlock;
     return Finish(
         block, CatMove(block.ioVRefNum, block.ioDirID, block.ioNamePtr, block.ioNewDirID, block.ioNewName));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBHSetFLockSync(HParmBlkPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     HFileParam& block = paramBlock->fileParam;
     return Finish(block, HSetFLock(block.ioVRefNum, block.ioDirID, block.ioNamePtr));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBHRstFLockSync(HParmBlkPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     HFileParam& block = paramBlock->fileParam;
     return Finish(block, HRstFLock(block.ioVRefNum, block.ioDirID, block.ioNamePtr));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 namespace {
@@ -328,11 +381,15 @@ OSErr SetCatInfo(const CInfoPBRec& inBlock)
 } // namespace
 
 OSErr PBHSetFInfoSync(HParmBlkPtr paramBlock)
-{
+try {
     return paramBlock ? Finish(paramBlock->fileParam, SetFileInfo(paramBlock->fileParam)) : (OSErr)paramErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBSetCatInfoSync(CInfoPBPtr paramBlock)
-{
+try {
     return paramBlock ? Finish(paramBlock->hFileInfo, SetCatInfo(*paramBlock)) : (OSErr)paramErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }

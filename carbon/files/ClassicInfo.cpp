@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <dirent.h>
+#include <new>
 
 using namespace lampblack;
 using namespace lampblack::files;
@@ -197,24 +198,30 @@ OSErr GetFileInfo(HFileParam* ioBlock)
 } // namespace
 
 OSErr PBGetCatInfoSync(CInfoPBPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     return Finish(paramBlock->hFileInfo, GetCatInfo(paramBlock));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBHGetFInfoSync(HParmBlkPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     return Finish(paramBlock->fileParam, GetFileInfo(&paramBlock->fileParam));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBMakeFSSpecSync(HParmBlkPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     const HFileParam& where = paramBlock->fileParam;
     FSSpec* spec = (FSSpec*)paramBlock->ioParam.ioMisc;
     return Finish(paramBlock->ioParam, FSMakeFSSpec(where.ioVRefNum, where.ioDirID, where.ioNamePtr, spec));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }

@@ -100,9 +100,10 @@ OSErr Place(const Item& inOld, const Item& inNew)
     error = error == noErr ? RenameOnHost(from, to) : error;
     if (error != noErr)
         return error;
-    Tell(inOld, inNew);
+    parts.Keep(); // whatever happens from here on, the file has its new name
     error = FlushFolder(to.parent_path());
     parts.Drop();
+    Tell(inOld, inNew);
     const OSErr other =
         from.parent_path() == to.parent_path() ? (OSErr)noErr : FlushFolder(from.parent_path());
     return error != noErr ? error : other;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <random>
 
 using namespace lampblack::files;
@@ -62,7 +63,7 @@ OSErr FolderOfRef(const FSRef* inRef, Item* outItem)
 } // namespace lampblack::files
 
 OSErr FSMakeFSSpec(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName, FSSpec* spec)
-{
+try {
     if (!spec)
         return paramErr;
     Item item;
@@ -70,10 +71,12 @@ OSErr FSMakeFSSpec(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName, FSSp
     if (error == noErr || error == fnfErr)
         MakeSpec(item, spec);
     return error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSpMakeFSRef(const FSSpec* source, FSRef* newRef)
-{
+try {
     if (!source || !newRef)
         return paramErr;
     Item item;
@@ -81,10 +84,12 @@ OSErr FSpMakeFSRef(const FSSpec* source, FSRef* newRef)
     if (error == noErr)
         MakeRef(item, newRef);
     return error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSStatus FSPathMakeRef(const UInt8* path, FSRef* ref, Boolean* isDirectory)
-{
+try {
     if (!path || !*path || !ref)
         return paramErr;
     Item item;
@@ -94,10 +99,12 @@ OSStatus FSPathMakeRef(const UInt8* path, FSRef* ref, Boolean* isDirectory)
     if (isDirectory)
         *isDirectory = item.isFolder;
     return noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSStatus FSRefMakePath(const FSRef* ref, UInt8* path, UInt32 pathBufferSize)
-{
+try {
     if (!path)
         return paramErr;
     Item item;
@@ -109,10 +116,12 @@ OSStatus FSRefMakePath(const FSRef* ref, UInt8* path, UInt32 pathBufferSize)
         return pathTooLongErr;
     std::memcpy(path, text.c_str(), text.size() + 1);
     return noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSCompareFSRefs(const FSRef* ref1, const FSRef* ref2)
-{
+try {
     Item first, second;
     OSErr error = ItemOfRef(ref1, &first);
     error = error != noErr ? error : ItemOfRef(ref2, &second);
@@ -121,6 +130,8 @@ OSErr FSCompareFSRefs(const FSRef* ref1, const FSRef* ref2)
     if (first.parent.volume != second.parent.volume)
         return diffVolErr;
     return NodeOf(first) == NodeOf(second) ? noErr : errFSRefsDifferent;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSGetDataForkName(HFSUniStr255* dataForkName)
@@ -132,7 +143,7 @@ OSErr FSGetDataForkName(HFSUniStr255* dataForkName)
 }
 
 OSErr FSGetResourceForkName(HFSUniStr255* resourceForkName)
-{
+try {
     constexpr std::u16string_view kName = u"RESOURCE_FORK";
     if (!resourceForkName)
         return paramErr;
@@ -140,4 +151,6 @@ OSErr FSGetResourceForkName(HFSUniStr255* resourceForkName)
     resourceForkName->length = (UInt16)kName.size();
     std::copy(kName.begin(), kName.end(), resourceForkName->unicode);
     return noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }

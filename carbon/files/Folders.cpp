@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fstream>
+#include <new>
 #include <sys/stat.h>
 
 using namespace lampblack;
@@ -213,7 +214,7 @@ OSErr Find(SInt16 inVolume, OSType inType, bool inCreates, Item* outItem)
 
 OSErr FindFolder(SInt16 vRefNum, OSType folderType, Boolean createFolder, SInt16* foundVRefNum,
                  SInt32* foundDirID)
-{
+try {
     if (!foundVRefNum || !foundDirID)
         return paramErr;
     *foundVRefNum = 0;
@@ -226,10 +227,12 @@ OSErr FindFolder(SInt16 vRefNum, OSType folderType, Boolean createFolder, SInt16
     *foundVRefNum = folder.volume;
     *foundDirID = folder.id;
     return noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSFindFolder(SInt16 vRefNum, OSType folderType, Boolean createFolder, FSRef* foundRef)
-{
+try {
     if (!foundRef)
         return paramErr;
     Item item;
@@ -237,4 +240,6 @@ OSErr FSFindFolder(SInt16 vRefNum, OSType folderType, Boolean createFolder, FSRe
     if (error == noErr)
         MakeRef(item, foundRef);
     return error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 using namespace lampblack::files;
 
@@ -133,76 +134,100 @@ OSErr VolumeNamed(ConstStr255Param inName, SInt16 inRefNum, SInt16* outVolume)
 } // namespace
 
 OSErr FSpOpenDF(const FSSpec* spec, SInt8 permission, FSIORefNum* refNum)
-{
+try {
     return OpenSpec(spec, false, permission, refNum);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSpOpenRF(const FSSpec* spec, SInt8 permission, FSIORefNum* refNum)
-{
+try {
     return OpenSpec(spec, true, permission, refNum);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr HOpen(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName, SInt8 permission,
             FSIORefNum* refNum)
-{
+try {
     return OpenNamed(vRefNum, dirID, fileName, false, permission, refNum);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr HOpenDF(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName, SInt8 permission,
               FSIORefNum* refNum)
-{
+try {
     return OpenNamed(vRefNum, dirID, fileName, false, permission, refNum);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr HOpenRF(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName, SInt8 permission,
               FSIORefNum* refNum)
-{
+try {
     return OpenNamed(vRefNum, dirID, fileName, true, permission, refNum);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSOpen(ConstStr255Param fileName, FSVolumeRefNum vRefNum, FSIORefNum* refNum)
-{
+try {
     return OpenNamed(vRefNum, 0, fileName, false, fsCurPerm, refNum);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSClose(FSIORefNum refNum)
-{
+try {
     return CloseFile(refNum);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSRead(FSIORefNum refNum, SInt32* count, void* buffPtr)
-{
+try {
     OpenFile* file;
     const OSErr error = count ? Find(refNum, &file) : (OSErr)paramErr;
     return error == noErr ? ReadOld(file, fsAtMark, 0, *count, buffPtr, count) : error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSWrite(FSIORefNum refNum, SInt32* count, const void* buffPtr)
-{
+try {
     OpenFile* file;
     const OSErr error = count ? Find(refNum, &file) : (OSErr)paramErr;
     return error == noErr ? WriteOld(file, fsAtMark, 0, *count, buffPtr, count) : error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr GetEOF(FSIORefNum refNum, SInt32* logEOF)
-{
+try {
     OpenFile* file;
     const OSErr error = logEOF ? Find(refNum, &file) : (OSErr)paramErr;
     return error == noErr ? SizeIn32Bits(SizeOf(*file), logEOF) : error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr SetEOF(FSIORefNum refNum, SInt32 logEOF)
-{
+try {
     OpenFile* file;
     const OSErr error = Find(refNum, &file);
     return error == noErr ? SetEnd(file, logEOF) : error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr Allocate(FSIORefNum refNum, SInt32* count)
-{
+try {
     OpenFile* file;
     const OSErr error = count ? Find(refNum, &file) : (OSErr)paramErr;
     return error == noErr ? ReserveIn(file, *count) : error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr AllocContig(FSVolumeRefNum refNum, SInt32* count)
@@ -211,14 +236,16 @@ OSErr AllocContig(FSVolumeRefNum refNum, SInt32* count)
 }
 
 OSErr GetFPos(FSIORefNum refNum, SInt32* filePos)
-{
+try {
     OpenFile* file;
     const OSErr error = filePos ? Find(refNum, &file) : (OSErr)paramErr;
     return error == noErr ? SizeIn32Bits(file->mark, filePos) : error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr SetFPos(FSIORefNum refNum, SInt16 posMode, SInt32 posOff)
-{
+try {
     OpenFile* file;
     OSErr error = Find(refNum, &file);
     SInt64 place = 0;
@@ -226,13 +253,17 @@ OSErr SetFPos(FSIORefNum refNum, SInt16 posMode, SInt32 posOff)
     if (error == noErr && place > kLast)
         return fileBoundsErr;
     return error == noErr ? SetMark(file, fsFromStart, place) : error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FlushVol(ConstStr63Param volName, FSVolumeRefNum vRefNum)
-{
+try {
     SInt16 volume = 0;
     const OSErr error = VolumeNamed(volName, vRefNum, &volume);
     return error == noErr ? FlushFilesOf(volume) : error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 // By parameter block. A call works on the records of the union that have its fields.
@@ -333,100 +364,138 @@ OSErr Complete(ParmBlkPtr ioBlock, OSErr inError)
 } // namespace
 
 OSErr PBHOpenSync(HParmBlkPtr paramBlock)
-{
+try {
     return OpenBlock(paramBlock, false);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBHOpenDFSync(HParmBlkPtr paramBlock)
-{
+try {
     return OpenBlock(paramBlock, false);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBHOpenRFSync(HParmBlkPtr paramBlock)
-{
+try {
     return OpenBlock(paramBlock, true);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBCloseSync(ParmBlkPtr paramBlock)
-{
+try {
     return paramBlock ? Finish(paramBlock->ioParam, CloseFile(paramBlock->ioParam.ioRefNum))
                       : (OSErr)paramErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBReadSync(ParmBlkPtr paramBlock)
-{
+try {
     return OnFile(paramBlock, ReadBlock);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBWriteSync(ParmBlkPtr paramBlock)
-{
+try {
     return OnFile(paramBlock, WriteBlock);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBGetEOFSync(ParmBlkPtr paramBlock)
-{
+try {
     return OnFile(paramBlock, GetEOFBlock);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBSetEOFSync(ParmBlkPtr paramBlock)
-{
+try {
     return OnFile(paramBlock, SetEOFBlock);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBGetFPosSync(ParmBlkPtr paramBlock)
-{
+try {
     return OnFile(paramBlock, GetFPosBlock);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBSetFPosSync(ParmBlkPtr paramBlock)
-{
+try {
     return OnFile(paramBlock, SetFPosBlock);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBAllocateSync(ParmBlkPtr paramBlock)
-{
+try {
     return OnFile(paramBlock, AllocateBlock);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBAllocContigSync(ParmBlkPtr paramBlock)
-{
+try {
     return OnFile(paramBlock, AllocateBlock);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBFlushFileSync(ParmBlkPtr paramBlock)
-{
+try {
     return OnFile(paramBlock, [](IOParam&, OpenFile* ioFile) { return FlushFile(ioFile); });
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBFlushVolSync(ParmBlkPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     IOParam& block = paramBlock->ioParam;
     return Finish(block, FlushVol(block.ioNamePtr, block.ioVRefNum));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBReadAsync(ParmBlkPtr paramBlock)
-{
+try {
     return Complete(paramBlock, PBReadSync(paramBlock));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBWriteAsync(ParmBlkPtr paramBlock)
-{
+try {
     return Complete(paramBlock, PBWriteSync(paramBlock));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBCloseAsync(ParmBlkPtr paramBlock)
-{
+try {
     return Complete(paramBlock, PBCloseSync(paramBlock));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBFlushFileAsync(ParmBlkPtr paramBlock)
-{
+try {
     return Complete(paramBlock, PBFlushFileSync(paramBlock));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBFlushVolAsync(ParmBlkPtr paramBlock)
-{
+try {
     return Complete(paramBlock, PBFlushVolSync(paramBlock));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }

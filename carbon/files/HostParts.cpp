@@ -132,12 +132,17 @@ OSErr PartsOnTheMove::Link(const path& inFrom, const path& inTo)
     return fNew.empty() ? (OSErr)noErr : FlushFolder(inTo.parent_path());
 }
 
-void PartsOnTheMove::Drop()
+void PartsOnTheMove::Keep()
 {
-    for (const path& old : fOld)
-        unlink(old.c_str());
     fNew.clear();
     fFolder.clear();
+}
+
+void PartsOnTheMove::Drop()
+{
+    Keep();
+    for (const path& old : fOld)
+        unlink(old.c_str());
 }
 
 PartsOnTheMove::~PartsOnTheMove()

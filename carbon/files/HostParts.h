@@ -15,12 +15,14 @@ namespace lampblack::files {
 OSErr PartsBeside(const std::filesystem::path&, std::vector<std::filesystem::path>* outParts);
 
 // The parts of a file that shall have another name: each has both names in between, so that the old file and
-// the new one would have it. Drop takes the old names away, the destructor what is left of the new ones.
+// the new one would have it. Drop takes the old names away; the destructor takes the new ones, unless they
+// were to be kept.
 class PartsOnTheMove {
 public:
     // Errors: dupFNErr  the new name of a part that is listed as a file is taken; else of the host.
     OSErr Link(const std::filesystem::path& inFrom, const std::filesystem::path& inTo);
-    void Drop();
+    void Keep(); // the new names stay
+    void Drop(); // and the old ones go
     ~PartsOnTheMove();
 
 private:

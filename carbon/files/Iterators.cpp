@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <set>
 #include <sys/stat.h>
 #include <vector>
@@ -127,7 +128,7 @@ OSErr Store(const Results& inResults, ItemCount inIndex, const Item& inItem)
 } // namespace
 
 OSErr FSOpenIterator(const FSRef* container, FSIteratorFlags iteratorFlags, FSIterator* iterator)
-{
+try {
     if (!iterator)
         return paramErr;
     *iterator = nullptr;
@@ -145,21 +146,25 @@ OSErr FSOpenIterator(const FSRef* container, FSIteratorFlags iteratorFlags, FSIt
     *iterator = (FSIterator)made.get();
     Iterators().push_back(std::move(made));
     return noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSCloseIterator(FSIterator iterator)
-{
+try {
     const auto found = Find(iterator);
     if (!iterator || found == Iterators().end())
         return iterator ? errFSIteratorNotFound : paramErr;
     Iterators().erase(found);
     return noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSGetCatalogInfoBulk(FSIterator iterator, ItemCount maximumObjects, ItemCount* actualObjects,
                            Boolean* containerChanged, FSCatalogInfoBitmap whichInfo,
                            FSCatalogInfo* catalogInfos, FSRef* refs, FSSpec* specs, HFSUniStr255* names)
-{
+try {
     if (!iterator || !actualObjects)
         return paramErr;
     *actualObjects = 0;
@@ -178,4 +183,6 @@ OSErr FSGetCatalogInfoBulk(FSIterator iterator, ItemCount maximumObjects, ItemCo
     if (containerChanged)
         *containerChanged = DidChange(found->get());
     return *actualObjects < maximumObjects ? errFSNoMoreItems : noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <map>
+#include <new>
 
 namespace lampblack::files {
 namespace {
@@ -187,10 +188,12 @@ OSErr GetFCBInfo(FCBPBRec* ioBlock)
 } // namespace
 
 OSErr PBGetFCBInfoSync(FCBPBPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     const OSErr error = GetFCBInfo(paramBlock);
     paramBlock->ioResult = error;
     return error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <new>
 #include <sys/stat.h>
 
 using namespace lampblack::files;
@@ -118,19 +119,21 @@ OSErr MakeFolder(FSCatalogInfoBitmap inWhich, const FSCatalogInfo* inInfo, Item*
 } // namespace
 
 OSErr FSSetCatalogInfo(const FSRef* ref, FSCatalogInfoBitmap whichInfo, const FSCatalogInfo* catalogInfo)
-{
+try {
     Item item;
     const OSErr error = ItemOfRef(ref, &item);
     if (error != noErr)
         return error;
     const bool isSettable = catalogInfo && IsSettable(whichInfo, catalogInfo);
     return isSettable ? SetInfo(whichInfo, catalogInfo, item) : (OSErr)paramErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSCreateFileUnicode(const FSRef* parentRef, UniCharCount nameLength, const UniChar* name,
                           FSCatalogInfoBitmap whichInfo, const FSCatalogInfo* catalogInfo, FSRef* newRef,
                           FSSpec* newSpec)
-{
+try {
     Item item;
     OSErr error = IsSettable(whichInfo, catalogInfo) ? noErr : paramErr;
     if (error == noErr)
@@ -140,12 +143,14 @@ OSErr FSCreateFileUnicode(const FSRef* parentRef, UniCharCount nameLength, const
     if (error == noErr)
         GiveResults(item, newRef, newSpec);
     return error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSCreateDirectoryUnicode(const FSRef* parentRef, UniCharCount nameLength, const UniChar* name,
                                FSCatalogInfoBitmap whichInfo, const FSCatalogInfo* catalogInfo, FSRef* newRef,
                                FSSpec* newSpec, UInt32* newDirID)
-{
+try {
     Item item;
     OSErr error = IsSettable(whichInfo, catalogInfo) ? noErr : paramErr;
     if (error == noErr)
@@ -158,17 +163,21 @@ OSErr FSCreateDirectoryUnicode(const FSRef* parentRef, UniCharCount nameLength, 
     if (newDirID)
         *newDirID = (UInt32)NodeOf(item).id;
     return noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSDeleteObject(const FSRef* ref)
-{
+try {
     Item item;
     const OSErr error = ItemOfRef(ref, &item);
     return error != noErr ? error : DeleteItem(item);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSMoveObject(const FSRef* ref, const FSRef* destDirectory, FSRef* newRef)
-{
+try {
     Item item, folder, moved;
     OSErr error = ItemOfRef(ref, &item);
     if (error == noErr)
@@ -178,11 +187,13 @@ OSErr FSMoveObject(const FSRef* ref, const FSRef* destDirectory, FSRef* newRef)
     if (error == noErr)
         GiveResults(moved, newRef, nullptr);
     return error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSRenameUnicode(const FSRef* ref, UniCharCount nameLength, const UniChar* name, TextEncoding,
                       FSRef* newRef)
-{
+try {
     Item item, renamed;
     std::string hostName;
     OSErr error = ItemOfRef(ref, &item);
@@ -193,13 +204,17 @@ OSErr FSRenameUnicode(const FSRef* ref, UniCharCount nameLength, const UniChar* 
     if (error == noErr)
         GiveResults(renamed, newRef, nullptr);
     return error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSExchangeObjects(const FSRef* ref, const FSRef* destRef)
-{
+try {
     Item item, other;
     OSErr error = ItemOfRef(ref, &item);
     if (error == noErr)
         error = ItemOfRef(destRef, &other);
     return error != noErr ? error : ExchangeItems(item, other);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }

@@ -2,6 +2,7 @@
 #include "FileReferences.h"
 #include "OpenFiles.h"
 
+#include <new>
 #include <string_view>
 
 using namespace lampblack::files;
@@ -56,7 +57,7 @@ void Give(size_t inDone, ByteCount* outCount)
 
 OSErr FSOpenFork(const FSRef* ref, UniCharCount forkNameLength, const UniChar* forkName, SInt8 permissions,
                  FSIORefNum* forkRefNum)
-{
+try {
     Item item;
     bool isResource = false;
     if (!forkRefNum)
@@ -64,10 +65,12 @@ OSErr FSOpenFork(const FSRef* ref, UniCharCount forkNameLength, const UniChar* f
     *forkRefNum = 0;
     const OSErr error = FindFile(ref, forkNameLength, forkName, &item, &isResource);
     return error == noErr ? OpenItem(item, isResource, permissions, forkRefNum) : error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSCreateFork(const FSRef* ref, UniCharCount forkNameLength, const UniChar* forkName)
-{
+try {
     Item item;
     bool isResource = false;
     SInt16 refNum = 0;
@@ -78,10 +81,12 @@ OSErr FSCreateFork(const FSRef* ref, UniCharCount forkNameLength, const UniChar*
     const SInt64 size = SizeOf(*FindOpenFile(refNum));
     CloseFile(refNum);
     return size > 0 ? errFSForkExists : noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSDeleteFork(const FSRef* ref, UniCharCount forkNameLength, const UniChar* forkName)
-{
+try {
     Item item;
     bool isResource = false;
     SInt16 refNum = 0;
@@ -94,11 +99,13 @@ OSErr FSDeleteFork(const FSRef* ref, UniCharCount forkNameLength, const UniChar*
     error = SetEnd(FindOpenFile(refNum), 0);
     const OSErr closed = CloseFile(refNum);
     return error != noErr ? error : closed;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSReadFork(FSIORefNum forkRefNum, UInt16 positionMode, SInt64 positionOffset, ByteCount requestCount,
                  void* buffer, ByteCount* actualCount)
-{
+try {
     OpenFile* file;
     size_t done = 0;
     OSErr error = FindAt(forkRefNum, positionMode, &file);
@@ -106,11 +113,13 @@ OSErr FSReadFork(FSIORefNum forkRefNum, UInt16 positionMode, SInt64 positionOffs
         error = ReadFile(file, positionMode, positionOffset, requestCount, buffer, &done);
     Give(done, actualCount);
     return error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSWriteFork(FSIORefNum forkRefNum, UInt16 positionMode, SInt64 positionOffset, ByteCount requestCount,
                   const void* buffer, ByteCount* actualCount)
-{
+try {
     OpenFile* file;
     size_t done = 0;
     OSErr error = FindAt(forkRefNum, positionMode, &file);
@@ -118,52 +127,66 @@ OSErr FSWriteFork(FSIORefNum forkRefNum, UInt16 positionMode, SInt64 positionOff
         error = WriteFile(file, positionMode, positionOffset, requestCount, buffer, &done);
     Give(done, actualCount);
     return error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSGetForkPosition(FSIORefNum forkRefNum, SInt64* position)
-{
+try {
     OpenFile* file;
     const OSErr error = position ? Find(forkRefNum, &file) : (OSErr)paramErr;
     if (error == noErr)
         *position = file->mark;
     return error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSSetForkPosition(FSIORefNum forkRefNum, UInt16 positionMode, SInt64 positionOffset)
-{
+try {
     OpenFile* file;
     const OSErr error = FindAt(forkRefNum, positionMode, &file);
     return error == noErr ? SetMark(file, positionMode, positionOffset) : error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSGetForkSize(FSIORefNum forkRefNum, SInt64* forkSize)
-{
+try {
     OpenFile* file;
     const OSErr error = forkSize ? Find(forkRefNum, &file) : (OSErr)paramErr;
     if (error == noErr)
         *forkSize = SizeOf(*file);
     return error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSSetForkSize(FSIORefNum forkRefNum, UInt16 positionMode, SInt64 positionOffset)
-{
+try {
     OpenFile* file;
     SInt64 size = 0;
     OSErr error = FindAt(forkRefNum, positionMode, &file);
     error = error == noErr ? PlaceIn(*file, positionMode, positionOffset, &size) : error;
     return error == noErr ? SetEnd(file, size) : error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSFlushFork(FSIORefNum forkRefNum)
-{
+try {
     OpenFile* file;
     const OSErr error = Find(forkRefNum, &file);
     return error == noErr ? FlushFile(file) : error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSCloseFork(FSIORefNum forkRefNum)
-{
+try {
     OpenFile* file;
     const OSErr error = Find(forkRefNum, &file);
     return error == noErr ? CloseFile(forkRefNum) : error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }

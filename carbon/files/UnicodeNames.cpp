@@ -8,6 +8,7 @@
 #include <foundation/MacRoman.h>
 
 #include <algorithm>
+#include <new>
 
 namespace lampblack::files {
 
@@ -144,7 +145,7 @@ using namespace lampblack::files;
 
 OSErr FSMakeFSRefUnicode(const FSRef* parentRef, UniCharCount nameLength, const UniChar* name, TextEncoding,
                          FSRef* newRef)
-{
+try {
     if (!newRef)
         return paramErr;
     Item parent, item;
@@ -154,4 +155,6 @@ OSErr FSMakeFSRefUnicode(const FSRef* parentRef, UniCharCount nameLength, const 
     if (error == noErr)
         MakeRef(item, newRef);
     return error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <sys/statvfs.h>
 
 using namespace lampblack;
@@ -239,21 +240,25 @@ OSErr GetVolParms(HIOParam* ioBlock)
 } // namespace
 
 OSErr PBHGetVInfoSync(HParmBlkPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     return Finish(paramBlock->volumeParam, GetVolumeInfo(&paramBlock->volumeParam));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBXGetVolInfoSync(XVolumeParamPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     return Finish(*paramBlock, GetExtendedInfo(paramBlock));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr GetVInfo(SInt16 drvNum, StringPtr volName, SInt16* vRefNum, SInt32* freeBytes)
-{
+try {
     const Volume* volume = FindVolume(drvNum);
     if (!volume)
         return nsvErr;
@@ -264,12 +269,14 @@ OSErr GetVInfo(SInt16 drvNum, StringPtr volName, SInt16* vRefNum, SInt32* freeBy
     if (freeBytes)
         *freeBytes = (SInt32)std::min(FactsOf(*volume).free, kOldLimit);
     return noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSGetVolumeInfo(FSVolumeRefNum volume, ItemCount volumeIndex, FSVolumeRefNum* actualVolume,
                       FSVolumeInfoBitmap whichInfo, FSVolumeInfo* info, HFSUniStr255* volumeName,
                       FSRef* rootDirectory)
-{
+try {
     if (whichInfo & ~(FSVolumeInfoBitmap)kFSVolInfoGettableInfo)
         return paramErr;
     const Volume* found = volumeIndex ? NthVolume(volumeIndex) : FindVolume(volume);
@@ -289,11 +296,15 @@ OSErr FSGetVolumeInfo(FSVolumeRefNum volume, ItemCount volumeIndex, FSVolumeRefN
     if (rootDirectory)
         MakeRef(root, rootDirectory);
     return noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBHGetVolParmsSync(HParmBlkPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     return Finish(paramBlock->ioParam, GetVolParms(&paramBlock->ioParam));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace lampblack::files {
 
@@ -28,7 +29,7 @@ using namespace lampblack;
 using namespace lampblack::files;
 
 OSErr HGetVol(StringPtr volName, SInt16* vRefNum, SInt32* dirID)
-{
+try {
     const Folder folder = DefaultFolder();
     const Volume* volume = FindVolume(folder.volume);
     if (!volume)
@@ -40,10 +41,12 @@ OSErr HGetVol(StringPtr volName, SInt16* vRefNum, SInt32* dirID)
     if (dirID)
         *dirID = folder.id;
     return noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr HSetVol(ConstStr63Param volName, SInt16 vRefNum, SInt32 dirID)
-{
+try {
     Item item, folder;
     const OSErr error = Resolve(vRefNum, dirID, volName, &item);
     if (error != noErr)
@@ -52,6 +55,8 @@ OSErr HSetVol(ConstStr63Param volName, SInt16 vRefNum, SInt32 dirID)
         return dirNFErr;
     SetDefaultFolder(NodeOf(folder));
     return noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr GetVol(StringPtr volName, SInt16* vRefNum)
@@ -60,16 +65,18 @@ OSErr GetVol(StringPtr volName, SInt16* vRefNum)
 }
 
 OSErr SetVol(ConstStr63Param volName, SInt16 vRefNum)
-{
+try {
     const Volume* volume = VolumeOfName(volName, vRefNum);
     if (!volume)
         return nsvErr;
     SetDefaultFolder({ volume->refNum, fsRtDirID });
     return noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBHGetVolSync(WDPBPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     SInt16 volume = 0;
@@ -81,17 +88,21 @@ OSErr PBHGetVolSync(WDPBPtr paramBlock)
         paramBlock->ioWDProcID = 0;
     }
     return Finish(*paramBlock, error);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr PBHSetVolSync(WDPBPtr paramBlock)
-{
+try {
     if (!paramBlock)
         return paramErr;
     return Finish(*paramBlock, HSetVol(paramBlock->ioNamePtr, paramBlock->ioVRefNum, paramBlock->ioWDDirID));
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr GetVRefNum(SInt16 fileRefNum, SInt16* vRefNum)
-{
+try {
     const OpenFile* file = FindOpenFile(fileRefNum);
     if (!vRefNum)
         return paramErr;
@@ -99,4 +110,6 @@ OSErr GetVRefNum(SInt16 fileRefNum, SInt16* vRefNum)
         return ErrorOfNumber(fileRefNum);
     *vRefNum = file->item.parent.volume;
     return noErr;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }

@@ -1,7 +1,9 @@
 // Entries on handles: they check their arguments, call HandleBlock.cpp, and leave MemError.
 #include "Blocks.h"
 
+#include <cstdlib>
 #include <cstring>
+#include <new>
 
 using namespace lampblack::memory;
 
@@ -25,6 +27,13 @@ HandleBlock* CheckedWithData(Handle inHandle)
     return block && block->data ? block : nullptr;
 }
 
+HandleBlock* NewRecord()
+try {
+    return Handles().New();
+} catch (const std::bad_alloc&) {
+    return nullptr;
+}
+
 Handle NewBlock(Size inSize, bool inClear)
 {
     Ptr data = (Ptr)Allocate(inSize);
@@ -33,7 +42,12 @@ Handle NewBlock(Size inSize, bool inClear)
         return nullptr;
     if (inClear)
         std::memset(data, 0, (size_t)inSize);
-    HandleBlock* block = Handles().New();
+    HandleBlock* block = NewRecord();
+    if (!block) {
+        std::free(data);
+        SetError(memFullErr);
+        return nullptr;
+    }
     block->data = data;
     block->size = block->capacity = inSize;
     return (Handle)block;
@@ -85,8 +99,9 @@ Handle NewHandleClear(Size byteCount)
 
 Handle NewEmptyHandle(void)
 {
-    SetError(noErr);
-    return (Handle)Handles().New();
+    HandleBlock* block = NewRecord();
+    SetError(block ? noErr : memFullErr);
+    return (Handle)block;
 }
 
 Handle TempNewHandle(Size logicalSize, OSErr* resultCode)

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <unistd.h>
 
 using namespace lampblack::memory;
@@ -43,7 +44,13 @@ Ptr NewPointer(Size inSize, bool inClear)
     Ptr data = (Ptr)(block + 1);
     if (inClear)
         std::memset(data, 0, (size_t)capacity);
-    Pointers().Insert(data);
+    try {
+        Pointers().Insert(data);
+    } catch (const std::bad_alloc&) {
+        std::free(block);
+        SetError(memFullErr);
+        return nullptr;
+    }
     return data;
 }
 

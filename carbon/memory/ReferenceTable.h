@@ -177,6 +177,9 @@ private:
             }
             return storage;
         }
+        const size_t most = fOwned.size() + 1 + kQuarantine + 1; // what Delete may ever come to hold
+        if (fFree.capacity() < most)
+            fFree.reserve(2 * most);
         fOwned.push_back(nullptr);
         fOwned.back() = (Record*)::operator new(sizeof(Record), std::align_val_t(alignof(Record)));
         return fOwned.back();

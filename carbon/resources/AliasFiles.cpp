@@ -8,6 +8,7 @@
 #include <files/ItemFacts.h>
 
 #include <algorithm>
+#include <new>
 #include <vector>
 
 using namespace lampblack;
@@ -125,24 +126,28 @@ OSErr IsAlias(OSErr inFound, const Item& inItem, Boolean* outIsAlias, Boolean* o
 
 OSErr ResolveAliasFileWithMountFlags(FSSpec* theSpec, Boolean resolveAliasChains, Boolean* targetIsFolder,
                                      Boolean* wasAliased, UInt32 mountFlags)
-{
+try {
     Item item;
     const OSErr found = theSpec ? files::Resolve(*theSpec, &item) : (OSErr)paramErr;
     const OSErr error = Resolve(found, resolveAliasChains, mountFlags, { targetIsFolder, wasAliased }, &item);
     if (error == noErr)
         MakeSpec(item, theSpec);
     return error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSResolveAliasFileWithMountFlags(FSRef* theRef, Boolean resolveAliasChains, Boolean* targetIsFolder,
                                        Boolean* wasAliased, UInt32 mountFlags)
-{
+try {
     Item item;
     const OSErr found = files::ItemOfRef(theRef, &item);
     const OSErr error = Resolve(found, resolveAliasChains, mountFlags, { targetIsFolder, wasAliased }, &item);
     if (error == noErr)
         files::MakeRef(item, theRef);
     return error;
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr ResolveAliasFile(FSSpec* theSpec, Boolean resolveAliasChains, Boolean* targetIsFolder,
@@ -158,15 +163,19 @@ OSErr FSResolveAliasFile(FSRef* theRef, Boolean resolveAliasChains, Boolean* tar
 }
 
 OSErr IsAliasFile(const FSSpec* fileFSSpec, Boolean* aliasFileFlag, Boolean* folderFlag)
-{
+try {
     Item item;
     const OSErr found = fileFSSpec ? files::Resolve(*fileFSSpec, &item) : (OSErr)paramErr;
     return IsAlias(found, item, aliasFileFlag, folderFlag);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSIsAliasFile(const FSRef* fileRef, Boolean* aliasFileFlag, Boolean* folderFlag)
-{
+try {
     Item item;
     const OSErr found = files::ItemOfRef(fileRef, &item);
     return IsAlias(found, item, aliasFileFlag, folderFlag);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }

@@ -137,48 +137,58 @@ OSErr CreateGuarded(const NewFile& inNew, bool inResourceFork, FSRef* outRef, FS
 } // namespace
 
 void FSpCreateResFile(const FSSpec* spec, OSType creator, OSType fileType, ScriptCode)
-{
+try {
     Chain();
     files::Item item;
     const OSErr found = spec ? files::Resolve(*spec, &item) : (OSErr)paramErr;
     SetResourceError(Create(found, item, creator, fileType));
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 void HCreateResFile(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName)
-{
+try {
     Chain();
     files::Item item;
     const OSErr found = fileName ? files::Resolve(vRefNum, dirID, fileName, &item) : (OSErr)bdNamErr;
     SetResourceError(Create(found, item, 0, 0));
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 void CreateResFile(ConstStr255Param fileName)
-{
+try {
     HCreateResFile(0, 0, fileName);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 void FSCreateResFile(const FSRef* parentRef, UniCharCount nameLength, const UniChar* name,
                      FSCatalogInfoBitmap whichInfo, const FSCatalogInfo* catalogInfo, FSRef* newRef,
                      FSSpec* newSpec)
-{
+try {
     CreateGuarded({ parentRef, nameLength, name, whichInfo, catalogInfo }, true, newRef, newSpec);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 OSErr FSCreateResourceFile(const FSRef* parentRef, UniCharCount nameLength, const UniChar* name,
                            FSCatalogInfoBitmap whichInfo, const FSCatalogInfo* catalogInfo,
                            UniCharCount forkNameLength, const UniChar* forkName, FSRef* newRef,
                            FSSpec* newSpec)
-{
+try {
     bool isResourceFork = false;
     const OSErr error = ForkOfName(forkNameLength, forkName, &isResourceFork);
     if (error != noErr)
         return SetResourceError(error);
     return CreateGuarded({ parentRef, nameLength, name, whichInfo, catalogInfo }, isResourceFork, newRef,
                          newSpec);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr FSCreateResourceFork(const FSRef* ref, UniCharCount forkNameLength, const UniChar* forkName, UInt32)
-{
+try {
     bool isResourceFork = false;
     files::Item item;
     OSErr error = ForkOfName(forkNameLength, forkName, &isResourceFork);
@@ -191,4 +201,6 @@ OSErr FSCreateResourceFork(const FSRef* ref, UniCharCount forkNameLength, const 
         error = memFullErr;
     }
     return SetResourceError(error);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }

@@ -266,6 +266,9 @@ Handle ResourceChain::HandleOf(ResourceFile* inFile, uint32_t inEntry, bool inLo
         return *outError == noErr ? handle : nullptr;
     }
     const Handle handle = NewEmptyHandle();
+    *outError = handle ? (OSErr)noErr : (OSErr)memFullErr;
+    if (!handle)
+        return nullptr;
     Bind(handle, inFile, inEntry);
     *outError = inLoad ? Load(handle) : (OSErr)noErr;
     if (*outError == noErr)

@@ -51,24 +51,30 @@ bool IsName(UniCharCount inLength, const UniChar* inName, std::u16string_view in
 } // namespace
 
 SInt16 FSpOpenResFile(const FSSpec* spec, SignedByte permission)
-{
+try {
     Chain();
     files::Item item;
     const OSErr error = spec ? files::Resolve(*spec, &item) : (OSErr)paramErr;
     return OpenItem(error, item, KnownPermission(permission));
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return -1;
 }
 
 SInt16 FSOpenResFile(const FSRef* ref, SInt8 permission)
-{
+try {
     Chain();
     files::Item item;
     const OSErr error = files::ItemOfRef(ref, &item);
     return OpenItem(error, item, KnownPermission(permission));
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return -1;
 }
 
 OSErr FSOpenResourceFile(const FSRef* ref, UniCharCount forkNameLength, const UniChar* forkName,
                          SInt8 permissions, SInt16* refNum)
-{
+try {
     if (!refNum)
         return SetResourceError(paramErr);
     *refNum = kResFileNotOpened;
@@ -84,14 +90,19 @@ OSErr FSOpenResourceFile(const FSRef* ref, UniCharCount forkNameLength, const Un
         opened = OpenFork(item, isResourceFork, KnownPermission(permissions), &error);
     *refNum = error == noErr ? opened : (SInt16)kResFileNotOpened;
     return SetResourceError(error);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 SInt16 HOpenResFile(SInt16 vRefNum, SInt32 dirID, ConstStr255Param fileName, SInt8 permission)
-{
+try {
     Chain();
     files::Item item;
     const OSErr error = fileName ? files::Resolve(vRefNum, dirID, fileName, &item) : (OSErr)bdNamErr;
     return OpenItem(error, item, KnownPermission(permission));
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return -1;
 }
 
 SInt16 OpenResFile(ConstStr255Param fileName)
@@ -100,43 +111,55 @@ SInt16 OpenResFile(ConstStr255Param fileName)
 }
 
 void CloseResFile(SInt16 refNum)
-{
+try {
     SetResourceError(Chain().Close(refNum));
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 SInt16 CurResFile(void)
-{
+try {
     SetResourceError(noErr);
     const ResourceFile* file = Chain().Current();
     return file ? file->refNum : (SInt16)kSystemResFile;
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return 0;
 }
 
 void UseResFile(SInt16 refNum)
-{
+try {
     const bool isKnown = refNum == kSystemResFile || Chain().Find(refNum);
     if (isKnown)
         Chain().SetCurrent(refNum);
     SetResourceError(isKnown ? noErr : resFNotFound);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 SInt16 HomeResFile(Handle theResource)
-{
+try {
     const Resource* resource = Chain().ResourceOf(theResource);
     SetResourceError(resource ? noErr : resNotFound);
     return resource ? resource->file->refNum : (SInt16)-1;
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return 0;
 }
 
 OSErr GetTopResourceFile(SInt16* refNum)
-{
+try {
     if (!refNum)
         return SetResourceError(paramErr);
     const auto& files = Chain().Files();
     *refNum = files.empty() ? (SInt16)0 : files.front()->refNum;
     return SetResourceError(noErr);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 OSErr GetNextResourceFile(SInt16 curRefNum, SInt16* nextRefNum)
-{
+try {
     if (!nextRefNum)
         return SetResourceError(paramErr);
     *nextRefNum = 0;
@@ -148,10 +171,12 @@ OSErr GetNextResourceFile(SInt16 curRefNum, SInt16* nextRefNum)
         return SetResourceError(noErr);
     }
     return SetResourceError(resFNotFound);
+} catch (const std::bad_alloc&) {
+    return memFullErr;
 }
 
 SInt16 GetResFileAttrs(SInt16 refNum)
-{
+try {
     const ResourceFile* file = Chain().Find(refNum);
     SetResourceError(file ? noErr : resFNotFound);
     if (!file)
@@ -160,10 +185,13 @@ SInt16 GetResFileAttrs(SInt16 refNum)
     const int ofTheMoment = mapCompact | mapChanged | (file->home ? mapReadOnly : 0);
     return (SInt16)((file->map.Attributes() & ~ofTheMoment) | (file->isFrozen ? mapReadOnly : 0) |
                     (file->isCompact ? mapCompact : 0) | (file->map.HasChanges() ? mapChanged : 0));
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return 0;
 }
 
 void SetResFileAttrs(SInt16 refNum, SInt16 attrs)
-{
+try {
     ResourceFile* file = Chain().Find(refNum);
     SetResourceError(file ? noErr : resFNotFound);
     if (!file)
@@ -176,17 +204,21 @@ void SetResFileAttrs(SInt16 refNum, SInt16 attrs)
         file->map.SetMapAttributes((UInt16)kept);
     if (attrs & (mapChanged | mapCompact))
         file->map.MustBeWritten();
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 void UpdateResFile(SInt16 refNum)
-{
+try {
     ResourceFile* file = Chain().Find(refNum);
     const OSErr none = refNum == kSystemResFile ? noErr : resFNotFound;
     SetResourceError(file ? UpdateFile(file) : none);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 Boolean FSResourceFileAlreadyOpen(const FSRef* resourceFileRef, Boolean* inChain, SInt16* refNum)
-{
+try {
     files::Item item;
     const OSErr error = files::ItemOfRef(resourceFileRef, &item);
     const ResourceFile* file = error == noErr ? Chain().FindItem(item, true) : nullptr;
@@ -196,4 +228,7 @@ Boolean FSResourceFileAlreadyOpen(const FSRef* resourceFileRef, Boolean* inChain
     if (refNum)
         *refNum = file ? file->refNum : (SInt16)kResFileNotOpened;
     return file != nullptr;
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return false;
 }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 using namespace lampblack::resources;
 
@@ -36,20 +37,24 @@ long SizeOnDisk(Handle inHandle)
 } // namespace
 
 void LoadResource(Handle theResource)
-{
+try {
     if (Checked(theResource))
         SetResourceError(Chain().Load(theResource));
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 void ReleaseResource(Handle theResource)
-{
+try {
     const Resource* resource = Checked(theResource);
     if (resource && !resource->IsChanged())
         DisposeHandle(theResource); // which makes the chain forget it
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 void DetachResource(Handle theResource)
-{
+try {
     const Resource* resource = Checked(theResource);
     if (!resource)
         return;
@@ -59,10 +64,12 @@ void DetachResource(Handle theResource)
     }
     Chain().Forget(theResource);
     HClrRBit(theResource);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 void GetResInfo(Handle theResource, SInt16* theID, ResType* theType, Str255 name)
-{
+try {
     const Resource* resource = Checked(theResource);
     if (!resource)
         return;
@@ -73,28 +80,39 @@ void GetResInfo(Handle theResource, SInt16* theID, ResType* theType, Str255 name
         *theType = info.type;
     if (name)
         lampblack::foundation::PascalFromMacRoman(info.name, name);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 SInt16 GetResAttrs(Handle theResource)
-{
+try {
     const Resource* resource = Checked(theResource);
     if (!resource)
         return 0;
     return (SInt16)(resource->Info().attributes | (resource->IsChanged() ? resChanged : 0));
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return 0;
 }
 
 long GetResourceSizeOnDisk(Handle theResource)
-{
+try {
     return SizeOnDisk(theResource);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return 0;
 }
 
 long GetMaxResourceSize(Handle theResource)
-{
+try {
     return SizeOnDisk(theResource);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return 0;
 }
 
 void ReadPartialResource(Handle theResource, long offset, void* buffer, long count)
-{
+try {
     const Resource* resource = Checked(theResource);
     if (!resource)
         return;
@@ -114,4 +132,6 @@ void ReadPartialResource(Handle theResource, long offset, void* buffer, long cou
         std::memcpy(buffer, data.data() + start, length);
     const bool isOut = length < (size_t)count || (size_t)offset > data.size();
     SetResourceError(isOut ? inputOutOfBounds : *theResource ? resourceInMemory : noErr);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }

@@ -139,17 +139,21 @@ bool lampblack::resources::MayPurgeResource(Handle inHandle)
 }
 
 void AddResource(Handle theData, ResType theType, SInt16 theID, ConstStr255Param name)
-{
+try {
     Guarded([&] { return Add(theData, theType, theID, name); });
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 void RemoveResource(Handle theResource)
-{
+try {
     Guarded([&] { return Remove(theResource); });
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 void ChangedResource(Handle theResource)
-{
+try {
     Guarded([&] {
         const Resource* resource = Chain().ResourceOf(theResource);
         const OSErr error = CheckChange(resource);
@@ -157,10 +161,12 @@ void ChangedResource(Handle theResource)
             resource->file->map.SetChanged(resource->entry, true);
         return error;
     });
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 void WriteResource(Handle theResource)
-{
+try {
     Guarded([&]() -> OSErr {
         const Resource* resource = Chain().ResourceOf(theResource);
         if (!resource)
@@ -169,10 +175,12 @@ void WriteResource(Handle theResource)
             return resAttrErr;
         return UpdateOne(resource->file, resource->entry);
     });
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 void SetResInfo(Handle theResource, SInt16 theID, ConstStr255Param name)
-{
+try {
     Guarded([&]() -> OSErr {
         const Resource* resource = Chain().ResourceOf(theResource);
         if (!resource)
@@ -183,11 +191,13 @@ void SetResInfo(Handle theResource, SInt16 theID, ConstStr255Param name)
         resource->file->map.SetInfo(resource->entry, theID, !newName.empty(), newName);
         return noErr;
     });
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 // The bit resChanged is set and cleared with the others, as published.
 void SetResAttrs(Handle theResource, SInt16 attrs)
-{
+try {
     Guarded([&]() -> OSErr {
         const Resource* resource = Chain().ResourceOf(theResource);
         if (!resource)
@@ -204,6 +214,8 @@ void SetResAttrs(Handle theResource, SInt16 attrs)
         map.SetChanged(resource->entry, isChanged || (mustStay && resource->IsChanged()));
         return noErr;
     });
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 void SetResPurge(Boolean install)
@@ -214,11 +226,15 @@ void SetResPurge(Boolean install)
 }
 
 void WritePartialResource(Handle theResource, long offset, const void* buffer, long count)
-{
+try {
     Guarded([&] { return WritePart(theResource, offset, buffer, count); });
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 void SetResourceSize(Handle theResource, long newSize)
-{
+try {
     Guarded([&] { return Resize(theResource, newSize); });
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <unordered_set>
 
 using namespace lampblack::resources;
@@ -147,12 +148,15 @@ void LMSetResErr(SInt16 value)
 }
 
 Handle GetResource(ResType theType, SInt16 theID)
-{
+try {
     return GetByID(false, theType, theID);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return nullptr;
 }
 // The usual case, a resource that is loaded already, takes the short way.
 Handle Get1Resource(ResType theType, SInt16 theID)
-{
+try {
     const ResourceFile* file = Chain().Current();
     const uint32_t entry = file ? file->map.Find(theType, theID) : kNoEntry;
     const Handle handle = entry < (file ? file->handles.size() : 0) ? file->handles[entry] : nullptr;
@@ -161,24 +165,36 @@ Handle Get1Resource(ResType theType, SInt16 theID)
         return handle;
     }
     return GetByID(true, theType, theID);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return nullptr;
 }
 Handle RGetResource(ResType theType, SInt16 theID)
-{
+try {
     return GetByID(false, theType, theID);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return nullptr;
 }
 
 Handle GetNamedResource(ResType theType, ConstStr255Param name)
-{
+try {
     return GetByName(false, theType, name);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return nullptr;
 }
 Handle Get1NamedResource(ResType theType, ConstStr255Param name)
-{
+try {
     return GetByName(true, theType, name);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return nullptr;
 }
 
 // Every open file counts here, whichever is current.
 Handle GetIndResource(ResType theType, SInt16 index)
-{
+try {
     size_t left = index > 0 ? (size_t)index - 1 : (size_t)-1;
     for (const auto& file : Chain().Files()) {
         const size_t count = file->map.CountOf(theType);
@@ -187,66 +203,94 @@ Handle GetIndResource(ResType theType, SInt16 index)
         left -= count;
     }
     return HandleOf({});
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return nullptr;
 }
 
 Handle Get1IndResource(ResType theType, SInt16 index)
-{
+try {
     ResourceFile* file = Chain().Current();
     if (!file || index < 1 || (size_t)index > file->map.CountOf(theType))
         return HandleOf({});
     return HandleOf({ file, file->map.At(theType, (size_t)index - 1) });
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return nullptr;
 }
 
 SInt16 CountResources(ResType theType)
-{
+try {
     SetResourceError(noErr);
     return ClampCount(CountInChain(theType));
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return 0;
 }
 
 SInt16 Count1Resources(ResType theType)
-{
+try {
     SetResourceError(noErr);
     const ResourceFile* file = Chain().Current();
     return file ? ClampCount(file->map.CountOf(theType)) : (SInt16)0;
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return 0;
 }
 
 SInt16 CountTypes(void)
-{
+try {
     SetResourceError(noErr);
     return ClampCount(TypesInChain().size());
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return 0;
 }
 
 SInt16 Count1Types(void)
-{
+try {
     SetResourceError(noErr);
     const ResourceFile* file = Chain().Current();
     return file ? ClampCount(file->map.TypeCount()) : (SInt16)0;
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return 0;
 }
 
 void GetIndType(ResType* theType, SInt16 itemIndex)
-{
+try {
     const std::vector<OSType> types = TypesInChain();
     const bool isThere = itemIndex >= 1 && (size_t)itemIndex <= types.size();
     SetResourceError(theType ? noErr : paramErr);
     if (theType)
         *theType = isThere ? types[(size_t)itemIndex - 1] : 0;
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 void Get1IndType(ResType* theType, SInt16 itemIndex)
-{
+try {
     const ResourceFile* file = Chain().Current();
     SetResourceError(theType ? noErr : paramErr);
     if (theType)
         *theType = file && itemIndex >= 1 ? file->map.TypeAt((size_t)itemIndex - 1) : 0;
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }
 
 SInt16 UniqueID(ResType theType)
-{
+try {
     return UnusedID(false, theType);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return 0;
 }
 SInt16 Unique1ID(ResType theType)
-{
+try {
     return UnusedID(true, theType);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return 0;
 }
 
 void SetResLoad(Boolean load)
@@ -261,7 +305,7 @@ StringHandle GetString(SInt16 stringID)
 }
 
 void GetIndString(Str255 theString, SInt16 strListID, SInt16 index)
-{
+try {
     if (!theString) {
         SetResourceError(paramErr);
         return;
@@ -273,4 +317,6 @@ void GetIndString(Str255 theString, SInt16 strListID, SInt16 index)
         error = SetResourceError(Chain().Load(list));
     if (list && error == noErr)
         CopyNthString(Bytes((const uint8_t*)*list, (size_t)GetHandleSize(list)), index, theString);
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
 }

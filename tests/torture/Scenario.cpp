@@ -1,11 +1,12 @@
 #include "Scenario.h"
 
+#include <climits>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <lampblack/lampblack.h>
 #include <string>
-#include <unistd.h>
 
 namespace torture {
 namespace {
@@ -29,7 +30,7 @@ private:
 void UseFolder(const fs::path& inFolder)
 {
     const char* current = std::getenv("XDG_CONFIG_HOME");
-    if (!current || inFolder != current)
+    if (!current || inFolder.native() != current)
         setenv("XDG_CONFIG_HOME", inFolder.c_str(), 1);
     DefinePreferenceFile(Pascal("Torture Preferences"), 'LBtt', 'pref', false);
 }
@@ -94,8 +95,9 @@ constexpr SInt32 kLarge = 300'000;
 int WriteLarge(const fs::path& inFolder)
 {
     UseFolder(inFolder);
-    const std::string bytes((size_t)kLarge, 'L');
-    return AddPreferenceData(bytes.data(), kLarge, 'LARG', 1, nullptr) == noErr ? 0 : 1;
+    static char bytes[kLarge];
+    std::memset(bytes, 'L', sizeof bytes);
+    return AddPreferenceData(bytes, kLarge, 'LARG', 1, nullptr) == noErr ? 0 : 1;
 }
 
 Found LookForLarge(const fs::path& inFolder)
@@ -160,9 +162,21 @@ void PrepareLevel(const fs::path& inFolder)
     CloseResFile(file);
 }
 
+// The file "Level", without memory of this test's own.
+FSSpec LevelIn(const fs::path& inFolder)
+{
+    char path[PATH_MAX];
+    std::snprintf(path, sizeof path, "%s/Level", inFolder.c_str());
+    FSSpec spec = {};
+    FSRef ref;
+    if (FSPathMakeRef((const UInt8*)path, &ref, nullptr) == noErr)
+        FSGetCatalogInfo(&ref, kFSCatInfoNone, nullptr, nullptr, &spec, nullptr);
+    return spec;
+}
+
 int ChangeLevel(const fs::path& inFolder)
 {
-    const FSSpec spec = SpecOf(inFolder / "Level");
+    const FSSpec spec = LevelIn(inFolder);
     const SInt16 file = FSpOpenResFile(&spec, fsRdWrPerm);
     if (file == -1)
         return 1;
@@ -193,14 +207,13 @@ int ChangeLevel(const fs::path& inFolder)
     } else {
         error = resNotFound;
     }
-    // What went wrong on the way is not to be written: the application forgets its changes.
-    if (error == noErr) {
-        UpdateResFile(file);
-        note();
-    } else {
-        SetResFileAttrs(file, 0);
-        _exit(1);
+    if (error != noErr) { // what was done by halves is not to be written
+        SetResFileAttrs(file, mapReadOnly);
+        CloseResFile(file);
+        return 1;
     }
+    UpdateResFile(file);
+    note();
     CloseResFile(file);
     note();
     return error == noErr ? 0 : 1;
@@ -226,7 +239,7 @@ Found LookAtLevel(const fs::path& inFolder)
 // A file with both forks and Finder information gets another name.
 int RenameLevel(const fs::path& inFolder)
 {
-    const FSSpec spec = SpecOf(inFolder / "Level");
+    const FSSpec spec = LevelIn(inFolder);
     return FSpRename(&spec, Pascal("Level Two")) == noErr ? 0 : 1;
 }
 

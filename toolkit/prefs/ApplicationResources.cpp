@@ -140,9 +140,10 @@ OSStatus RemoveResourceByID(OSType inType, SInt16 inID)
 {
     SetResLoad(false);
     const Handle resource = Get1Resource(inType, inID);
+    const OSErr missing = ResError();
     SetResLoad(true);
     if (!resource)
-        return SetResult(noErr);
+        return SetResult(missing == memFullErr ? memFullErr : noErr);
     RemoveResource(resource);
     const OSErr err = ResError();
     if (err == noErr)

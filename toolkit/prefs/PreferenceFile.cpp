@@ -99,6 +99,14 @@ StPreferenceFile::~StPreferenceFile()
     LMSetResErr(fResult);
 }
 
+void ForgetUnwritten()
+{
+    SetResFileAttrs(fgRefNum, static_cast<SInt16>(GetResFileAttrs(fgRefNum) | mapReadOnly));
+    CloseResFile(fgRefNum);
+    fgRefNum = FSpOpenResFile(&fgSpec, fsRdWrPerm);
+    UseResFile(fgRefNum);
+}
+
 } // namespace lampblack::prefs
 
 void SetPreferenceFileDomain(SInt16 inDomain)

@@ -49,6 +49,9 @@ private:
     SInt16 fFile, fAttributes;
 };
 
+// Opens the file anew, as it stands on the disk: what was removed in vain is there again.
+void ForgetUnwritten();
+
 } // namespace lampblack::prefs
 
 #endif

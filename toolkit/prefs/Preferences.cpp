@@ -22,11 +22,15 @@ OSErr ReplaceEntry(Handle inData, OSType inType, SInt16 inID, ConstStr255Param i
 {
     {
         const lampblack::prefs::StUnwritten unwritten;
-        RemoveResourceByID(inType, inID);
+        // Beside an old entry that could not be removed, the new one would never be found.
+        if (const OSStatus removed = RemoveResourceByID(inType, inID); removed != noErr)
+            return static_cast<OSErr>(removed);
     }
     AddResource(inData, inType, inID, inName);
     OSErr err = ResError();
     *outIsTaken = err == noErr;
+    if (err == memFullErr)
+        lampblack::prefs::ForgetUnwritten();
     if (err != noErr)
         return err;
     WriteResource(inData);
