@@ -1,4 +1,5 @@
-// The file shown last, kept in the preference file as an alias: it is found again when it was renamed or moved.
+// The file shown last, kept in the preference file as an alias: it is found again when it was renamed or
+// moved.
 #ifndef LAMPBLACK_VIEWER_LASTFILE_H
 #define LAMPBLACK_VIEWER_LASTFILE_H
 

@@ -5,8 +5,9 @@
 #ifndef LAMPBLACK_CARBON_OPENFORKS_H
 #define LAMPBLACK_CARBON_OPENFORKS_H
 
-// Where a read, a write or SetFPos begins, and what may be added to that in a parameter block. In newline mode
-// the high byte is the character that ends the read. The wishes about caches are taken and change nothing.
+// Where a read, a write or SetFPos begins, and what may be added to that in a parameter block. In newline
+// mode the high byte is the character that ends the read. The wishes about caches are taken and change
+// nothing.
 enum {
     fsAtMark = 0,
     fsFromStart = 1,
