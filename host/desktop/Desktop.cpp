@@ -41,18 +41,18 @@ DesktopHost& TheHost()
     return *host;
 }
 
-// Keeps D-Bus from starting a session of its own for us where there is none, which costs a process at each
-// start; nobody would be on it.
-class StNoNewSession {
+// Keeps D-Bus from starting a bus of its own for us where there is none, which costs a process at each start;
+// nobody else would be on it.
+class StNoNewBus {
 public:
-    [[nodiscard]] StNoNewSession()
+    [[nodiscard]] StNoNewBus()
     {
         const char* runtime = getenv("XDG_RUNTIME_DIR");
-        const bool hasSession =
+        const bool hasBus =
             getenv(kAddress) || (runtime && std::filesystem::exists(std::string(runtime) + "/bus"));
-        fSet = !hasSession && setenv(kAddress, "disabled:", 0) == 0;
+        fSet = !hasBus && setenv(kAddress, "disabled:", 0) == 0;
     }
-    ~StNoNewSession()
+    ~StNoNewBus()
     {
         if (fSet)
             unsetenv(kAddress);
@@ -79,7 +79,7 @@ bool EnsureVideo()
     SDL_SetHint(SDL_HINT_AUTO_UPDATE_JOYSTICKS, "0");
     SDL_SetHint(SDL_HINT_AUTO_UPDATE_SENSORS, "0");
     SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0"); // plain shared memory: quick to open, small
-    const StNoNewSession scope;
+    const StNoNewBus scope;
     host.videoIsUp = SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
     host.videoFailed = !host.videoIsUp;
     return host.videoIsUp;
