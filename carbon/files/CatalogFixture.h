@@ -3,60 +3,18 @@
 #ifndef LAMPBLACK_FILES_CATALOGFIXTURE_H
 #define LAMPBLACK_FILES_CATALOGFIXTURE_H
 
-#include <Carbon/Files.h>
-
-#include <ScratchFolder.h>
-#include <algorithm>
-#include <cstring>
-#include <doctest/doctest.h>
-#include <files/Catalog.h>
-#include <string>
-#include <string_view>
+#include "TestFolder.h"
 
 namespace lampblack::files {
 
-struct PascalText {
-    Str255 text = {};
-    PascalText(std::string_view inText)
-    {
-        text[0] = (unsigned char)inText.size();
-        std::copy(inText.begin(), inText.end(), text + 1);
-    }
-    operator ConstStr255Param() const { return text; }
-};
+using PascalText = PascalName;
 
 inline std::string TextOf(ConstStr255Param inString)
 {
     return std::string((const char*)inString + 1, inString[0]);
 }
 
-struct CatalogFolder : ScratchFolder {
-    Folder folder;
-
-    CatalogFolder()
-    {
-        Item item;
-        REQUIRE(ItemAtPath(Path(), &item));
-        folder = NodeOf(item);
-    }
-
-    // Names are Mac Roman; what is not there gives an FSSpec all the same.
-    FSSpec Spec(std::string_view inName) const
-    {
-        FSSpec spec = {};
-        const OSErr error = FSMakeFSSpec(folder.volume, folder.id, PascalText(inName), &spec);
-        CHECK((error == noErr || error == fnfErr));
-        return spec;
-    }
-
-    FSRef Ref(std::string_view inName) const
-    {
-        FSRef ref = {};
-        const FSSpec spec = Spec(inName);
-        CHECK(FSpMakeFSRef(&spec, &ref) == noErr);
-        return ref;
-    }
-
+struct CatalogFolder : TestFolder {
     FSRef OwnRef() const
     {
         FSRef ref = {};
