@@ -36,6 +36,7 @@ inline RGBColor ColorOf(uint32_t inPixel)
 enum class PortKind : uint8_t { Bare, Pixels, World };
 
 class Strike;
+class Recorder;
 
 struct TextSettings {
     SInt16 font = 0;
@@ -82,6 +83,7 @@ struct PortRecord {
     TextSettings fText;
 
     std::unique_ptr<Outline> fOpenRegion, fOpenPolygon;
+    Recorder* fRecorder = nullptr; // of the open picture, which owns it
 
     void* fOwner = nullptr;
     DamageProc fDamage = nullptr;
