@@ -1,6 +1,6 @@
 // The pen and its lines. A line covers every place where the pen, hanging below and to the right, touches the
 // one-pixel path between its ends; the path is the same in both directions.
-#include "Verbs.h"
+#include "Recorder.h"
 
 #include <algorithm>
 
@@ -84,7 +84,7 @@ static void DrawLine(PortRecord& ioPort, Point from, Point to)
         DrawPath(painter, Path(from, to), pen);
 }
 
-static void RecordLine(PortRecord& ioPort, Point from, Point to)
+static void AddToOutlines(PortRecord& ioPort, Point from, Point to)
 {
     if (ioPort.fOpenRegion) {
         ioPort.fOpenRegion->edges.push_back(from);
@@ -102,7 +102,8 @@ static void LineFromPen(PortRecord& ioPort, Point to)
 {
     const Point from = ioPort.fPen.location;
     ioPort.fPen.location = to;
-    RecordLine(ioPort, from, to);
+    AddToOutlines(ioPort, from, to);
+    RecordLine(from, to);
     DrawLine(ioPort, from, to);
 }
 

@@ -1,7 +1,7 @@
 // Polygon references, and the outlines that become polygons and regions.
 #include "Mapping.h"
 #include "Polygon.h"
-#include "Verbs.h"
+#include "Recorder.h"
 
 #include <Carbon/MacMemory.h>
 
@@ -60,6 +60,7 @@ static void StorePoints(PolyHandle ioPolygon, const std::vector<Point>& inPoints
 static void Draw(Verb inVerb, PolyHandle inPolygon, const Pattern* inPattern)
 {
     const std::span<Point> points = PointsOf(inPolygon);
+    RecordPolygon(inVerb, points, inPattern);
     if (!points.empty())
         DrawRegion(inVerb, FillPolygon(points.data(), points.size()), inPattern);
 }
@@ -125,6 +126,8 @@ void FramePoly(PolyHandle poly)
     if (found.empty() || !port)
         return;
     const std::vector<Point> points(found.begin(), found.end());
+    RecordPolygon(Verb::Frame, points, nullptr);
+    const StRecorderAside aside(*port); // its lines are not drawings of their own
     const Point pen = port->fPen.location;
     MoveTo(points[0].h, points[0].v);
     for (size_t i = 1; i < points.size(); ++i)

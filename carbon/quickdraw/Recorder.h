@@ -44,6 +44,33 @@ inline Recorder* RecorderOf(const PortRecord* inPort)
     return inPort->fRecorder;
 }
 
+// While this lives nothing is recorded, for a drawing that is made of others.
+class StRecorderAside {
+public:
+    [[nodiscard]] explicit StRecorderAside(PortRecord& ioPort) : fPort(ioPort), fRecorder(ioPort.fRecorder)
+    {
+        fPort.fRecorder = nullptr;
+    }
+    ~StRecorderAside() { fPort.fRecorder = fRecorder; }
+    StRecorderAside(const StRecorderAside&) = delete;
+    StRecorderAside& operator=(const StRecorderAside&) = delete;
+
+private:
+    PortRecord& fPort;
+    Recorder* fRecorder;
+};
+
+// One line for each drawing entry: tells the recorder of the current port, if there is one. A shape that
+// would never show (empty, or a Fill without pattern) is not told.
+void RecordLine(Point from, Point to);
+void RecordRoundRect(Verb, const Rect&, int ovalWidth, int ovalHeight,
+                     const Pattern* fill); // 0, 0: a rectangle
+void RecordArc(Verb, const Rect&, int start, int extent, const Pattern* fill);
+void RecordPolygon(Verb, std::span<const Point>, const Pattern* fill);
+void RecordRegion(Verb, const Region&, const Pattern* fill);
+void RecordText(const TextSettings&, Point at, std::span<const uint8_t> macRoman);
+void RecordPixels(const CopiedPixels&);
+
 } // namespace lampblack::quickdraw
 
 #endif

@@ -1,4 +1,5 @@
 // Rectangles, ovals, round rectangles and arcs: five verbs each.
+#include "Recorder.h"
 #include "RoundShape.h"
 #include "Verbs.h"
 
@@ -67,6 +68,7 @@ static void Draw(Verb inVerb, const Rect* inRect, int inOvalWidth, int inOvalHei
 {
     if (!inRect || IsEmpty(*inRect))
         return;
+    RecordRoundRect(inVerb, *inRect, inOvalWidth, inOvalHeight, inPattern);
     const RoundShape shape(BoxOf(*inRect), inOvalWidth, inOvalHeight);
     PortRecord* port = Record(inVerb, shape) ? nullptr : PortForDrawing(inVerb, inPattern);
     if (!port)
@@ -95,6 +97,8 @@ static void DrawCut(Painter& ioPainter, const Wedge& inWedge, int v, int inLeft,
 
 static void DrawArc(Verb inVerb, const Rect* inRect, int inStart, int inExtent, const Pattern* inPattern)
 {
+    if (inRect)
+        RecordArc(inVerb, *inRect, inStart, inExtent, inPattern);
     PortRecord* port = PortForDrawing(inVerb, inPattern);
     if (!port || !inRect || IsEmpty(*inRect))
         return;
@@ -225,6 +229,8 @@ void FrameRgn(RgnHandle rgn)
 {
     const Region* region = FindRegion(rgn);
     PortRecord* port = CurrentPort();
+    if (region)
+        RecordRegion(Verb::Frame, *region, nullptr);
     if (region && port && port->fOpenRegion) {
         Region toggled;
         toggled.Xor(port->fOpenRegion->shapes, *region);
@@ -236,24 +242,32 @@ void FrameRgn(RgnHandle rgn)
 
 void PaintRgn(RgnHandle rgn)
 {
-    if (const Region* region = FindRegion(rgn))
+    if (const Region* region = FindRegion(rgn)) {
+        RecordRegion(Verb::Paint, *region, nullptr);
         DrawRegion(Verb::Paint, *region, nullptr);
+    }
 }
 
 void EraseRgn(RgnHandle rgn)
 {
-    if (const Region* region = FindRegion(rgn))
+    if (const Region* region = FindRegion(rgn)) {
+        RecordRegion(Verb::Erase, *region, nullptr);
         DrawRegion(Verb::Erase, *region, nullptr);
+    }
 }
 
 void InvertRgn(RgnHandle rgn)
 {
-    if (const Region* region = FindRegion(rgn))
+    if (const Region* region = FindRegion(rgn)) {
+        RecordRegion(Verb::Invert, *region, nullptr);
         DrawRegion(Verb::Invert, *region, nullptr);
+    }
 }
 
 void FillRgn(RgnHandle rgn, const Pattern* pat)
 {
-    if (const Region* region = FindRegion(rgn))
+    if (const Region* region = FindRegion(rgn)) {
+        RecordRegion(Verb::Fill, *region, pat);
         DrawRegion(Verb::Fill, *region, pat);
+    }
 }

@@ -1,5 +1,6 @@
 // The text calls: settings, widths, drawing, truncation.
 #include "FontFamilies.h"
+#include "Recorder.h"
 #include "TextEngine.h"
 #include "TextPainter.h"
 
@@ -93,6 +94,7 @@ static void DrawBytes(Bytes inText)
     const Point pen = port->fPen.location;
     const int width = WidthOf(strike, settings.spaceExtra, inText);
     port->fPen.location.h = Clamped(pen.h + width);
+    RecordText(settings, pen, inText);
     if (!ShowsText(*port))
         return;
     TextPainter painter(*port, settings.mode, TextBoxAt(pen, width, strike.Info()));
@@ -142,6 +144,16 @@ size_t Utf8ThatFits(const TextFontStyle& inStyle, std::string_view inText, int i
     return at;
 }
 
+static TextSettings SettingsOf(const TextFontStyle& inStyle, const PortRecord& inPort)
+{
+    return { inStyle.font, inStyle.size, inStyle.face, inPort.fText.mode, 0, nullptr };
+}
+
+static Bytes BytesOf(const std::string& inMacRoman)
+{
+    return { reinterpret_cast<const uint8_t*>(inMacRoman.data()), inMacRoman.size() };
+}
+
 void DrawUtf8(const TextFontStyle& inStyle, std::string_view inText)
 {
     PortRecord* port = CurrentPort();
@@ -151,6 +163,8 @@ void DrawUtf8(const TextFontStyle& inStyle, std::string_view inText)
     const Point pen = port->fPen.location;
     const int width = WidthOfUtf8(inStyle, inText);
     port->fPen.location.h = Clamped(pen.h + width);
+    if (RecorderOf(port))
+        RecordText(SettingsOf(inStyle, *port), pen, BytesOf(foundation::MacRomanFromUtf8(inText)));
     if (!ShowsText(*port))
         return;
     TextPainter painter(*port, port->fText.mode, TextBoxAt(pen, width, strike.Info()));
