@@ -496,6 +496,7 @@ CursHandle GetCursor(short cursorID);
 
 LAMPBLACK_END_C
 
+#include <Carbon/QDCopying.h>
 #include <Carbon/QDOffscreen.h>
 
 #endif
