@@ -17,6 +17,7 @@
 #include <Carbon/Folders.h>
 #include <Carbon/Fonts.h>
 #include <Carbon/Gestalt.h>
+#include <Carbon/Icons.h>
 #include <Carbon/Lists.h>
 #include <Carbon/MacApplication.h>
 #include <Carbon/MacErrors.h>

@@ -498,5 +498,6 @@ LAMPBLACK_END_C
 
 #include <Carbon/QDCopying.h>
 #include <Carbon/QDOffscreen.h>
+#include <Carbon/QDRegions.h>
 
 #endif
