@@ -5,6 +5,7 @@
 #define LAMPBLACK_CARBON_ICONS_H
 
 #include <Carbon/Files.h>
+#include <Carbon/Folders.h>
 #include <Carbon/Quickdraw.h>
 
 // The resource types of a suite.
@@ -161,7 +162,6 @@ enum {
 #define svAllAvailableData kSelectorAllAvailableData
 
 // The icons of the system.
-enum { kOnSystemDisk = -32768, kOnAppropriateDisk = -32767 };
 enum { kSystemIconsCreator = 'macs' };
 enum {
     kGenericDocumentIcon = 'docu',
