@@ -5,6 +5,7 @@
 #ifndef LAMPBLACK_CARBON_APPEARANCE_H
 #define LAMPBLACK_CARBON_APPEARANCE_H
 
+#include <Carbon/CFString.h>
 #include <Carbon/MacErrors.h>
 #include <Carbon/MacTypes.h>
 #include <Carbon/Quickdraw.h>
@@ -817,6 +818,33 @@ OSStatus NormalizeThemeDrawingState(void);
 OSStatus UseThemeFont(ThemeFontID inFontID, ScriptCode inScript);
 OSStatus GetThemeFont(ThemeFontID inFontID, ScriptCode inScript, Str255 outFontName, SInt16* outFontSize,
                       Style* outStyle); // the name, size and style may each be NULL
+
+// Theme text
+//
+// Unicode text in a theme font, drawn in the current port with its text colour and mode; no state has a
+// colour of its own, SetThemeTextColor sets one. Lines end at returns; with inWrapToWidth also between words,
+// or within a word that is wider than the box by itself. The context is not used: NULL.
+//
+// DrawThemeTextBox draws the lines whose top is within the box, from its top on, justified by teFlushDefault
+// (left), teFlushLeft, teCenter or teFlushRight. The pen is not moved.
+//
+// GetThemeTextDimensions answers the size of such a box. ioBounds->h comes in as the width to wrap at;
+// *outBaseline, which may be NULL, is the distance from the bottom of the box up to the baseline of the last
+// line, as a negative number.
+//
+// TruncateThemeText shortens a string until it fits, with an ellipsis at its end or in its middle; a string
+// whose ellipsis alone does not fit becomes empty. *outTruncated may not be NULL.
+//
+// Errors: paramErr  no such string or font, a NULL Rect, Point or result
+OSStatus DrawThemeTextBox(CFStringRef inString, ThemeFontID inFontID, ThemeDrawState inState,
+                          Boolean inWrapToWidth, const Rect* inBoundingBox, SInt16 inJust, void* inContext);
+OSStatus GetThemeTextDimensions(CFStringRef inString, ThemeFontID inFontID, ThemeDrawState inState,
+                                Boolean inWrapToWidth, Point* ioBounds, SInt16* outBaseline);
+OSStatus TruncateThemeText(CFMutableStringRef inString, ThemeFontID inFontID, ThemeDrawState inState,
+                           SInt16 inPixelWidthLimit, TruncCode inTruncWhere, Boolean* outTruncated);
+// How far the shadow of the text reaches out of its box: nowhere, theme text has none.
+OSStatus GetThemeTextShadowOutset(ThemeFontID inFontID, ThemeDrawState inState, Rect* outOutset);
+
 OSStatus SetThemeCursor(ThemeCursor inCursor);
 OSStatus SetAnimatedThemeCursor(ThemeCursor inCursor, UInt32 inAnimationStep);
 OSStatus PlayThemeSound(ThemeSoundKind inKind);

@@ -1,4 +1,6 @@
-// Font families by number and by name. Classic families stand for installed ones of like metrics.
+// Font families by number and by name: those of the open resource files first ('FOND' with its 'sfnt' and
+// 'NFNT' resources, and 'FONT' resources by their old numbers), then the classic ones, which stand for
+// installed ones of like metrics, then the installed ones. Begin with GetFNum.
 #ifndef LAMPBLACK_CARBON_FONTS_H
 #define LAMPBLACK_CARBON_FONTS_H
 
@@ -34,14 +36,24 @@ LAMPBLACK_BEGIN_C
 
 // GetFNum
 //
-// The number of a family, whatever the case of its name; 0 when there is no such family. Families that have
-// no published number get one from 1024 up that depends on their name.
+// The number of a family, whatever the case of its name; 0 when there is no such family. Installed families
+// that have no published number get one from 1024 up that depends on their name.
 void GetFNum(ConstStr255Param name, short* familyID);
 
 // The name of a family; an empty string when no family has this number.
 void GetFontName(short familyID, Str255 name);
 
-Boolean RealFont(short fontNum, short size); // every size of an installed family is real
+// Whether a size needs no scaling of bitmaps: every size of an outline font, and those of bitmap fonts that
+// are there.
+Boolean RealFont(short fontNum, short size);
+
+// Whether the outlines of a family that has both are used where it also has a bitmap of the size.
+void SetOutlinePreferred(Boolean outlinePreferred);
+Boolean GetOutlinePreferred(void);
+
+// Whether text of the current port, scaled, is drawn from outlines.
+Boolean IsOutline(Point numer, Point denom);
+
 short GetSysFont(void);
 short GetDefFontSize(void);
 short GetAppFont(void);
