@@ -104,7 +104,9 @@ enum {
     pixMapTooDeepErr = -148,
     nsStackErr = -149,
     cNoMemErr = -152,
+    noMemForPictPlaybackErr = -145,
     cDepthErr = -157,
+    pictureDataErr = -11005,
     // Process Manager
     procNotFound = -600,
     memFragErr = -601,
@@ -203,6 +205,17 @@ enum {
     errAENotAppleEvent = -1707,
     errAEHandlerNotFound = -1717,
     errAEIllegalIndex = -1719,
+    // Components
+    badComponentInstance = (SInt32)0x80008001,
+    badComponentSelector = (SInt32)0x80008002,
+    invalidComponentID = -3000,
+    // Image compression
+    cantFindHandler = -2003,
+    cantOpenHandler = -2004,
+    invalidDataRef = -2012,
+    invalidRect = -2036,
+    dataNoDataRef = -2047,
+    codecBadDataErr = -8969,
     // Drag Manager
     badDragRefErr = -1850,
     badDragItemErr = -1851,

@@ -498,6 +498,7 @@ LAMPBLACK_END_C
 
 #include <Carbon/QDCopying.h>
 #include <Carbon/QDOffscreen.h>
+#include <Carbon/QDPictures.h>
 #include <Carbon/QDRegions.h>
 
 #endif
