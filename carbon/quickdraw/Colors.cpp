@@ -33,8 +33,9 @@ static const RGBColor& ColorNumbered(SInt32 inNumber)
 
 static bool IsDrawable(const PortRecord* inPort, short h, short v)
 {
-    return inPort && inPort->fPixels && h >= inPort->fMapBounds.left && h < inPort->fMapBounds.right &&
-           v >= inPort->fMapBounds.top && v < inPort->fMapBounds.bottom;
+    return inPort && inPort->fSurface.base && h >= inPort->fSurface.bounds.left &&
+           h < inPort->fSurface.bounds.right && v >= inPort->fSurface.bounds.top &&
+           v < inPort->fSurface.bounds.bottom;
 }
 
 static constexpr Pattern kBlack = { { 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF } };

@@ -22,8 +22,7 @@ static constexpr int kRowBytesBits = 0x3FFF;
 static Source SourceOf(const BitMap* inMap)
 {
     if (const PortRecord* port = FindPortOfMap(inMap))
-        return { reinterpret_cast<const uint8_t*>(port->fPixels), port->fRowPixels * 4, 32, port->fMapBounds,
-                 port };
+        return { port->fSurface.base, port->fSurface.rowBytes, port->fSurface.depth, port->fSurface.bounds, port };
     const bool isPixMap = inMap->rowBytes < 0;
     // What GetQDGlobalsScreenBits gave is no longer than a BitMap.
     const bool isScreen = isPixMap && inMap->baseAddr == ScreenMap().baseAddr;

@@ -1,8 +1,7 @@
 // The main device follows the machine's screen. Its pixels are known while windows/ composes them.
 #include "Devices.h"
 
-#include "Port.h"
-#include "Region.h"
+#include "PortRecord.h"
 
 #include <memory/ReferenceTable.h>
 
@@ -46,18 +45,6 @@ bool IsDevice(GDHandle inDevice)
     return FindDevice(inDevice) != nullptr;
 }
 
-static void DescribePixels(PixMap& outMap)
-{
-    outMap.rowBytes = (short)0x8000;
-    outMap.pmVersion = baseAddr32;
-    outMap.hRes = outMap.vRes = 72 << 16;
-    outMap.pixelType = RGBDirect;
-    outMap.pixelSize = 32;
-    outMap.cmpCount = 3;
-    outMap.cmpSize = 8;
-    outMap.pixelFormat = k32ARGBPixelFormat;
-}
-
 Rect ScreenBounds()
 {
     int width = host::CurrentSettings().width, height = host::CurrentSettings().height;
@@ -79,7 +66,7 @@ static DeviceRecord* NewMainDevice()
 {
     DeviceRecord* device =
         NewDevice(1 << gdDevType | 1 << mainScreen | 1 << allInit | 1 << screenDevice | 1 << screenActive);
-    DescribePixels(device->fMap);
+    DescribePixels(device->fMap, 32);
     device->fDevice.gdPMap = &device->fMapPointer;
     return device;
 }

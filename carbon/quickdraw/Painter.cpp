@@ -47,7 +47,7 @@ void Painter::Fill(const Box& inBox)
             break;
         const Box box = Intersection(wanted, clip);
         if (!IsEmpty(box))
-            fInk.Block(fPort.PixelAt(box.x1, box.y1), fPort.fRowPixels, box);
+            fInk.Block(fPort.PixelAt(box.x1, box.y1), fPort.RowPixels(), box);
     }
 }
 
@@ -64,7 +64,7 @@ void Painter::Fill(const Region& inRegion)
         for (size_t i = first; i < fClip.size() && fClip[i].y1 < wanted.y2; ++i) {
             const Box part = Intersection(wanted, fClip[i]);
             if (!IsEmpty(part))
-                fInk.Block(fPort.PixelAt(part.x1, part.y1), fPort.fRowPixels, part);
+                fInk.Block(fPort.PixelAt(part.x1, part.y1), fPort.RowPixels(), part);
         }
     }
 }

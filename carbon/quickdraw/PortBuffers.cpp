@@ -41,8 +41,8 @@ static void Present()
 // What local coordinates have to be moved by to become global.
 static Point ToGlobal(const PortRecord& inPort)
 {
-    return { (short)(inPort.fGlobal.v - inPort.fMapBounds.top),
-             (short)(inPort.fGlobal.h - inPort.fMapBounds.left) };
+    return { (short)(inPort.fGlobal.v - inPort.fSurface.bounds.top),
+             (short)(inPort.fGlobal.h - inPort.fSurface.bounds.left) };
 }
 
 static void MovePoint(const PortRecord* inPort, Point* ioPoint, int inSign)

@@ -61,23 +61,23 @@ void MakeCurrent(PortRecord* inPort)
     gCurrentPort = inPort;
 }
 
-PixelStorage NewPixels(int width, int height)
+PixelStorage NewPixels(int width, int height, int depth)
 {
-    const size_t count = (size_t)width * (size_t)height;
-    return PixelStorage(static_cast<uint32_t*>(std::calloc(count ? count : 1, sizeof(uint32_t))));
+    const size_t bytes = (size_t)RowBytesFor(width, depth) * (size_t)height;
+    return PixelStorage(static_cast<uint8_t*>(std::calloc(bytes ? bytes : 1, 1)));
 }
 
 static constexpr Rect kWideOpen = { -32767, -32767, 32767, 32767 };
 
-static void DescribeDirectPixels(PixMap& outMap)
+void DescribePixels(PixMap& outMap, int inDepth)
 {
     outMap.pmVersion = baseAddr32;
     outMap.hRes = outMap.vRes = 72 << 16;
-    outMap.pixelType = RGBDirect;
-    outMap.pixelSize = 32;
-    outMap.cmpCount = 3;
-    outMap.cmpSize = 8;
-    outMap.pixelFormat = k32ARGBPixelFormat;
+    outMap.pixelType = inDepth >= 16 ? (short)RGBDirect : (short)chunky;
+    outMap.pixelSize = (short)inDepth;
+    outMap.cmpCount = inDepth >= 16 ? 3 : 1;
+    outMap.cmpSize = (short)(inDepth == 32 ? 8 : inDepth == 16 ? 5 : inDepth);
+    outMap.pixelFormat = (OSType)inDepth; // the published formats of these depths are their numbers
     outMap.rowBytes = (short)0x8000;
 }
 
@@ -86,7 +86,7 @@ PortRecord* NewPortRecord(PortKind inKind)
     PortRecord* port = Ports().New();
     port->fKind = inKind;
     port->fClip.SetRect(kWideOpen);
-    DescribeDirectPixels(port->fMap);
+    DescribePixels(port->fMap, 32);
     return port;
 }
 
@@ -98,19 +98,21 @@ void DeletePortRecord(PortRecord* inPort)
     Ports().Delete(inPort);
 }
 
-void PortRecord::SetPixels(PixelStorage inPixels, const Rect& inBounds)
+void PortRecord::SetPixels(PixelStorage inPixels, const Rect& inBounds, int inDepth)
 {
     fStorage = std::move(inPixels);
-    fPixels = fStorage.get();
-    fRowPixels = inBounds.right - inBounds.left;
-    fMap.baseAddr = reinterpret_cast<Ptr>(fPixels);
-    fMap.rowBytes = (short)(0x8000 | fRowPixels * 4);
+    fSurface.base = fStorage.get();
+    fSurface.depth = inDepth;
+    fSurface.rowBytes = RowBytesFor(inBounds.right - inBounds.left, inDepth);
+    DescribePixels(fMap, inDepth);
+    fMap.baseAddr = reinterpret_cast<Ptr>(fSurface.base);
+    fMap.rowBytes = (short)(0x8000 | fSurface.rowBytes);
     SetMapBounds(inBounds);
 }
 
 void PortRecord::SetMapBounds(const Rect& inBounds)
 {
-    fMapBounds = fMap.bounds = inBounds;
+    fSurface.bounds = fMap.bounds = inBounds;
     ClippingChanged();
 }
 
@@ -119,8 +121,8 @@ const Region& PortRecord::Drawable()
     if (fDrawableKnown)
         return fDrawable;
     fDrawable.Intersect(fClip, fVisible);
-    fDrawable.Intersect(Intersection(BoxOf(fBounds), BoxOf(fMapBounds)));
-    if (!fPixels)
+    fDrawable.Intersect(Intersection(BoxOf(fBounds), BoxOf(fSurface.bounds)));
+    if (!fSurface.base)
         fDrawable.Clear();
     fDrawableKnown = true;
     return fDrawable;

@@ -5,6 +5,7 @@
 #include "Polygon.h"
 #include "Port.h"
 #include "Region.h"
+#include "Surface.h"
 
 #include <cstdlib>
 #include <memory>
@@ -12,25 +13,28 @@
 namespace lampblack::quickdraw {
 
 struct FreeStorage {
-    void operator()(uint32_t* inPixels) const { std::free(inPixels); }
+    void operator()(uint8_t* inPixels) const { std::free(inPixels); }
 };
-using PixelStorage = std::unique_ptr<uint32_t[], FreeStorage>;
+using PixelStorage = std::unique_ptr<uint8_t[], FreeStorage>;
 
 inline constexpr uint32_t kWhitePixel = 0x00FFFFFF;
 inline constexpr uint32_t kBlackPixel = 0;
 inline constexpr uint32_t kColorBits = 0x00FFFFFF;
 
-// Rows are packed without slack, so that row bytes divided by the width is the size of a pixel.
-inline constexpr int kMaxRowPixels = 0x3FFE / 4;
+// What a PixMap can say of a row.
+inline constexpr int kMaxRowBytes = 0x3FFE;
 
-inline uint32_t PixelOf(const RGBColor& c)
+// Direct rows are packed without slack, so that row bytes divided by the width is the size of a pixel; rows
+// of indexes are whole words.
+inline int RowBytesFor(int inWidth, int inDepth)
 {
-    return (uint32_t)(c.red >> 8) << 16 | (uint32_t)(c.green >> 8) << 8 | c.blue >> 8;
+    return inDepth >= 16 ? inWidth * (inDepth / 8) : (inWidth * inDepth + 31) / 32 * 4;
 }
-inline RGBColor ColorOf(uint32_t inPixel)
+
+// The bits of a pixel that mean something.
+inline uint32_t PixelBits(int inDepth)
 {
-    const auto wide = [](uint32_t byte) { return (UInt16)(byte & 0xFF) * 0x101; };
-    return { (UInt16)wide(inPixel >> 16), (UInt16)wide(inPixel >> 8), (UInt16)wide(inPixel) };
+    return inDepth == 32 ? kColorBits : inDepth == 16 ? 0x7FFF : (1u << inDepth) - 1;
 }
 
 enum class PortKind : uint8_t { Bare, Pixels, World };
@@ -68,9 +72,7 @@ struct PortRecord {
 
     PortKind fKind = PortKind::Bare;
     PixelStorage fStorage;
-    uint32_t* fPixels = nullptr;
-    int fRowPixels = 0;
-    Rect fMapBounds = { 0, 0, 0, 0 };
+    Surface fSurface;         // of depth 32 while there are no pixels
     Point fGlobal = { 0, 0 }; // where the top-left pixel is on the screen
 
     Rect fBounds = { 0, 0, 0, 0 };
@@ -93,11 +95,14 @@ struct PortRecord {
     GDHandle fDevice = nullptr; // a world's own
     GWorldFlags fPixelState = 0;
 
-    void SetPixels(PixelStorage inPixels, const Rect& inBounds);
+    // Takes the pixels of RowBytesFor(width, depth) a row.
+    void SetPixels(PixelStorage inPixels, const Rect& inBounds, int inDepth = 32);
     void SetMapBounds(const Rect& inBounds); // the same pixels under other coordinates
-    uint32_t* PixelAt(int h, int v) const
+    int Depth() const { return fSurface.depth; }
+    int RowPixels() const { return fSurface.rowBytes / 4; } // of depth 32
+    uint32_t* PixelAt(int h, int v) const                   // of depth 32
     {
-        return fPixels + (ptrdiff_t)(v - fMapBounds.top) * fRowPixels + (h - fMapBounds.left);
+        return reinterpret_cast<uint32_t*>(fSurface.RowAt(v)) + (h - fSurface.bounds.left);
     }
 
     // Where drawing may change pixels: bounds, clip and visible region together.
@@ -124,12 +129,16 @@ void MakeCurrent(PortRecord*);
 PortRecord* NewPortRecord(PortKind);
 void DeletePortRecord(PortRecord*);
 
-// Null when there is no memory for them. Black.
-PixelStorage NewPixels(int width, int height);
+// The fields of a pixel map that follow from its depth; no row bytes yet.
+void DescribePixels(PixMap&, int depth);
 
-inline bool CanHoldPixels(int width, int height)
+// Null when there is no memory for them. All bits are clear.
+PixelStorage NewPixels(int width, int height, int depth = 32);
+
+inline bool CanHoldPixels(int width, int height, int depth = 32)
 {
-    return width >= 0 && height >= 0 && width <= kMaxRowPixels && height <= 32767;
+    return width >= 0 && height >= 0 && height <= 32767 && width <= 65535 &&
+           RowBytesFor(width, depth) <= kMaxRowBytes;
 }
 
 // For calls that can fail.

@@ -6,6 +6,7 @@
 
 #include <Host.h>
 
+#include <algorithm>
 #include <cstring>
 
 using namespace lampblack::quickdraw;
@@ -69,17 +70,11 @@ static OSStatus SectWith(CGrafPtr inPort, RgnHandle ioRegion, Region PortRecord:
     return noErr;
 }
 
-static void FillWhite(uint32_t* outPixels, size_t inCount)
-{
-    for (size_t i = 0; i < inCount; ++i)
-        outPixels[i] = kWhitePixel;
-}
-
 static PixelStorage NewWhitePixels(int width, int height)
 {
     PixelStorage pixels = NewPixels(width, height);
     if (pixels)
-        FillWhite(pixels.get(), (size_t)width * (size_t)height);
+        std::fill_n(reinterpret_cast<uint32_t*>(pixels.get()), (size_t)width * (size_t)height, kWhitePixel);
     return pixels;
 }
 
@@ -105,12 +100,12 @@ void DisposePixelPort(CGrafPtr inPort)
         DeletePortRecord(port);
 }
 
-static void CopyOverlap(const PortRecord& from, uint32_t* to, int width, int height)
+static void CopyOverlap(const Surface& from, uint8_t* to, int width, int height)
 {
-    const int oldWidth = from.fRowPixels, oldHeight = from.fMapBounds.bottom - from.fMapBounds.top;
-    const int common = std::min(width, oldWidth);
-    for (int row = 0; row < std::min(height, oldHeight); ++row)
-        std::memcpy(to + (size_t)row * width, from.fPixels + (size_t)row * oldWidth, (size_t)common * 4);
+    const int common = std::min(width, from.bounds.right - from.bounds.left);
+    const int rows = std::min(height, from.bounds.bottom - from.bounds.top);
+    for (int row = 0; row < rows; ++row)
+        std::memcpy(to + (size_t)row * width * 4, from.RowAt(from.bounds.top + row), (size_t)common * 4);
 }
 
 bool ResizePixelPort(CGrafPtr inPort, int width, int height)
@@ -121,8 +116,8 @@ bool ResizePixelPort(CGrafPtr inPort, int width, int height)
     PixelStorage pixels = NewWhitePixels(width, height);
     if (!pixels)
         return false;
-    CopyOverlap(*port, pixels.get(), width, height);
-    const Rect& old = port->fMapBounds;
+    CopyOverlap(port->fSurface, pixels.get(), width, height);
+    const Rect& old = port->fSurface.bounds;
     const Rect bounds = RectOf({ old.left, old.top, old.left + width, old.top + height });
     port->SetPixels(std::move(pixels), bounds);
     port->fBounds = bounds;
@@ -152,7 +147,11 @@ void* PortOwner(CGrafPtr inPort)
 PixelView PortPixels(CGrafPtr inPort)
 {
     const PortRecord* port = FindPort(inPort);
-    return port ? PixelView{ port->fPixels, port->fRowPixels, port->fMapBounds } : PixelView{};
+    if (!port)
+        return {};
+    const Surface& all = port->fSurface;
+    uint32_t* const base = all.depth == 32 ? reinterpret_cast<uint32_t*>(all.base) : nullptr;
+    return { base, port->RowPixels(), all.bounds };
 }
 
 Pattern PortBackPattern(CGrafPtr inPort)
@@ -179,7 +178,7 @@ static void MoveOrigin(PortRecord& ioPort, int h, int v)
     ioPort.fVisible.Offset(dh, dv);
     ioPort.fDirty.Offset(dh, dv);
     ioPort.fLastDirty = { 0, 0, 0, 0 };
-    ioPort.SetMapBounds(moved(ioPort.fMapBounds));
+    ioPort.SetMapBounds(moved(ioPort.fSurface.bounds));
 }
 
 } // namespace lampblack::quickdraw
@@ -433,8 +432,8 @@ void MovePortTo(short leftGlobal, short topGlobal)
     WithCurrent([=](PortRecord& p) {
         const int left = p.fBounds.left - (leftGlobal - p.fGlobal.h);
         const int top = p.fBounds.top - (topGlobal - p.fGlobal.v);
-        const int width = p.fMapBounds.right - p.fMapBounds.left;
-        const int height = p.fMapBounds.bottom - p.fMapBounds.top;
+        const int width = p.fSurface.bounds.right - p.fSurface.bounds.left;
+        const int height = p.fSurface.bounds.bottom - p.fSurface.bounds.top;
         p.SetMapBounds(RectOf({ left, top, left + width, top + height }));
     });
 }

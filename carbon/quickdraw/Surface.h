@@ -18,7 +18,7 @@ struct Surface {
     int rowBytes = 0;
     int depth = 32;
     Rect bounds = { 0, 0, 0, 0 };       // the coordinates of all pixels
-    const ColorSpace* colors = nullptr; // what indexes mean; null for direct pixels
+    const ColorSpace* colors = nullptr; // what indexes mean, null for the standard table of the depth
 
     uint8_t* RowAt(int v) const { return base + (ptrdiff_t)(v - bounds.top) * rowBytes; }
 };
@@ -28,13 +28,33 @@ inline bool IsDepth(int inDepth)
     return inDepth == 1 || inDepth == 2 || inDepth == 4 || inDepth == 8 || inDepth == 16 || inDepth == 32;
 }
 
+inline const ColorSpace& ColorsOf(const Surface& inSurface)
+{
+    return inSurface.colors ? *inSurface.colors : StandardColors(inSurface.depth);
+}
+
+// A word of 5 bits a channel as a colour, and a colour as that word: the highest bits of each channel.
+inline uint32_t ColorOf555(uint32_t inPixel)
+{
+    const uint32_t high = (inPixel & 0x7C00) << 9 | (inPixel & 0x3E0) << 6 | (inPixel & 0x1F) << 3;
+    return high | (high >> 5 & 0x070707);
+}
+inline uint32_t PixelOf555(uint32_t inColor)
+{
+    return (inColor >> 9 & 0x7C00) | (inColor >> 6 & 0x3E0) | (inColor >> 3 & 0x1F);
+}
+
 // count pixels of row v, the first being column h, as 0x00RRGGBB. All of them must lie inside the bounds.
 void ReadColors(const Surface&, int v, int h, int count, uint32_t* outColors);
 
-// The same way back: each colour becomes the nearest pixel that the surface can hold.
+// The same way back: each colour becomes the nearest index, or at depth 16 its highest five bits a channel.
 void WriteColors(const Surface&, int v, int h, int count, const uint32_t* colors);
 
-// One pixel as its own value (an index or a direct word), for depths of any kind.
+// The same with pixels as their own values, indexes or direct words.
+void ReadPixels(const Surface&, int v, int h, int count, uint32_t* outPixels);
+void WritePixels(const Surface&, int v, int h, int count, const uint32_t* pixels);
+
+// One pixel as its own value.
 uint32_t ReadPixel(const Surface&, int v, int h);
 void WritePixel(const Surface&, int v, int h, uint32_t pixel);
 

@@ -83,7 +83,7 @@ void TextPainter::Blend(const Glyph& inGlyph, const Box& whole, const Box& part)
         inGlyph.coverage + (ptrdiff_t)(part.y1 - whole.y1) * inGlyph.width + (part.x1 - whole.x1);
     uint32_t* pixels = fPort.PixelAt(part.x1, part.y1);
     const int count = part.x2 - part.x1;
-    for (int v = part.y1; v < part.y2; ++v, coverage += inGlyph.width, pixels += fPort.fRowPixels) {
+    for (int v = part.y1; v < part.y2; ++v, coverage += inGlyph.width, pixels += fPort.RowPixels()) {
         if (fInverts)
             InvertRow(pixels, coverage, count);
         else

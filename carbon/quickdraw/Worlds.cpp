@@ -42,15 +42,17 @@ static bool SameSize(const Rect& a, const Rect& b)
 }
 
 // Brings old pixels into new storage, as the flags wish.
-static void CarryOver(const PortRecord& from, uint32_t* to, const Rect& bounds, GWorldFlags flags)
+static void CarryOver(const PortRecord& from, uint8_t* inStorage, const Rect& bounds, GWorldFlags flags)
 {
     const int width = bounds.right - bounds.left, height = bounds.bottom - bounds.top;
-    const int oldWidth = from.fRowPixels, oldHeight = from.fMapBounds.bottom - from.fMapBounds.top;
+    const int oldWidth = from.RowPixels(), oldHeight = from.fSurface.bounds.bottom - from.fSurface.bounds.top;
+    const auto* pixels = reinterpret_cast<const uint32_t*>(from.fSurface.base);
+    auto* to = reinterpret_cast<uint32_t*>(inStorage);
     if (flags & stretchPix)
-        Stretch(from.fPixels, oldWidth, oldWidth, oldHeight, to, width, width, height);
+        Stretch(pixels, oldWidth, oldWidth, oldHeight, to, width, width, height);
     else if (flags & clipPix)
         for (int row = 0; row < std::min(height, oldHeight); ++row)
-            std::memcpy(to + (size_t)row * width, from.fPixels + (size_t)row * oldWidth,
+            std::memcpy(to + (size_t)row * width, pixels + (size_t)row * oldWidth,
                         (size_t)std::min(width, oldWidth) * 4);
 }
 
@@ -99,7 +101,7 @@ GWorldFlags UpdateGWorld(GWorldPtr* offscreenGWorld, short pixelDepth, const Rec
     if (error)
         return Failed(error);
     SetQDError(noErr);
-    if (SameSize(port->fMapBounds, *boundsRect)) {
+    if (SameSize(port->fSurface.bounds, *boundsRect)) {
         TakeBounds(*port, *boundsRect);
         return 0;
     }
@@ -107,7 +109,7 @@ GWorldFlags UpdateGWorld(GWorldPtr* offscreenGWorld, short pixelDepth, const Rec
     if (!pixels)
         return Failed(cNoMemErr);
     CarryOver(*port, pixels.get(), *boundsRect, flags);
-    const bool newRows = port->fRowPixels != boundsRect->right - boundsRect->left;
+    const bool newRows = port->RowPixels() != boundsRect->right - boundsRect->left;
     port->SetPixels(std::move(pixels), *boundsRect);
     TakeBounds(*port, *boundsRect);
     return reallocPix | (newRows ? (GWorldFlags)newRowBytes : 0) | (flags & (clipPix | stretchPix));
@@ -150,7 +152,7 @@ PixMapHandle GetGWorldPixMap(GWorldPtr offscreenGWorld)
 Boolean LockPixels(PixMapHandle pm)
 {
     PortRecord* port = FindPort(pm);
-    if (!port || !port->fPixels)
+    if (!port || !port->fSurface.base)
         return false;
     port->fPixelState |= pixelsLocked;
     return true;
@@ -189,13 +191,13 @@ void SetPixelsState(PixMapHandle pm, GWorldFlags state)
 Ptr GetPixBaseAddr(PixMapHandle pm)
 {
     const PortRecord* port = FindPort(pm);
-    return port ? reinterpret_cast<Ptr>(port->fPixels) : nullptr;
+    return port ? reinterpret_cast<Ptr>(port->fSurface.base) : nullptr;
 }
 
 SInt32 GetPixRowBytes(PixMapHandle pm)
 {
     const PortRecord* port = FindPort(pm);
-    return port ? port->fRowPixels * 4 : 0;
+    return port ? port->fSurface.rowBytes : 0;
 }
 
 Rect* GetPixBounds(PixMapHandle pm, Rect* bounds)
@@ -203,7 +205,7 @@ Rect* GetPixBounds(PixMapHandle pm, Rect* bounds)
     if (!bounds)
         return nullptr;
     const PortRecord* port = FindPort(pm);
-    *bounds = port ? port->fMapBounds : Rect{ 0, 0, 0, 0 };
+    *bounds = port ? port->fSurface.bounds : Rect{ 0, 0, 0, 0 };
     return bounds;
 }
 
