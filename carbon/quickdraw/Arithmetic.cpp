@@ -88,23 +88,35 @@ static void HiliteRow(const uint32_t* source, uint32_t* ioDestination, int count
     }
 }
 
+bool IsArithmetic(short inMode)
+{
+    return inMode >= blend && inMode <= adMin;
+}
+
 ArithmeticRow ArithmeticRowOf(short inMode)
 {
     static constexpr ArithmeticRow kRows[] = { BlendRow,       AddPinRow, AddOverRow, SubPinRow,
                                                TransparentRow, AddMaxRow, SubOverRow, AdMinRow };
-    const int mode = inMode & ~ditherCopy;
+    const auto mode = (short)(inMode & ~ditherCopy);
     if (mode == hilite)
         return HiliteRow;
-    return mode >= blend && mode <= adMin ? kRows[mode - blend] : nullptr;
+    return IsArithmetic(mode) ? kRows[mode - blend] : nullptr;
 }
 
-short BitMapModeOf(short inMode)
+short ModeAtDepth1(short inMode)
 {
     static constexpr short kModes[] = { srcCopy, srcBic, srcXor, srcOr, srcOr, srcBic, srcXor, srcOr };
-    const int mode = inMode & ~ditherCopy;
+    const auto mode = (short)(inMode & ~ditherCopy);
     if (mode == hilite)
         return srcXor;
-    return mode >= blend && mode <= adMin ? kModes[mode - blend] : inMode;
+    return IsArithmetic(mode) ? kModes[mode - blend] : inMode;
+}
+
+void Combine(short mode, const uint32_t* source, uint32_t* ioDestination, int count, uint32_t opColor,
+             uint32_t back)
+{
+    if (const ArithmeticRow row = IsArithmetic(mode) ? ArithmeticRowOf(mode) : nullptr)
+        row(source, ioDestination, count, { .op = opColor, .back = back });
 }
 
 } // namespace lampblack::quickdraw

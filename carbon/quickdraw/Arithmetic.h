@@ -2,7 +2,7 @@
 #ifndef LAMPBLACK_QUICKDRAW_ARITHMETIC_H
 #define LAMPBLACK_QUICKDRAW_ARITHMETIC_H
 
-#include <Carbon/Quickdraw.h>
+#include <Carbon/QDColors.h>
 
 #include <cstdint>
 
@@ -23,8 +23,16 @@ using ArithmeticRow = void (*)(const uint32_t* source, uint32_t* ioDestination, 
 // Null for the boolean modes and for what is no mode. A dither bit in the mode is ignored.
 ArithmeticRow ArithmeticRowOf(short mode);
 
-// What stands for an arithmetic mode where a pixel is one bit; boolean modes stay themselves.
-short BitMapModeOf(short mode);
+// From blend to adMin; not hilite.
+bool IsArithmetic(short mode);
+
+// On pixels of depth 1 every arithmetic mode and hilite stand for a boolean one; other modes answer
+// themselves.
+short ModeAtDepth1(short mode);
+
+// The same as the row of a mode that IsArithmetic; nothing happens for another.
+void Combine(short mode, const uint32_t* source, uint32_t* ioDestination, int count, uint32_t opColor,
+             uint32_t back);
 
 } // namespace lampblack::quickdraw
 
