@@ -43,7 +43,7 @@ enum {
     kQuickDrawCodecType = 'qdrw'
 };
 
-typedef unsigned long CodecQ;
+typedef UInt32 CodecQ;
 enum {
     codecMinQuality = 0x000,
     codecLowQuality = 0x100,
@@ -143,12 +143,11 @@ ComponentResult GraphicsImportGetNaturalBounds(GraphicsImportComponent ci, Rect*
 ComponentResult GraphicsImportGetImageDescription(GraphicsImportComponent ci, ImageDescriptionHandle* desc);
 
 // Where in the data the compressed image is, and a piece of the data; eofErr beyond its end.
-ComponentResult GraphicsImportGetDataOffsetAndSize(GraphicsImportComponent ci, unsigned long* offset,
-                                                   unsigned long* size);
-ComponentResult GraphicsImportReadData(GraphicsImportComponent ci, void* dataPtr, unsigned long dataOffset,
-                                       unsigned long dataSize);
+ComponentResult GraphicsImportGetDataOffsetAndSize(GraphicsImportComponent ci, UInt32* offset, UInt32* size);
+ComponentResult GraphicsImportReadData(GraphicsImportComponent ci, void* dataPtr, UInt32 dataOffset,
+                                       UInt32 dataSize);
 
-ComponentResult GraphicsImportGetImageCount(GraphicsImportComponent ci, unsigned long* imageCount);
+ComponentResult GraphicsImportGetImageCount(GraphicsImportComponent ci, UInt32* imageCount);
 
 // Whether drawing sets every pixel of the bounds; an image with transparent parts does not.
 ComponentResult GraphicsImportDoesDrawAllPixels(GraphicsImportComponent ci, short* drawsAllPixels);
@@ -183,9 +182,9 @@ ComponentResult GraphicsImportGetGWorld(GraphicsImportComponent ci, CGrafPtr* po
 // The transfer mode; opColor, which may be NULL, is the colour that mode `transparent` leaves out and the
 // weight of `blend`. At first it is graphicsModeStraightAlpha for an image that has transparent parts, which
 // then keep what is there, and ditherCopy for all others. In any other mode alpha is not looked at.
-ComponentResult GraphicsImportSetGraphicsMode(GraphicsImportComponent ci, long graphicsMode,
+ComponentResult GraphicsImportSetGraphicsMode(GraphicsImportComponent ci, SInt32 graphicsMode,
                                               const RGBColor* opColor);
-ComponentResult GraphicsImportGetGraphicsMode(GraphicsImportComponent ci, long* graphicsMode,
+ComponentResult GraphicsImportGetGraphicsMode(GraphicsImportComponent ci, SInt32* graphicsMode,
                                               RGBColor* opColor);
 
 // How well to decode: below codecNormalQuality, which is the setting at first, JPEG data is decoded faster
@@ -256,8 +255,72 @@ ComponentResult GraphicsExportGetCompressionQuality(GraphicsExportComponent ci, 
 // Errors:     in this order: dataNoDataRef  no input or no output was set; those of an input that is gone or
 //             empty: paramErr; memFullErr  an input of more than 67 million pixels; cantOpenHandler  the
 //             library is not installed; then those of growing the handle or making the file.
-ComponentResult GraphicsExportDoExport(GraphicsExportComponent ci, unsigned long* actualSizeWritten);
+ComponentResult GraphicsExportDoExport(GraphicsExportComponent ci, UInt32* actualSizeWritten);
 
 LAMPBLACK_END_C
+
+// For sources that keep what is 32 bits wide in a long, as it was when they were written.
+#define LAMPBLACK_IF_WIDE(Wide, type)                                                                        \
+    template <class Wide>                                                                                    \
+    requires(__is_same(Wide, type))
+
+LAMPBLACK_IF_WIDE(ULong, unsigned long)
+inline ComponentResult GraphicsImportGetDataOffsetAndSize(GraphicsImportComponent ci, ULong* offset,
+                                                          ULong* size)
+{
+    UInt32 offset32 = 0, size32 = 0;
+    const ComponentResult result = GraphicsImportGetDataOffsetAndSize(ci, &offset32, &size32);
+    *offset = offset32;
+    *size = size32;
+    return result;
+}
+
+LAMPBLACK_IF_WIDE(ULong, unsigned long)
+inline ComponentResult GraphicsImportGetImageCount(GraphicsImportComponent ci, ULong* imageCount)
+{
+    UInt32 count = 0;
+    const ComponentResult result = GraphicsImportGetImageCount(ci, &count);
+    *imageCount = count;
+    return result;
+}
+
+LAMPBLACK_IF_WIDE(Long, long)
+inline ComponentResult GraphicsImportGetGraphicsMode(GraphicsImportComponent ci, Long* graphicsMode,
+                                                     RGBColor* opColor)
+{
+    SInt32 mode = 0;
+    const ComponentResult result = GraphicsImportGetGraphicsMode(ci, &mode, opColor);
+    *graphicsMode = mode;
+    return result;
+}
+
+LAMPBLACK_IF_WIDE(ULong, unsigned long)
+inline ComponentResult GraphicsImportGetQuality(GraphicsImportComponent ci, ULong* quality)
+{
+    CodecQ value = 0;
+    const ComponentResult result = GraphicsImportGetQuality(ci, &value);
+    *quality = value;
+    return result;
+}
+
+LAMPBLACK_IF_WIDE(ULong, unsigned long)
+inline ComponentResult GraphicsExportGetCompressionQuality(GraphicsExportComponent ci, ULong* quality)
+{
+    CodecQ value = 0;
+    const ComponentResult result = GraphicsExportGetCompressionQuality(ci, &value);
+    *quality = value;
+    return result;
+}
+
+LAMPBLACK_IF_WIDE(ULong, unsigned long)
+inline ComponentResult GraphicsExportDoExport(GraphicsExportComponent ci, ULong* actualSizeWritten)
+{
+    UInt32 size = 0;
+    const ComponentResult result = GraphicsExportDoExport(ci, &size);
+    *actualSizeWritten = size;
+    return result;
+}
+
+#undef LAMPBLACK_IF_WIDE
 
 #endif

@@ -1,0 +1,23 @@
+// The headers of the formats that SDL_image decodes. They are read here first, so that nothing absurd reaches
+// the libraries, and so that the size of an image is known without decoding it.
+#ifndef LAMPBLACK_IMAGES_HEADERS_H
+#define LAMPBLACK_IMAGES_HEADERS_H
+
+#include "ImageReader.h"
+
+namespace lampblack::images {
+
+// Where the decoded image comes to within the whole one, which is transparent elsewhere.
+struct Frame {
+    int left = 0, top = 0, width = 0, height = 0;
+};
+
+// Errors: codecBadDataErr; memFullErr.
+OSStatus ReadGifHeader(Bytes, ImageFacts* outFacts, Frame* outFrame);
+OSStatus ReadTiffHeader(Bytes, ImageFacts* outFacts);
+OSStatus ReadBmpHeader(Bytes, ImageFacts* outFacts);
+OSStatus ReadTargaHeader(Bytes, ImageFacts* outFacts);
+
+} // namespace lampblack::images
+
+#endif

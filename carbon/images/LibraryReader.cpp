@@ -1,0 +1,161 @@
+// GIF, TIFF, BMP and Targa data, by SDL_image. It decodes an image whole, when its first row is asked for.
+#include "Headers.h"
+#include "Libraries.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace lampblack::images {
+
+namespace {
+
+constexpr uint32_t kColorBits = 0x00FFFFFF, kAlphaBits = 0xFF000000;
+
+struct FreeSurface {
+    void operator()(SDL_Surface* inSurface) const { SDL_FreeSurface(inSurface); }
+};
+using SurfacePtr = std::unique_ptr<SDL_Surface, FreeSurface>;
+using Loader = SDL_Surface* (*)(SDL_RWops*);
+
+class LibraryReader final : public ImageReader {
+public:
+    LibraryReader(Bytes inBytes, Loader inLoader, const ImageFacts& inFacts, const Frame& inFrame)
+        : fBytes(inBytes), fLoader(inLoader), fFrame(inFrame)
+    {
+        fFacts = inFacts;
+    }
+    int Read(uint32_t* const* outRows, int inCount) override;
+
+private:
+    bool Decode();
+    void FindColors();
+    void ConvertRow(int inRow, uint32_t* outRow) const;
+    void PlaceRow(int inRow, uint32_t* outRow);
+
+    Bytes fBytes;
+    Loader fLoader;
+    Frame fFrame;
+    SurfacePtr fSurface;
+    std::array<uint32_t, 256> fColors = {}; // of indexed pixels
+    std::vector<uint32_t> fFrameRow;        // where the frame is not the whole image
+    int fRow = 0;
+};
+
+void LibraryReader::FindColors()
+{
+    const SDL_Palette* palette = fSurface->format->palette;
+    for (int i = 0; palette && i < std::min(palette->ncolors, 256); ++i) {
+        const SDL_Color& color = palette->colors[i];
+        fColors[(size_t)i] = kAlphaBits | (uint32_t)color.r << 16 | (uint32_t)color.g << 8 | color.b;
+    }
+    uint32_t key = 0;
+    if (SDL_GetColorKey(fSurface.get(), &key) == 0 && key < 256)
+        fColors[key] = 0;
+}
+
+bool LibraryReader::Decode()
+{
+    if (fBytes.size() > 0x7FFFFFFF)
+        return false;
+    SDL_RWops* stream = SDL_RWFromConstMem(fBytes.data(), (int)fBytes.size());
+    if (!stream)
+        return false;
+    fSurface.reset(fLoader(stream));
+    SDL_RWclose(stream);
+    if (!fSurface || !fSurface->pixels || fSurface->w != fFrame.width || fSurface->h != fFrame.height)
+        return false;
+    if (fSurface->format->BytesPerPixel == 1)
+        FindColors();
+    if (fFrame.left || fFrame.top || fFrame.width != fFacts.width || fFrame.height != fFacts.height)
+        fFrameRow.resize((size_t)fFrame.width);
+    return true;
+}
+
+void LibraryReader::ConvertRow(int inRow, uint32_t* outRow) const
+{
+    const auto* from = static_cast<const uint8_t*>(fSurface->pixels) + (ptrdiff_t)inRow * fSurface->pitch;
+    if (fSurface->format->BytesPerPixel == 1)
+        for (int i = 0; i < fFrame.width; ++i)
+            outRow[i] = fColors[from[i]];
+    else
+        SDL_ConvertPixels(fFrame.width, 1, fSurface->format->format, from, fSurface->pitch,
+                          SDL_PIXELFORMAT_ARGB8888, outRow, fFrame.width * 4);
+    if (!fFacts.hasAlpha)
+        for (int i = 0; i < fFrame.width; ++i)
+            outRow[i] &= kColorBits;
+}
+
+// A row of the whole image, of which the frame may be a part and which it may exceed.
+void LibraryReader::PlaceRow(int inRow, uint32_t* outRow)
+{
+    if (fFrameRow.empty())
+        return ConvertRow(inRow, outRow);
+    std::memset(outRow, 0, (size_t)fFacts.width * 4);
+    const int row = inRow - fFrame.top, width = std::min(fFrame.width, fFacts.width - fFrame.left);
+    if (row < 0 || row >= fFrame.height || width <= 0)
+        return;
+    ConvertRow(row, fFrameRow.data());
+    std::memcpy(outRow + fFrame.left, fFrameRow.data(), (size_t)width * 4);
+}
+
+int LibraryReader::Read(uint32_t* const* outRows, int inCount)
+{
+    if (fError || fRow >= fFacts.height)
+        return 0;
+    if (!fSurface && !Decode()) {
+        fError = codecBadDataErr;
+        return 0;
+    }
+    const int count = std::min(inCount, fFacts.height - fRow);
+    for (int i = 0; i < count; ++i)
+        PlaceRow(fRow++, outRows[i]);
+    return count;
+}
+
+OSStatus MakeReader(OSStatus inError, Bytes inBytes, Loader ImageLibrary::*inLoader,
+                    const ImageFacts& inFacts, const Frame* inFrame, ImageReaderPtr* outReader)
+{
+    if (inError)
+        return inError;
+    const ImageLibrary* library = LoadImageLibrary();
+    if (!library)
+        return cantOpenHandler;
+    const Frame whole = { 0, 0, inFacts.width, inFacts.height };
+    *outReader =
+        std::make_unique<LibraryReader>(inBytes, library->*inLoader, inFacts, inFrame ? *inFrame : whole);
+    return noErr;
+}
+
+} // namespace
+
+OSStatus OpenGif(Bytes inBytes, CodecQ, ImageReaderPtr* outReader)
+{
+    ImageFacts facts;
+    Frame frame;
+    const OSStatus error = ReadGifHeader(inBytes, &facts, &frame);
+    return MakeReader(error, inBytes, &ImageLibrary::loadGif, facts, &frame, outReader);
+}
+
+OSStatus OpenTiff(Bytes inBytes, CodecQ, ImageReaderPtr* outReader)
+{
+    ImageFacts facts;
+    const OSStatus error = ReadTiffHeader(inBytes, &facts);
+    return MakeReader(error, inBytes, &ImageLibrary::loadTiff, facts, nullptr, outReader);
+}
+
+OSStatus OpenBmp(Bytes inBytes, CodecQ, ImageReaderPtr* outReader)
+{
+    ImageFacts facts;
+    const OSStatus error = ReadBmpHeader(inBytes, &facts);
+    return MakeReader(error, inBytes, &ImageLibrary::loadBmp, facts, nullptr, outReader);
+}
+
+OSStatus OpenTarga(Bytes inBytes, CodecQ, ImageReaderPtr* outReader)
+{
+    ImageFacts facts;
+    const OSStatus error = ReadTargaHeader(inBytes, &facts);
+    return MakeReader(error, inBytes, &ImageLibrary::loadTarga, facts, nullptr, outReader);
+}
+
+} // namespace lampblack::images
