@@ -23,7 +23,11 @@ Size PurgeAll();
 
 void TellOfDisposal(HandleBlock*);
 
-void SetError(OSErr);
+extern constinit OSErr gError; // what MemError answers
+inline void SetError(OSErr inError)
+{
+    gError = inError;
+}
 
 } // namespace lampblack::memory
 

@@ -2,51 +2,25 @@
 #include "Blocks.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 
 namespace lampblack::memory {
 namespace {
 
-void (*gDisposalHook)(Handle) = nullptr;
-bool (*gPurgeHook)(Handle) = nullptr;
+HandleWatcher gWatcher;
 
 } // namespace
 
-ReferenceTable<HandleBlock>& Handles()
+void SetHandleWatcher(const HandleWatcher& inWatcher)
 {
-    // Never destroyed: handles are disposed of by destructors that run as late as any.
-    static auto& table = *new ReferenceTable<HandleBlock>;
-    return table;
-}
-
-HandleBlock* FindHandle(Handle inHandle, OSErr* outError)
-{
-    HandleBlock* block = Handles().Find(inHandle);
-    if (outError)
-        *outError = block ? (OSErr)noErr : inHandle ? (OSErr)memWZErr : (OSErr)nilHandleErr;
-    return block;
-}
-
-void SetDisposalHook(void (*inHook)(Handle))
-{
-    gDisposalHook = inHook;
-}
-
-void SetPurgeHook(bool (*inHook)(Handle))
-{
-    gPurgeHook = inHook;
-}
-
-void WatchHandle(Handle inHandle, bool inWatch)
-{
-    if (HandleBlock* block = FindHandle(inHandle))
-        block->isWatched = inWatch;
+    gWatcher = inWatcher;
 }
 
 void TellOfDisposal(HandleBlock* inBlock)
 {
-    if (gDisposalHook && inBlock->isWatched)
-        gDisposalHook((Handle)inBlock);
+    if (inBlock->keeper && gWatcher.disposed)
+        gWatcher.disposed((Handle)inBlock);
 }
 
 void* Allocate(Size inSize)
@@ -90,19 +64,22 @@ bool Refit(HandleBlock* ioBlock, Size inSize, Size inCapacity)
 
 void Release(HandleBlock* ioBlock)
 {
+    const bool isHeardOf = ioBlock->data && ioBlock->keeper && gWatcher.emptied;
     std::free(ioBlock->data);
     ioBlock->data = nullptr;
     ioBlock->size = ioBlock->capacity = 0;
+    if (isHeardOf)
+        gWatcher.emptied(ioBlock);
 }
 
 Size PurgeAll()
 {
     Size freed = 0;
-    Handles().ForEach([&](HandleBlock* block) {
+    gHandles.ForEach([&](HandleBlock* block) {
         const UInt8 bits = block->state & (kHandleLockedMask | kHandlePurgeableMask);
         if (bits != kHandlePurgeableMask)
             return;
-        if (block->isWatched && gPurgeHook && !gPurgeHook((Handle)block))
+        if (block->keeper && gWatcher.mayPurge && !gWatcher.mayPurge((Handle)block))
             return;
         freed += block->size;
         Release(block);

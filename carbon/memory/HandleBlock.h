@@ -1,12 +1,17 @@
-// The record behind a Handle, for the Memory Manager itself and for the floors that keep handles of their own
-// alive: the Resource Manager is told when one of its handles goes.
+// The record behind a Handle, for the Memory Manager itself and for the floor that keeps handles of its own
+// alive: the Resource Manager is told when one of its handles goes, or its data.
+//
+//     if (HandleBlock* block = FindHandle(handle)) ...      // null unless alive
+//
+// All records lie in one stretch of addresses, so that whether a reference is one of them is seen without a
+// look-up, and the record itself says whether it is alive.
 #ifndef LAMPBLACK_MEMORY_HANDLEBLOCK_H
 #define LAMPBLACK_MEMORY_HANDLEBLOCK_H
 
 #include <Carbon/MacMemory.h>
-#include <memory/ReferenceTable.h>
 
-#include <cstdlib>
+#include <cstddef>
+#include <cstdint>
 
 namespace lampblack::memory {
 
@@ -14,30 +19,77 @@ namespace lampblack::memory {
 inline constexpr Size kLargestBlock = 0x7FFFFFE0;
 
 // A Handle is the address of `data`, which is why it stands first.
-struct HandleBlock {
+struct alignas(64) HandleBlock {
     Ptr data = nullptr; // null: an empty handle, or one whose data were purged
     Size size = 0;
     Size capacity = 0;
+    void* keeper = nullptr; // whose handle it is, for the watcher; null: nobody watches it
+    UInt32 item = 0;        // which of the keeper's; of a record that is not alive, the next free one
     UInt8 state = 0;        // kHandleLockedMask and so on
-    bool isWatched = false; // the hook wants to hear of its end
-
-    ~HandleBlock() { std::free(data); }
+    bool isAlive = false;
 };
 
-ReferenceTable<HandleBlock>& Handles();
+// The records of all handles. An address is not given out again until a few hundred others have been, so that
+// a stale reference does not soon become a live one.
+class HandleTable {
+public:
+    HandleBlock* Find(const void* inReference) const
+    {
+        const uintptr_t distance = (uintptr_t)inReference - (uintptr_t)fBlocks;
+        if (distance >= fUsed * sizeof(HandleBlock) || distance % sizeof(HandleBlock) != 0)
+            return nullptr;
+        HandleBlock* block = fBlocks + distance / sizeof(HandleBlock);
+        return block->isAlive ? block : nullptr;
+    }
+
+    HandleBlock* New(); // null without memory
+    void Delete(HandleBlock*);
+    size_t Count() const { return fCount; }
+
+    // Calls inVisit(HandleBlock*) for each that is alive when its turn comes; it may make and delete others.
+    template <class Visitor>
+    void ForEach(Visitor&& inVisit)
+    {
+        for (size_t i = 0; i < fUsed; ++i)
+            if (fBlocks[i].isAlive)
+                inVisit(fBlocks + i);
+    }
+
+private:
+    static constexpr size_t kQuarantine = 256; // disposed records whose addresses are not yet used again
+
+    HandleBlock* TakeFree();
+    bool Grow();
+
+    HandleBlock* fBlocks =
+        nullptr; // addresses for fReserved; the memory of fBacked; fUsed were ever given out
+    size_t fReserved = 0, fBacked = 0, fUsed = 0;
+    size_t fCount = 0, fFreeCount = 0;
+    UInt32 fOldestFree = 0, fNewestFree = 0;
+};
+
+extern constinit HandleTable gHandles;
 
 // The block behind a handle. Null, and *outError (which may be null) is nilHandleErr or memWZErr, unless
 // alive.
-HandleBlock* FindHandle(Handle, OSErr* outError = nullptr);
+inline HandleBlock* FindHandle(Handle inHandle, OSErr* outError = nullptr)
+{
+    HandleBlock* block = gHandles.Find(inHandle);
+    if (outError)
+        *outError = block ? (OSErr)noErr : inHandle ? (OSErr)memWZErr : (OSErr)nilHandleErr;
+    return block;
+}
 
-// The hook is called with each watched handle before it is disposed of, whatever its state byte says by then
-// (an application may change that). There is one hook.
-void SetDisposalHook(void (*inHook)(Handle));
-void WatchHandle(Handle, bool inWatch);
-
-// Asked before a watched handle is purged for want of memory, or by PurgeMem: false keeps it. There is one
-// hook, and it may neither make nor dispose of handles.
-void SetPurgeHook(bool (*inHook)(Handle));
+// Who keeps handles of its own hears of what happens to them. There is one, and it sets keeper and item of
+// each block.
+struct HandleWatcher {
+    void (*disposed)(Handle) = nullptr;      // before it is disposed of
+    void (*emptied)(HandleBlock*) = nullptr; // its data are gone, the handle stays; may not fail
+    // Asked before it is purged for want of memory, or by PurgeMem: false keeps it. It may neither make nor
+    // dispose of handles.
+    bool (*mayPurge)(Handle) = nullptr;
+};
+void SetHandleWatcher(const HandleWatcher&);
 
 } // namespace lampblack::memory
 

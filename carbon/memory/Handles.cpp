@@ -27,13 +27,6 @@ HandleBlock* CheckedWithData(Handle inHandle)
     return block && block->data ? block : nullptr;
 }
 
-HandleBlock* NewRecord()
-try {
-    return Handles().New();
-} catch (const std::bad_alloc&) {
-    return nullptr;
-}
-
 Handle NewBlock(Size inSize, bool inClear)
 {
     Ptr data = (Ptr)Allocate(inSize);
@@ -42,7 +35,7 @@ Handle NewBlock(Size inSize, bool inClear)
         return nullptr;
     if (inClear)
         std::memset(data, 0, (size_t)inSize);
-    HandleBlock* block = NewRecord();
+    HandleBlock* block = gHandles.New();
     if (!block) {
         std::free(data);
         SetError(memFullErr);
@@ -99,7 +92,7 @@ Handle NewHandleClear(Size byteCount)
 
 Handle NewEmptyHandle(void)
 {
-    HandleBlock* block = NewRecord();
+    HandleBlock* block = gHandles.New();
     SetError(block ? noErr : memFullErr);
     return (Handle)block;
 }
@@ -118,7 +111,8 @@ void DisposeHandle(Handle h)
     if (!block)
         return;
     TellOfDisposal(block);
-    Handles().Delete(block);
+    std::free(block->data);
+    gHandles.Delete(block);
     SetError(noErr);
 }
 
@@ -223,7 +217,7 @@ void ReallocateHandle(Handle h, Size byteCount)
 Handle RecoverHandle(Ptr p)
 {
     Handle found = nullptr;
-    Handles().ForEach([&](HandleBlock* block) {
+    gHandles.ForEach([&](HandleBlock* block) {
         if (p && block->data == p)
             found = (Handle)block;
     });
@@ -233,7 +227,7 @@ Handle RecoverHandle(Ptr p)
 
 Boolean IsHandleValid(Handle h)
 {
-    return Handles().Find(h) != nullptr;
+    return gHandles.Find(h) != nullptr;
 }
 
 OSErr HandToHand(Handle* theHndl)

@@ -1,5 +1,6 @@
 // Non-relocatable blocks, the copying and clearing of bytes, the last error, and what memory there is.
 #include "Blocks.h"
+#include "ReferenceTable.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,8 +11,6 @@ using namespace lampblack::memory;
 
 namespace {
 
-OSErr gError = noErr;
-
 // What stands before the bytes that NewPtr hands out.
 struct alignas(16) PointerHeader {
     Size size;
@@ -20,7 +19,7 @@ struct alignas(16) PointerHeader {
 
 AddressSet& Pointers()
 {
-    static auto& set = *new AddressSet; // see Handles()
+    static auto& set = *new AddressSet; // see gHandles
     return set;
 }
 
@@ -65,10 +64,7 @@ long AvailableMemory()
 
 namespace lampblack::memory {
 
-void SetError(OSErr inError)
-{
-    gError = inError;
-}
+constinit OSErr gError = noErr;
 
 } // namespace lampblack::memory
 

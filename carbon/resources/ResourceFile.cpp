@@ -46,7 +46,7 @@ SInt16 ResourceChain::Open(const files::Item& inItem, bool inResourceFork, int i
         return 0;
     }
     fFiles.insert(fFiles.begin(), std::move(file));
-    fCurrent = 0;
+    MakeCurrent(0);
     return fFiles.front()->refNum;
 }
 
@@ -168,11 +168,19 @@ ResourceFile* ResourceChain::Find(SInt16 inRefNum) const
     return nullptr;
 }
 
+void ResourceChain::MakeCurrent(size_t inIndex)
+{
+    fCurrent = inIndex;
+    fCurrentFile = inIndex < fFiles.size() ? fFiles[inIndex].get() : nullptr;
+}
+
 void ResourceChain::SetCurrent(SInt16 inRefNum)
 {
-    fCurrent = 0;
-    while (fCurrent < fFiles.size() && fFiles[fCurrent]->refNum != inRefNum)
-        ++fCurrent;
+    ++gChainChanges;
+    size_t index = 0;
+    while (index < fFiles.size() && fFiles[index]->refNum != inRefNum)
+        ++index;
+    MakeCurrent(index);
 }
 
 OSErr ResourceChain::Close(SInt16 inRefNum)
@@ -182,6 +190,7 @@ OSErr ResourceChain::Close(SInt16 inRefNum)
     if (found == fFiles.end())
         return resFNotFound;
     const OSErr error = UpdateFile(found->get());
+    ++gChainChanges;
     // The handles go with the file. Each forgets itself in the list that is being walked.
     const std::vector<Handle> handles = (*found)->handles;
     for (const Handle handle : handles)
@@ -191,7 +200,7 @@ OSErr ResourceChain::Close(SInt16 inRefNum)
     // The file behind the closed one becomes current when the closed one was; else the current file stays.
     const size_t index = (size_t)(found - fFiles.begin());
     fFiles.erase(found);
-    fCurrent -= fCurrent > index ? 1 : 0;
+    MakeCurrent(fCurrent - (fCurrent > index ? 1 : 0));
     files::RemoveOpenFile(inRefNum);
     return error;
 }
@@ -217,33 +226,41 @@ void LeaveHome(ResourceFile* ioFile)
     ioFile->home.reset();
 }
 
-const Resource* ResourceChain::ResourceOf(Handle inHandle) const
+Resource ResourceChain::ResourceOf(Handle inHandle) const
 {
-    const auto found = fResources.find(inHandle);
-    return found == fResources.end() ? nullptr : &found->second;
+    const memory::HandleBlock* block = memory::FindHandle(inHandle);
+    return block ? Resource{ (ResourceFile*)block->keeper, block->item } : Resource();
 }
 
 void ResourceChain::Forget(Handle inHandle)
 {
-    const auto found = fResources.find(inHandle);
-    if (found == fResources.end())
+    memory::HandleBlock* block = memory::FindHandle(inHandle);
+    if (!block || !block->keeper)
         return;
-    const Resource& resource = found->second;
-    resource.file->handles[resource.entry] = nullptr;
-    fResources.erase(found);
-    memory::WatchHandle(inHandle, false);
+    ResourceFile& file = *(ResourceFile*)block->keeper;
+    file.ForgetLoaded(block->item);
+    file.handles[block->item] = nullptr;
+    block->keeper = nullptr;
+}
+
+void ResourceFile::ForgetLoaded(uint32_t inEntry)
+{
+    if (loaded.IsEmpty())
+        return;
+    const ResourceInfo info = map.Info(inEntry);
+    loaded.Erase(info.type, info.id);
 }
 
 void ResourceChain::Disposed(Handle inHandle)
 {
-    const Resource* resource = ResourceOf(inHandle);
-    if (resource && resource->IsChanged()) {
+    const Resource resource = ResourceOf(inHandle);
+    if (resource && resource.IsChanged()) {
         Bytes ignored;
-        ResourceMap& map = resource->file->map;
-        if (map.Data(resource->entry, &ignored))
-            map.SetChanged(resource->entry, false);
+        ResourceMap& map = resource.file->map;
+        if (map.Data(resource.entry, &ignored))
+            map.SetChanged(resource.entry, false);
         else
-            map.Remove(resource->entry); // it was never in the file
+            map.Remove(resource.entry); // it was never in the file
     }
     Forget(inHandle);
 }
@@ -252,10 +269,11 @@ void ResourceChain::Bind(Handle inHandle, ResourceFile* inFile, uint32_t inEntry
 {
     if (inFile->handles.size() <= inEntry)
         inFile->handles.resize(std::max<size_t>(inFile->map.EntryCount(), inEntry + 1));
-    fResources.insert({ inHandle, { inFile, inEntry } });
     inFile->handles[inEntry] = inHandle;
-    HSetRBit(inHandle);
-    memory::WatchHandle(inHandle, true);
+    memory::HandleBlock* block = memory::FindHandle(inHandle);
+    block->state |= kHandleIsResourceMask;
+    block->keeper = inFile;
+    block->item = inEntry;
 }
 
 Handle ResourceChain::HandleOf(ResourceFile* inFile, uint32_t inEntry, bool inLoad, OSErr* outError)
@@ -279,10 +297,10 @@ Handle ResourceChain::HandleOf(ResourceFile* inFile, uint32_t inEntry, bool inLo
 
 OSErr ResourceChain::Load(Handle inHandle)
 {
-    const Resource* resource = ResourceOf(inHandle);
+    const Resource resource = ResourceOf(inHandle);
     if (!resource)
         return resNotFound;
-    return *inHandle ? (OSErr)noErr : LoadInto(inHandle, *resource);
+    return *inHandle ? (OSErr)noErr : LoadInto(inHandle, resource);
 }
 
 OSErr ResourceChain::LoadInto(Handle inHandle, const Resource& inResource)
@@ -365,8 +383,10 @@ ResourceChain& MakeChain()
     gChain = new ResourceChain; // never destroyed: handles outlive static objects
     gOwner = getpid();
     std::atexit(UpdateAll);
-    memory::SetDisposalHook([](Handle handle) { Chain().Disposed(handle); });
-    memory::SetPurgeHook(MayPurgeResource);
+    memory::SetHandleWatcher(
+        { [](Handle handle) { Chain().Disposed(handle); },
+          [](memory::HandleBlock* block) { ((ResourceFile*)block->keeper)->ForgetLoaded(block->item); },
+          MayPurgeResource });
     OpenApplicationFile(*gChain);
     return *gChain;
 }

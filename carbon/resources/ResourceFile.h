@@ -2,29 +2,31 @@
 #ifndef LAMPBLACK_RESOURCES_RESOURCEFILE_H
 #define LAMPBLACK_RESOURCES_RESOURCEFILE_H
 
+#include "ChainChanges.h"
 #include "ForkImage.h"
 #include "ForkPlan.h"
+#include "LoadedTable.h"
 #include "ResourceMap.h"
 
 #include <Carbon/Resources.h>
 #include <files/Catalog.h>
 
 #include <memory>
-#include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace lampblack::resources {
 
 struct ResourceFile {
     SInt16 refNum = 0;
-    files::Item item; // the file that was opened
+    unsigned opening = ++gChainChanges; // no other file was opened as this one
+    files::Item item;                   // the file that was opened
     std::filesystem::path path;
     bool isResourceFork = true;  // false: the map lies in the data fork
     files::LocatedForks located; // as the fork was found; without its bytes
     std::shared_ptr<ForkImage> image;
     ResourceMap map;
     std::vector<Handle> handles; // by entry; null: not asked for yet. Grows as they are asked for.
+    LoadedTable loaded;          // of these, some that are loaded: each what Find of its type and ID leads to
 
     // Writing.
     std::unique_ptr<files::ForkHome> home; // null: open for reading
@@ -39,13 +41,15 @@ struct ResourceFile {
     std::optional<FreeSpace> space;
 
     bool IsChanged(uint32_t inEntry) const { return map.IsChanged(inEntry); }
+    void ForgetLoaded(uint32_t inEntry);
 };
 
 // A resource that has a handle.
 struct Resource {
-    ResourceFile* file;
-    uint32_t entry;
+    ResourceFile* file = nullptr; // null: the handle is no resource's
+    uint32_t entry = 0;
 
+    explicit operator bool() const { return file; }
     ResourceInfo Info() const { return file->map.Info(entry); }
     bool IsChanged() const { return file->map.IsChanged(entry); }
 };
@@ -69,11 +73,11 @@ public:
 
     // Where searching begins; Files().size() when nothing is to be found.
     size_t CurrentIndex() const { return fCurrent; }
-    ResourceFile* Current() const { return fCurrent < fFiles.size() ? fFiles[fCurrent].get() : nullptr; }
+    ResourceFile* Current() const { return fCurrentFile; }
     void SetCurrent(SInt16 inRefNum);
 
-    // The resource behind a handle; null when it is none.
-    const Resource* ResourceOf(Handle) const;
+    // The resource behind a handle, if it is one's.
+    Resource ResourceOf(Handle) const;
 
     // The handle of a resource, made if there is none; loaded when `inLoad`. Null on error.
     Handle HandleOf(ResourceFile*, uint32_t inEntry, bool inLoad, OSErr* outError);
@@ -93,10 +97,11 @@ private:
     OSErr OpenFork(int inPermission, ResourceFile* ioFile);
     const ResourceFile* FindReusable(const files::Item&, bool inResourceFork, int inPermission) const;
     OSErr LoadInto(Handle, const Resource&);
+    void MakeCurrent(size_t inIndex);
 
     std::vector<std::unique_ptr<ResourceFile>> fFiles;
     size_t fCurrent = 0;
-    std::unordered_map<Handle, Resource> fResources;
+    ResourceFile* fCurrentFile = nullptr; // fFiles[fCurrent], if there is one
 };
 
 // The chain of this process; the application's file is opened on the first call.

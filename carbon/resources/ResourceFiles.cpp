@@ -139,9 +139,9 @@ try {
 
 SInt16 HomeResFile(Handle theResource)
 try {
-    const Resource* resource = Chain().ResourceOf(theResource);
+    const Resource resource = Chain().ResourceOf(theResource);
     SetResourceError(resource ? noErr : resNotFound);
-    return resource ? resource->file->refNum : (SInt16)-1;
+    return resource ? resource.file->refNum : (SInt16)-1;
 } catch (const std::bad_alloc&) {
     LMSetResErr(memFullErr);
     return 0;

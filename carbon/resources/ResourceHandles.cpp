@@ -13,22 +13,22 @@ using namespace lampblack::resources;
 namespace {
 
 // The resource behind a handle, or null and the error of the call.
-const Resource* Checked(Handle inHandle)
+Resource Checked(Handle inHandle)
 {
-    const Resource* resource = Chain().ResourceOf(inHandle);
+    const Resource resource = Chain().ResourceOf(inHandle);
     SetResourceError(resource ? noErr : resNotFound);
     return resource;
 }
 
 long SizeOnDisk(Handle inHandle)
 {
-    const Resource* resource = Checked(inHandle);
+    const Resource resource = Checked(inHandle);
     Bytes data;
     if (!resource)
         return -1;
-    if (resource->file->map.Data(resource->entry, &data))
+    if (resource.file->map.Data(resource.entry, &data))
         return (long)data.size();
-    if (resource->IsChanged())
+    if (resource.IsChanged())
         return 0; // it was added and never written
     SetResourceError(eofErr);
     return -1;
@@ -46,8 +46,8 @@ try {
 
 void ReleaseResource(Handle theResource)
 try {
-    const Resource* resource = Checked(theResource);
-    if (resource && !resource->IsChanged())
+    const Resource resource = Checked(theResource);
+    if (resource && !resource.IsChanged())
         DisposeHandle(theResource); // which makes the chain forget it
 } catch (const std::bad_alloc&) {
     LMSetResErr(memFullErr);
@@ -55,10 +55,10 @@ try {
 
 void DetachResource(Handle theResource)
 try {
-    const Resource* resource = Checked(theResource);
+    const Resource resource = Checked(theResource);
     if (!resource)
         return;
-    if (resource->IsChanged()) {
+    if (resource.IsChanged()) {
         SetResourceError(resAttrErr);
         return;
     }
@@ -70,10 +70,10 @@ try {
 
 void GetResInfo(Handle theResource, SInt16* theID, ResType* theType, Str255 name)
 try {
-    const Resource* resource = Checked(theResource);
+    const Resource resource = Checked(theResource);
     if (!resource)
         return;
-    const ResourceInfo info = resource->Info();
+    const ResourceInfo info = resource.Info();
     if (theID)
         *theID = info.id;
     if (theType)
@@ -86,10 +86,10 @@ try {
 
 SInt16 GetResAttrs(Handle theResource)
 try {
-    const Resource* resource = Checked(theResource);
+    const Resource resource = Checked(theResource);
     if (!resource)
         return 0;
-    return (SInt16)(resource->Info().attributes | (resource->IsChanged() ? resChanged : 0));
+    return (SInt16)(resource.Info().attributes | (resource.IsChanged() ? resChanged : 0));
 } catch (const std::bad_alloc&) {
     LMSetResErr(memFullErr);
     return 0;
@@ -113,14 +113,14 @@ try {
 
 void ReadPartialResource(Handle theResource, long offset, void* buffer, long count)
 try {
-    const Resource* resource = Checked(theResource);
+    const Resource resource = Checked(theResource);
     if (!resource)
         return;
     Bytes data;
     OSErr error = noErr;
     if (!buffer || offset < 0 || count < 0)
         error = paramErr;
-    else if (!resource->file->map.Data(resource->entry, &data))
+    else if (!resource.file->map.Data(resource.entry, &data))
         error = eofErr;
     if (error != noErr) {
         SetResourceError(error);

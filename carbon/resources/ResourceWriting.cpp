@@ -18,6 +18,7 @@ namespace {
 template <typename Work>
 void Guarded(Work&& inWork)
 {
+    ++gChainEdits;
     try {
         SetResourceError(inWork());
     } catch (const std::bad_alloc&) {
@@ -31,11 +32,11 @@ bool IsProtected(const Resource& inResource)
 }
 
 // Whether a resource may be changed.
-OSErr CheckChange(const Resource* inResource)
+OSErr CheckChange(const Resource& inResource)
 {
     if (!inResource)
         return resNotFound;
-    return IsProtected(*inResource) ? (OSErr)resAttrErr : EnsureWritable(inResource->file);
+    return IsProtected(inResource) ? (OSErr)resAttrErr : EnsureWritable(inResource.file);
 }
 
 std::string_view NameOf(ConstStr255Param inName)
@@ -68,15 +69,15 @@ OSErr Add(Handle inData, ResType inType, SInt16 inID, ConstStr255Param inName)
 
 OSErr Remove(Handle inHandle)
 {
-    const Resource* resource = Chain().ResourceOf(inHandle);
+    const Resource resource = Chain().ResourceOf(inHandle);
     if (!resource)
         return resNotFound;
-    if (IsProtected(*resource) || resource->file != Chain().Current())
+    if (IsProtected(resource) || resource.file != Chain().Current())
         return rmvResFailed;
-    const OSErr error = EnsureWritable(resource->file);
+    const OSErr error = EnsureWritable(resource.file);
     if (error != noErr)
         return error;
-    resource->file->map.Remove(resource->entry);
+    resource.file->map.Remove(resource.entry);
     Chain().Forget(inHandle);
     HClrRBit(inHandle);
     return noErr;
@@ -92,13 +93,13 @@ std::vector<uint8_t> DataInFile(const Resource& inResource)
 
 OSErr WritePart(Handle inHandle, long inOffset, const void* inBytes, long inCount)
 {
-    const Resource* resource = Chain().ResourceOf(inHandle);
+    const Resource resource = Chain().ResourceOf(inHandle);
     OSErr error = CheckChange(resource);
     if (error == noErr && !inBytes && inCount > 0)
         error = paramErr;
     if (error != noErr)
         return error;
-    std::vector<uint8_t> data = DataInFile(*resource);
+    std::vector<uint8_t> data = DataInFile(resource);
     const size_t size = data.size();
     if (inOffset < 0 || inCount < 0 || (size_t)inOffset > size || inCount > memory::kLargestBlock - inOffset)
         return inputOutOfBounds;
@@ -106,7 +107,7 @@ OSErr WritePart(Handle inHandle, long inOffset, const void* inBytes, long inCoun
     data.resize(std::max(size, end));
     if (inCount > 0)
         std::memcpy(data.data() + inOffset, inBytes, (size_t)inCount);
-    error = WriteBytes(resource->file, resource->entry, std::move(data));
+    error = WriteBytes(resource.file, resource.entry, std::move(data));
     if (error != noErr)
         return error;
     return end > size ? writingPastEnd : *inHandle ? resourceInMemory : noErr;
@@ -114,15 +115,15 @@ OSErr WritePart(Handle inHandle, long inOffset, const void* inBytes, long inCoun
 
 OSErr Resize(Handle inHandle, long inSize)
 {
-    const Resource* resource = Chain().ResourceOf(inHandle);
+    const Resource resource = Chain().ResourceOf(inHandle);
     const OSErr error = CheckChange(resource);
     if (error != noErr)
         return error;
     if (inSize < 0 || inSize > memory::kLargestBlock)
         return inputOutOfBounds;
-    std::vector<uint8_t> data = DataInFile(*resource);
+    std::vector<uint8_t> data = DataInFile(resource);
     data.resize((size_t)inSize);
-    return WriteBytes(resource->file, resource->entry, std::move(data));
+    return WriteBytes(resource.file, resource.entry, std::move(data));
 }
 
 bool gWritesPurged = false;
@@ -132,10 +133,10 @@ bool gWritesPurged = false;
 // A handle that is marked as changed is written before it is purged, or stays.
 bool lampblack::resources::MayPurgeResource(Handle inHandle)
 {
-    const Resource* resource = Chain().ResourceOf(inHandle);
-    if (!resource || !resource->IsChanged())
+    const Resource resource = Chain().ResourceOf(inHandle);
+    if (!resource || !resource.IsChanged())
         return true;
-    return gWritesPurged && UpdateOne(resource->file, resource->entry) == noErr;
+    return gWritesPurged && UpdateOne(resource.file, resource.entry) == noErr;
 }
 
 void AddResource(Handle theData, ResType theType, SInt16 theID, ConstStr255Param name)
@@ -155,10 +156,10 @@ try {
 void ChangedResource(Handle theResource)
 try {
     Guarded([&] {
-        const Resource* resource = Chain().ResourceOf(theResource);
+        const Resource resource = Chain().ResourceOf(theResource);
         const OSErr error = CheckChange(resource);
         if (error == noErr)
-            resource->file->map.SetChanged(resource->entry, true);
+            resource.file->map.SetChanged(resource.entry, true);
         return error;
     });
 } catch (const std::bad_alloc&) {
@@ -168,12 +169,12 @@ try {
 void WriteResource(Handle theResource)
 try {
     Guarded([&]() -> OSErr {
-        const Resource* resource = Chain().ResourceOf(theResource);
+        const Resource resource = Chain().ResourceOf(theResource);
         if (!resource)
             return resNotFound;
-        if (IsProtected(*resource))
+        if (IsProtected(resource))
             return resAttrErr;
-        return UpdateOne(resource->file, resource->entry);
+        return UpdateOne(resource.file, resource.entry);
     });
 } catch (const std::bad_alloc&) {
     LMSetResErr(memFullErr);
@@ -182,13 +183,14 @@ try {
 void SetResInfo(Handle theResource, SInt16 theID, ConstStr255Param name)
 try {
     Guarded([&]() -> OSErr {
-        const Resource* resource = Chain().ResourceOf(theResource);
+        const Resource resource = Chain().ResourceOf(theResource);
         if (!resource)
             return resNotFound;
-        if (IsProtected(*resource))
+        if (IsProtected(resource))
             return resAttrErr;
         const std::string_view newName = NameOf(name);
-        resource->file->map.SetInfo(resource->entry, theID, !newName.empty(), newName);
+        resource.file->loaded.Clear();
+        resource.file->map.SetInfo(resource.entry, theID, !newName.empty(), newName);
         return noErr;
     });
 } catch (const std::bad_alloc&) {
@@ -199,19 +201,18 @@ try {
 void SetResAttrs(Handle theResource, SInt16 attrs)
 try {
     Guarded([&]() -> OSErr {
-        const Resource* resource = Chain().ResourceOf(theResource);
+        const Resource resource = Chain().ResourceOf(theResource);
         if (!resource)
             return resNotFound;
-        ResourceMap& map = resource->file->map;
+        ResourceMap& map = resource.file->map;
         const bool isChanged = attrs & resChanged;
-        const OSErr error =
-            isChanged && !resource->IsChanged() ? EnsureWritable(resource->file) : (OSErr)noErr;
+        const OSErr error = isChanged && !resource.IsChanged() ? EnsureWritable(resource.file) : (OSErr)noErr;
         if (error != noErr)
             return error;
         Bytes data;
-        const bool mustStay = !isChanged && !map.Data(resource->entry, &data); // never written
-        map.SetAttributes(resource->entry, (UInt8)attrs);
-        map.SetChanged(resource->entry, isChanged || (mustStay && resource->IsChanged()));
+        const bool mustStay = !isChanged && !map.Data(resource.entry, &data); // never written
+        map.SetAttributes(resource.entry, (UInt8)attrs);
+        map.SetChanged(resource.entry, isChanged || (mustStay && resource.IsChanged()));
         return noErr;
     });
 } catch (const std::bad_alloc&) {

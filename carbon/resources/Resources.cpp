@@ -59,6 +59,23 @@ Handle GetByName(bool inCurrentOnly, ResType inType, ConstStr255Param inName)
         Search(inCurrentOnly, [&](const ResourceMap& map) { return map.FindNamed(inType, name); }));
 }
 
+// What is asked for a second time while it is loaded will be asked for again: the table remembers it.
+Handle Get1ResourceByMap(ResType inType, SInt16 inID)
+try {
+    ResourceFile* file = Chain().Current();
+    const uint32_t entry = file ? file->map.Find(inType, inID) : kNoEntry;
+    const Handle handle = entry < (file ? file->handles.size() : 0) ? file->handles[entry] : nullptr;
+    if (handle && *handle) {
+        file->loaded.Insert(inType, inID, handle);
+        SetResourceError(noErr);
+        return handle;
+    }
+    return HandleOf({ entry == kNoEntry ? nullptr : file, entry });
+} catch (const std::bad_alloc&) {
+    LMSetResErr(memFullErr);
+    return nullptr;
+}
+
 SInt16 ClampCount(size_t inCount)
 {
     return (SInt16)std::min<size_t>(inCount, 0x7FFF);
@@ -156,18 +173,13 @@ try {
 }
 // The usual case, a resource that is loaded already, takes the short way.
 Handle Get1Resource(ResType theType, SInt16 theID)
-try {
-    const ResourceFile* file = Chain().Current();
-    const uint32_t entry = file ? file->map.Find(theType, theID) : kNoEntry;
-    const Handle handle = entry < (file ? file->handles.size() : 0) ? file->handles[entry] : nullptr;
-    if (handle && *handle) {
-        SetResourceError(noErr);
+{
+    const ResourceFile* file = gChain ? gChain->Current() : nullptr;
+    if (const Handle handle = file ? file->loaded.Find(theType, theID) : nullptr) {
+        gError = noErr;
         return handle;
     }
-    return GetByID(true, theType, theID);
-} catch (const std::bad_alloc&) {
-    LMSetResErr(memFullErr);
-    return nullptr;
+    return Get1ResourceByMap(theType, theID);
 }
 Handle RGetResource(ResType theType, SInt16 theID)
 try {
