@@ -1,5 +1,7 @@
 // Cursors: the application's pictures, given to the machine.
+#include "CursorImage.h"
 #include "Port.h"
+#include "Region.h"
 
 #include <Carbon/MacMemory.h>
 #include <Carbon/Resources.h>
@@ -54,13 +56,14 @@ static constexpr SystemCursor kSystemCursors[] = {
 };
 
 static Cursor gArrow = kArrow;
-static SInt16 gLevel = 0; // 0: visible; never above
+static SInt16 gLevel = 0;   // 0: visible; never above
+static SInt16 gShields = 0; // of the levels below 0, those that hide the cursor only once it moves
 static bool gObscured = false;
 
 static void ShowOrHide()
 {
     if (host::Machine().showCursor)
-        host::Machine().showCursor(gLevel == 0 && !gObscured);
+        host::Machine().showCursor(gLevel + gShields >= 0 && !gObscured);
 }
 
 static bool BitOf(const Bits16& inBits, int h, int v)
@@ -68,22 +71,22 @@ static bool BitOf(const Bits16& inBits, int h, int v)
     return (UInt16)inBits[v] >> (15 - h) & 1;
 }
 
-// A bit outside the mask inverts the screen there, which no machine of today can: it becomes black.
-static uint32_t PixelOf(const Cursor& inCursor, int h, int v)
+// A black bit outside the mask inverts the screen there, which no machine of today can: it becomes black.
+static uint32_t PixelOf(const Cursor& inCursor, const uint32_t* inColors, int h, int v)
 {
-    if (BitOf(inCursor.data, h, v))
-        return 0xFF000000;
-    return BitOf(inCursor.mask, h, v) ? 0xFFFFFFFF : 0;
+    const uint32_t black = 0, white = 0x00FFFFFF;
+    const uint32_t color = inColors ? inColors[v * 16 + h] : BitOf(inCursor.data, h, v) ? black : white;
+    return BitOf(inCursor.mask, h, v) || color == black ? 0xFF000000 | color : 0;
 }
 
-static void Show(const Cursor& inCursor)
+void ShowCursorPicture(const Cursor& inCursor, const uint32_t* inColors)
 {
     if (!host::Machine().setCursorImage)
         return;
     static uint32_t pixels[16 * 16]; // a host may read them until the next call
     for (int v = 0; v < 16; ++v)
         for (int h = 0; h < 16; ++h)
-            pixels[v * 16 + h] = PixelOf(inCursor, h, v);
+            pixels[v * 16 + h] = PixelOf(inCursor, inColors, h, v);
     const auto inside = [](SInt16 at) { return std::clamp<SInt16>(at, 0, 15); };
     const Point hotSpot = { inside(inCursor.hotSpot.v), inside(inCursor.hotSpot.h) };
     host::Machine().setCursorImage({ pixels, 16, 16, hotSpot });
@@ -96,7 +99,7 @@ static void ShowArrow()
     if (isOurs && host::Machine().setThemeCursor)
         host::Machine().setThemeCursor(0);
     else
-        Show(gArrow);
+        ShowCursorPicture(gArrow);
 }
 
 static CursHandle NewCursorHandle(const Cursor& inCursor)
@@ -120,11 +123,20 @@ static CursHandle SystemCursorNumbered(SInt16 inID)
     return nullptr;
 }
 
+// Whether a rectangle comes near the hot spot; wherever in its picture that is, the picture is no larger.
+static bool MeetsCursor(const Rect& inRect, Point inOffset)
+{
+    const Point mouse = host::Machine().mouse ? host::Machine().mouse() : Point{ 0, 0 };
+    const int h = mouse.h + inOffset.h, v = mouse.v + inOffset.v;
+    return !IsEmpty(Intersection(BoxOf(inRect), { h - 15, v - 15, h + 16, v + 16 }));
+}
+
 void MouseDidMove()
 {
-    if (!gObscured)
+    if (!gObscured && gShields == 0)
         return;
     gObscured = false;
+    gShields = 0;
     ShowOrHide();
 }
 
@@ -145,7 +157,7 @@ void SetQDGlobalsArrow(const Cursor* arrow)
 
 void InitCursor(void)
 {
-    gLevel = 0;
+    gLevel = gShields = 0;
     gObscured = false;
     ShowArrow();
     ShowOrHide();
@@ -158,7 +170,7 @@ void SetCursor(const Cursor* crsr)
     if (std::memcmp(crsr, &gArrow, sizeof(Cursor)) == 0)
         ShowArrow();
     else
-        Show(*crsr);
+        ShowCursorPicture(*crsr);
 }
 
 void HideCursor(void)
@@ -172,6 +184,17 @@ void ShowCursor(void)
 {
     if (gLevel < 0)
         ++gLevel;
+    gShields = std::min<SInt16>(gShields, (SInt16)-gLevel);
+    ShowOrHide();
+}
+
+void ShieldCursor(const Rect* shieldRect, Point offsetPt)
+{
+    if (!shieldRect || gLevel == -32768)
+        return;
+    --gLevel;
+    if (!MeetsCursor(*shieldRect, offsetPt))
+        ++gShields;
     ShowOrHide();
 }
 

@@ -2,7 +2,6 @@
 #include "Polygon.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace lampblack::quickdraw {
 
@@ -10,7 +9,11 @@ struct Edge {
     int top, bottom; // rows top to bottom - 1 have their centre between the ends
     int h, v;        // of the upper end
     int dh, dv;
+    int crossing; // of the row in hand
 };
+
+static constexpr size_t kMaxBoxes = 4 * 1024 * 1024; // 64 MB of them
+static constexpr Box kEverywhere = { -32768, -32768, 32767, 32767 };
 
 static bool MakeEdge(Point a, Point b, Edge* outEdge)
 {
@@ -18,7 +21,7 @@ static bool MakeEdge(Point a, Point b, Edge* outEdge)
         return false;
     if (a.v > b.v)
         std::swap(a, b);
-    *outEdge = { a.v, b.v, a.h, a.v, b.h - a.h, b.v - a.v };
+    *outEdge = { a.v, b.v, a.h, a.v, b.h - a.h, b.v - a.v, 0 };
     return true;
 }
 
@@ -32,52 +35,73 @@ static int CrossingAt(const Edge& inEdge, int inRow)
     return inEdge.h + (int)(numerator % denominator > 0 ? quotient + 1 : quotient);
 }
 
-static void AddRow(const std::vector<Edge>& inActive, int inRow, std::vector<int>& ioCrossings,
-                   std::vector<Box>& ioBoxes)
+// The edges that cross a row, from left to right. They change their order seldom, so that sorting by
+// insertion has little to do.
+static void SortByCrossing(std::vector<Edge>& ioActive, int inRow)
 {
-    ioCrossings.clear();
-    for (const Edge& edge : inActive)
-        ioCrossings.push_back(CrossingAt(edge, inRow));
-    std::sort(ioCrossings.begin(), ioCrossings.end());
-    for (size_t i = 0; i + 1 < ioCrossings.size(); i += 2)
-        if (ioCrossings[i] < ioCrossings[i + 1])
-            ioBoxes.push_back({ ioCrossings[i], inRow, ioCrossings[i + 1], inRow + 1 });
+    for (size_t i = 0; i < ioActive.size(); ++i) {
+        Edge edge = ioActive[i];
+        edge.crossing = CrossingAt(edge, inRow);
+        size_t at = i;
+        for (; at > 0 && ioActive[at - 1].crossing > edge.crossing; --at)
+            ioActive[at] = ioActive[at - 1];
+        ioActive[at] = edge;
+    }
 }
 
-static Region Fill(std::vector<Edge>& ioEdges)
+static void AddRow(const std::vector<Edge>& inActive, int inRow, const Box& inWithin,
+                   std::vector<Box>& ioBoxes)
+{
+    for (size_t i = 0; i + 1 < inActive.size(); i += 2) {
+        const int left = std::max(inActive[i].crossing, inWithin.x1);
+        const int right = std::min(inActive[i + 1].crossing, inWithin.x2);
+        if (left < right)
+            ioBoxes.push_back({ left, inRow, right, inRow + 1 });
+    }
+}
+
+// Answers false when there are too many rectangles.
+static bool Fill(std::vector<Edge>& ioEdges, const Box& inWithin, Region* out)
 {
     std::sort(ioEdges.begin(), ioEdges.end(), [](const Edge& a, const Edge& b) { return a.top < b.top; });
     std::vector<Edge> active;
-    std::vector<int> crossings;
     std::vector<Box> boxes;
     size_t next = 0;
-    for (int row = ioEdges.empty() ? 0 : ioEdges[0].top; next < ioEdges.size() || !active.empty(); ++row) {
+    const int first = ioEdges.empty() ? 0 : std::max(ioEdges[0].top, inWithin.y1);
+    for (int row = first; row < inWithin.y2 && (next < ioEdges.size() || !active.empty()); ++row) {
         std::erase_if(active, [row](const Edge& edge) { return edge.bottom <= row; });
-        while (next < ioEdges.size() && ioEdges[next].top <= row)
-            active.push_back(ioEdges[next++]);
-        AddRow(active, row, crossings, boxes);
+        for (; next < ioEdges.size() && ioEdges[next].top <= row; ++next)
+            if (ioEdges[next].bottom > row)
+                active.push_back(ioEdges[next]);
+        SortByCrossing(active, row);
+        AddRow(active, row, inWithin, boxes);
+        if (boxes.size() > kMaxBoxes)
+            return false;
     }
-    return Region(boxes);
+    *out = Region(boxes);
+    return true;
 }
 
-Region FillEdges(const std::vector<Point>& inPairs)
+bool FillEdges(const std::vector<Point>& inPairs, Region* out)
 {
     std::vector<Edge> edges;
     Edge edge;
     for (size_t i = 0; i + 1 < inPairs.size(); i += 2)
         if (MakeEdge(inPairs[i], inPairs[i + 1], &edge))
             edges.push_back(edge);
-    return Fill(edges);
+    return Fill(edges, kEverywhere, out);
 }
 
-Region FillPolygon(const Point* inPoints, size_t inCount)
+Region FillPolygon(const Point* inPoints, size_t inCount, const Box& inWithin)
 {
     std::vector<Edge> edges;
     Edge edge;
     for (size_t i = 0; i < inCount; ++i)
         if (MakeEdge(inPoints[i], inPoints[(i + 1) % inCount], &edge))
             edges.push_back(edge);
-    return Fill(edges);
+    Region result;
+    Fill(edges, inWithin, &result);
+    return result;
 }
 
 } // namespace lampblack::quickdraw

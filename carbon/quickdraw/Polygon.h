@@ -17,11 +17,12 @@ struct Outline {
 };
 
 // The pixels inside closed outlines given as pairs of end points, of which several may overlap. Rows where an
-// outline is open lose what has no right end.
-Region FillEdges(const std::vector<Point>& inPairs);
+// outline is open lose what has no right end. Answers false for more than four million rectangles.
+bool FillEdges(const std::vector<Point>& inPairs, Region* out);
 
-// The same for the points of one polygon, which is closed by a line to its first point.
-Region FillPolygon(const Point* inPoints, size_t inCount);
+// The same for the points of one polygon, which is closed by a line to its first point: what of it is within
+// a box. Empty for too many rectangles.
+Region FillPolygon(const Point* inPoints, size_t inCount, const Box& within);
 
 } // namespace lampblack::quickdraw
 

@@ -61,8 +61,9 @@ static void Draw(Verb inVerb, PolyHandle inPolygon, const Pattern* inPattern)
 {
     const std::span<Point> points = PointsOf(inPolygon);
     RecordPolygon(inVerb, points, inPattern);
-    if (!points.empty())
-        DrawRegion(inVerb, FillPolygon(points.data(), points.size()), inPattern);
+    PortRecord* port = PortForDrawing(inVerb, inPattern);
+    if (port && !points.empty())
+        DrawRegion(inVerb, FillPolygon(points.data(), points.size(), port->Drawable().Extents()), inPattern);
 }
 
 } // namespace lampblack::quickdraw
@@ -171,6 +172,14 @@ void CloseRgn(RgnHandle dstRgn)
         return;
     const std::unique_ptr<Outline> outline = std::move(port->fOpenRegion);
     ShowPen();
-    if (Region* region = FindRegion(dstRgn))
-        region->Xor(FillEdges(outline->edges), outline->shapes);
+    Region* region = FindRegion(dstRgn);
+    if (!region)
+        return SetQDError(paramErr);
+    Region filled;
+    const bool isFilled = FillEdges(outline->edges, &filled);
+    if (isFilled)
+        region->Xor(filled, outline->shapes);
+    else
+        region->Clear();
+    SetQDError(isFilled ? (QDErr)noErr : (QDErr)rgnOverflowErr);
 }

@@ -59,6 +59,10 @@ Region Inset(const Region& inRegion, int dh, int dv)
     return result;
 }
 
+// What leaves the coordinates comes back with the opposite offset, as long as it did not go further than
+// this.
+static constexpr Box kFarthest = { -0x1000000, -0x1000000, 0x1000000, 0x1000000 };
+
 using Combine = void (Region::*)(const Region&, const Region&);
 
 static void Combined(RgnHandle inA, RgnHandle inB, RgnHandle ioResult, Combine inHow)
@@ -131,8 +135,12 @@ void CopyRgn(RgnHandle srcRgn, RgnHandle dstRgn)
 
 void OffsetRgn(RgnHandle rgn, short dh, short dv)
 {
-    if (Region* r = FindRegion(rgn))
-        r->Offset(dh, dv);
+    Region* r = FindRegion(rgn);
+    if (!r)
+        return;
+    r->Offset(dh, dv);
+    if (!Contains(kFarthest, r->Extents()))
+        r->Intersect(kFarthest);
 }
 
 void InsetRgn(RgnHandle rgn, short dh, short dv)

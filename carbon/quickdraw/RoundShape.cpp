@@ -71,11 +71,15 @@ Region RoundShape::AsRegion() const
     return Region(rows);
 }
 
-Wedge::Ray Wedge::RayAt(double inDegrees, int inWidth, int inHeight)
+// Opposite angles get opposite rays, and an angle the same one however it is written, to the last bit.
+Wedge::Ray Wedge::RayAt(int inDegrees, int inWidth, int inHeight)
 {
-    const double angle = inDegrees * 3.14159265358979323846 / 180.0;
-    return { std::llround(std::sin(angle) * 65536) * inWidth,
-             -std::llround(std::cos(angle) * 65536) * inHeight };
+    const int degrees = (inDegrees % 360 + 360) % 360, quarter = degrees / 90;
+    const double angle = degrees % 90 * 3.14159265358979323846 / 180.0;
+    const int64_t shorter = std::llround(std::sin(angle) * 65536),
+                  longer = std::llround(std::cos(angle) * 65536);
+    const int64_t h[] = { shorter, longer, -shorter, -longer }, v[] = { -longer, shorter, longer, -shorter };
+    return { h[quarter] * inWidth, v[quarter] * inHeight };
 }
 
 Wedge::Wedge(const Box& inBox, int inStartAngle, int inArcAngle) : fBox(inBox)
@@ -95,14 +99,17 @@ static int64_t FloorOf(int64_t inNumerator, int64_t inDenominator)
     return quotient - (inNumerator % inDenominator != 0 && (inNumerator < 0) != (inDenominator < 0));
 }
 
+// A pixel whose centre lies on the line counts as if it were a trifle further right and, on a level line,
+// down: of two half-planes that meet, exactly one has it.
 void Wedge::HalfLine(int64_t a, int64_t b, int v, int* ioLeft, int* ioRight) const
 {
     const int64_t dv = 2 * (int64_t)v + 1 - (fBox.y1 + fBox.y2);
     const int64_t centre = fBox.x1 + fBox.x2 - 1; // dh = 2 * h - centre
-    // a * (2 * h - centre) >= -b * dv
-    const int64_t bound = a * centre - b * dv; // 2 * a * h >= bound
+    const bool hasLine = a > 0 || (a == 0 && b > 0);
+    // a * (2 * h - centre) + b * dv >= 0, or > 0 without the line: 2 * a * h >= bound
+    const int64_t bound = a * centre - b * dv + (hasLine ? 0 : 1);
     if (a == 0) {
-        if (b * dv < 0)
+        if (bound > 0)
             *ioRight = *ioLeft;
     } else if (a > 0) {
         const int64_t first = -FloorOf(-bound, 2 * a);
@@ -119,7 +126,7 @@ int Wedge::Cut(int v, int inLeft, int inRight, int outSpans[2][2]) const
         return 0;
     int left[2] = { inLeft, inLeft }, right[2] = { inRight, inRight };
     if (!fWhole) {
-        // clockwise of the start: start x point >= 0; counter-clockwise of the end: point x end >= 0
+        // clockwise of the start: start x point; counter-clockwise of the end: point x end
         HalfLine(-fStart.v, fStart.h, v, &left[0], &right[0]);
         HalfLine(fEnd.v, -fEnd.h, v, &left[1], &right[1]);
     }

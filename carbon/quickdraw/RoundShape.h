@@ -28,7 +28,8 @@ private:
     int fOvalWidth, fOvalHeight;
 };
 
-// A sector of a rectangle's oval, both angles in degrees clockwise from straight up.
+// A sector of a rectangle's oval, both angles in degrees clockwise from straight up. Sectors that make a
+// whole turn have each pixel exactly once.
 class Wedge {
 public:
     Wedge(const Box&, int startAngle, int arcAngle);
@@ -40,8 +41,9 @@ private:
     struct Ray {
         int64_t h, v;
     };
-    static Ray RayAt(double degrees, int width, int height);
-    // The columns where a * dh + b * dv >= 0 with the centre at 0: a half-line, clamped to [left, right).
+    static Ray RayAt(int degrees, int width, int height);
+    // The columns on one side of a line through the centre, where a * dh + b * dv is positive; clamped to
+    // [left, right).
     void HalfLine(int64_t a, int64_t b, int v, int* left, int* right) const;
 
     Box fBox;

@@ -7,17 +7,12 @@ using namespace lampblack::quickdraw;
 
 namespace lampblack::quickdraw {
 
-// An open region takes the outline instead of the screen.
-static bool Record(Verb inVerb, const RoundShape& inShape)
+// What collects the outlines of framed shapes while a region is open. The pen, hidden meanwhile unless the
+// application shows it, draws them as well.
+static Region* OpenOutlines(Verb inVerb)
 {
     PortRecord* port = CurrentPort();
-    if (inVerb != Verb::Frame || !port || !port->fOpenRegion)
-        return false;
-    Region& shapes = port->fOpenRegion->shapes;
-    Region toggled;
-    toggled.Xor(shapes, inShape.AsRegion());
-    shapes = toggled;
-    return true;
+    return inVerb == Verb::Frame && port && port->fOpenRegion ? &port->fOpenRegion->shapes : nullptr;
 }
 
 // Draws what is in outer and not in inner, row by row.
@@ -70,7 +65,9 @@ static void Draw(Verb inVerb, const Rect* inRect, int inOvalWidth, int inOvalHei
         return;
     RecordRoundRect(inVerb, *inRect, inOvalWidth, inOvalHeight, inPattern);
     const RoundShape shape(BoxOf(*inRect), inOvalWidth, inOvalHeight);
-    PortRecord* port = Record(inVerb, shape) ? nullptr : PortForDrawing(inVerb, inPattern);
+    if (Region* outlines = OpenOutlines(inVerb))
+        outlines->Xor(*outlines, shape.AsRegion());
+    PortRecord* port = PortForDrawing(inVerb, inPattern);
     if (!port)
         return;
     const Ink ink = InkOf(*port, inVerb, inPattern);
@@ -228,16 +225,12 @@ void FillArc(const Rect* r, short startAngle, short arcAngle, const Pattern* pat
 void FrameRgn(RgnHandle rgn)
 {
     const Region* region = FindRegion(rgn);
-    PortRecord* port = CurrentPort();
-    if (region)
-        RecordRegion(Verb::Frame, *region, nullptr);
-    if (region && port && port->fOpenRegion) {
-        Region toggled;
-        toggled.Xor(port->fOpenRegion->shapes, *region);
-        port->fOpenRegion->shapes = toggled;
-    } else if (region) {
-        DrawRegion(Verb::Frame, *region, nullptr);
-    }
+    if (!region)
+        return;
+    RecordRegion(Verb::Frame, *region, nullptr);
+    if (Region* outlines = OpenOutlines(Verb::Frame))
+        outlines->Xor(*outlines, *region);
+    DrawRegion(Verb::Frame, *region, nullptr);
 }
 
 void PaintRgn(RgnHandle rgn)

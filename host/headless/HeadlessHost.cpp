@@ -146,6 +146,23 @@ bool Speak(std::string_view inText)
     return true;
 }
 
+void SetThemeCursor(SInt32 inCursor)
+{
+    HeadlessScreen& screen = TheHeadlessHost().screen;
+    screen.themeCursor = inCursor;
+    const bool visible = screen.cursor.visible;
+    screen.cursor = {};
+    screen.cursor.visible = visible;
+}
+
+void SetCursorImage(const CursorImage& inImage)
+{
+    ShownCursor& cursor = TheHeadlessHost().screen.cursor;
+    const size_t count = (size_t)inImage.width * (size_t)inImage.height;
+    cursor = { inImage.width, inImage.height, std::vector<UInt32>(inImage.pixels, inImage.pixels + count),
+               inImage.hotSpot, cursor.visible };
+}
+
 void FillScreen(Table& table)
 {
     table.openScreen = OpenScreen;
@@ -154,9 +171,9 @@ void FillScreen(Table& table)
     table.refreshInterval = [] { return 1.0 / 60; };
     table.present = Present;
     table.readScreen = ReadScreen;
-    table.setThemeCursor = [](SInt32 cursor) { TheHeadlessHost().screen.themeCursor = cursor; };
-    table.setCursorImage = [](const CursorImage&) {};
-    table.showCursor = [](bool) {};
+    table.setThemeCursor = SetThemeCursor;
+    table.setCursorImage = SetCursorImage;
+    table.showCursor = [](bool visible) { TheHeadlessHost().screen.cursor.visible = visible; };
     table.setTitle = [](const char*) {};
     table.setTextInputArea = [](const Rect&) {};
     table.active = [] { return TheHeadlessHost().user.IsActive(); };

@@ -16,6 +16,7 @@ struct HeadlessScreen {
     int width = 0, height = 0;
     std::vector<uint32_t> pixels;
     SInt32 themeCursor = 0;
+    ShownCursor cursor;
 };
 
 struct HeadlessDesk {

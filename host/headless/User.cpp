@@ -208,6 +208,10 @@ SInt32 CurrentThemeCursor()
 {
     return TheHeadlessHost().screen.themeCursor;
 }
+ShownCursor CurrentCursor()
+{
+    return TheHeadlessHost().screen.cursor;
+}
 std::vector<OSType> PlayedSounds()
 {
     return TheHeadlessHost().desk.sounds;

@@ -100,6 +100,7 @@ enum {
     badScrapRefErr = -4990,
     processStateIncorrectErr = -4991,
     // QuickDraw
+    rgnTooBigErr = -500,
     rgnOverflowErr = -147,
     pixMapTooDeepErr = -148,
     nsStackErr = -149,

@@ -32,8 +32,8 @@ LAMPBLACK_BEGIN_C
 //
 // Errors:     paramErr          no such region, or a map without pixels or with too short rows
 //             pixMapTooDeepErr  a pixel map of another depth
-//             rgnOverflowErr    a region of more than 64 KB. The region is left as it was, as with every
-//                               error, and QDError answers the same.
+//             rgnTooBigErr      a region of more than 64 KB
+//             The region is left as it was then, and QDError answers the same.
 OSErr BitMapToRegion(RgnHandle region, const BitMap* bMap);
 
 // RgnToHandle, HandleToRgn
@@ -60,9 +60,9 @@ CCrsrHandle GetCCursor(short crsrID);
 void SetCCursor(CCrsrHandle cCrsr); // a record that is no longer whole is left alone
 void DisposeCCursor(CCrsrHandle cCrsr);
 
-// Hides the cursor while it is in the rectangle, which is in coordinates that offsetPt takes away from (the
-// port's top left, or (0,0) for global ones); outside, it is hidden as soon as it moves. Balance it with
-// ShowCursor.
+// Hides the cursor, at once if it is near the rectangle, else as soon as it moves. The rectangle is global
+// with an offset of (0,0); one in local coordinates takes the top left of the bounds of the port's pixel map.
+// Balance it with ShowCursor.
 void ShieldCursor(const Rect* shieldRect, Point offsetPt);
 
 LAMPBLACK_END_C

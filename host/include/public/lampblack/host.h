@@ -77,6 +77,16 @@ bool SaveScreenshot(const std::filesystem::path& png);
 UInt32 ScreenPixel(Point global);
 
 SInt32 CurrentThemeCursor();            // a ThemeCursor, kThemeArrowCursor at first
+
+// The picture that an application's own cursor shows; no pixels while a theme cursor is shown.
+struct ShownCursor {
+    int width = 0, height = 0;
+    std::vector<UInt32> pixels; // premultiplied 0xAARRGGBB
+    Point hotSpot = { 0, 0 };
+    bool visible = true;
+};
+ShownCursor CurrentCursor();
+
 std::vector<OSType> PlayedSounds();     // 'beep' for the system beep, else theme sound codes
 std::vector<std::string> OpenedURLs();  // UTF-8
 std::vector<std::string> SpokenTexts(); // UTF-8
