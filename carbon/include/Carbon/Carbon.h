@@ -8,6 +8,7 @@
 #include <Carbon/CFBase.h>
 #include <Carbon/CFString.h>
 #include <Carbon/CarbonEvents.h>
+#include <Carbon/Components.h>
 #include <Carbon/Controls.h>
 #include <Carbon/DateTimeUtils.h>
 #include <Carbon/Dialogs.h>
@@ -18,6 +19,7 @@
 #include <Carbon/Fonts.h>
 #include <Carbon/Gestalt.h>
 #include <Carbon/Icons.h>
+#include <Carbon/ImageCompression.h>
 #include <Carbon/Lists.h>
 #include <Carbon/MacApplication.h>
 #include <Carbon/MacErrors.h>

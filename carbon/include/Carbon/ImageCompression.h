@@ -13,6 +13,7 @@
 
 #include <Carbon/Components.h>
 #include <Carbon/Files.h>
+#include <Carbon/QDPictures.h>
 #include <Carbon/Quickdraw.h>
 
 typedef ComponentInstance GraphicsImportComponent;
