@@ -1,6 +1,7 @@
 // Colours of the current port, single pixels, patterns, and the random numbers that live in the same globals.
 #include "PortRecord.h"
 
+#include <Carbon/QDColors.h>
 #include <Carbon/Resources.h>
 
 #include <cstring>
@@ -9,13 +10,13 @@ using namespace lampblack::quickdraw;
 
 namespace lampblack::quickdraw {
 
-struct ClassicColor {
+struct NumberedColor {
     SInt32 number;
     RGBColor color;
 };
 
 // What the eight colours of old are in colour ports.
-static constexpr ClassicColor kClassicColors[] = {
+static constexpr NumberedColor kClassicColors[] = {
     { blackColor, { 0x0000, 0x0000, 0x0000 } },   { whiteColor, { 0xFFFF, 0xFFFF, 0xFFFF } },
     { redColor, { 0xDD6B, 0x08C2, 0x06A2 } },     { greenColor, { 0x0000, 0x8000, 0x11B0 } },
     { blueColor, { 0x0000, 0x0000, 0xD400 } },    { cyanColor, { 0x0241, 0xAB54, 0xEAFF } },
@@ -23,9 +24,9 @@ static constexpr ClassicColor kClassicColors[] = {
 };
 
 // A number that is none of the eight counts as black.
-static const RGBColor& ColorNumbered(SInt32 inNumber)
+const RGBColor& ClassicColor(SInt32 inNumber)
 {
-    for (const ClassicColor& classic : kClassicColors)
+    for (const NumberedColor& classic : kClassicColors)
         if (classic.number == inNumber)
             return classic.color;
     return kClassicColors[0].color;
@@ -53,16 +54,26 @@ static Pattern* Answer(Pattern* outPattern, const Pattern& inPattern)
 
 static SInt32 gRandomSeed = 1;
 
+static UInt8 gHiliteMode = 0xFF;
+static RGBColor gHiliteColor = { 0xB5B5, 0xD3D3, 0xFBFB };
+
+bool TakeHiliteMode()
+{
+    const bool highlights = !(gHiliteMode & 1 << hiliteBit);
+    gHiliteMode |= 1 << hiliteBit;
+    return highlights;
+}
+
 } // namespace lampblack::quickdraw
 
 void ForeColor(SInt32 color)
 {
-    RGBForeColor(&ColorNumbered(color));
+    RGBForeColor(&ClassicColor(color));
 }
 
 void BackColor(SInt32 color)
 {
-    RGBBackColor(&ColorNumbered(color));
+    RGBBackColor(&ClassicColor(color));
 }
 
 void RGBForeColor(const RGBColor* color)
@@ -70,8 +81,7 @@ void RGBForeColor(const RGBColor* color)
     PortRecord* port = CurrentPort();
     if (!port || !color)
         return;
-    port->fFore = *color;
-    port->fForePixel = PixelOf(*color);
+    port->SetFore(*color);
 }
 
 void RGBBackColor(const RGBColor* color)
@@ -79,8 +89,7 @@ void RGBBackColor(const RGBColor* color)
     PortRecord* port = CurrentPort();
     if (!port || !color)
         return;
-    port->fBack = *color;
-    port->fBackPixel = PixelOf(*color);
+    port->SetBack(*color);
 }
 
 void GetForeColor(RGBColor* color)
@@ -97,16 +106,24 @@ void GetBackColor(RGBColor* color)
 
 void BackPat(const Pattern* pat)
 {
-    if (PortRecord* port = CurrentPort(); port && pat)
+    if (PortRecord* port = CurrentPort(); port && pat) {
         port->fBackPattern = *pat;
+        port->fBackPixels = nullptr;
+    }
 }
 
 // A place without a pixel is white.
 void GetCPixel(short h, short v, RGBColor* cPix)
 {
-    const PortRecord* port = CurrentPort();
-    if (cPix)
-        *cPix = IsDrawable(port, h, v) ? ColorOf(*port->PixelAt(h, v)) : ColorOf(kWhitePixel);
+    PortRecord* port = CurrentPort();
+    if (!cPix)
+        return;
+    *cPix = ColorOf(kWhitePixel);
+    if (!IsDrawable(port, h, v))
+        return;
+    const Surface& surface = port->Pixels();
+    const uint32_t pixel = ReadPixel(surface, v, h);
+    *cPix = surface.depth <= 8 ? ColorsOf(surface).Exact((int)pixel) : ColorOf(ColorFor(surface, pixel));
 }
 
 void SetCPixel(short h, short v, const RGBColor* cPix)
@@ -114,14 +131,83 @@ void SetCPixel(short h, short v, const RGBColor* cPix)
     PortRecord* port = CurrentPort();
     if (!port || !cPix || !port->Drawable().Contains(h, v))
         return;
-    *port->PixelAt(h, v) = PixelOf(*cPix);
+    WritePixel(port->fSurface, v, h, PixelFor(port->fSurface, PixelOf(*cPix)));
     port->Damage({ h, v, h + 1, v + 1 });
 }
 
 Boolean GetPixel(short h, short v)
 {
+    PortRecord* port = CurrentPort();
+    return IsDrawable(port, h, v) && ColorFor(port->Pixels(), ReadPixel(port->fSurface, v, h)) != kWhitePixel;
+}
+
+void OpColor(const RGBColor* color)
+{
+    SetPortOpColor(ReferenceOf(CurrentPort()), color);
+}
+
+void HiliteColor(const RGBColor* color)
+{
+    if (PortRecord* port = CurrentPort(); port && color)
+        port->fHiliteColor = *color;
+}
+
+RGBColor* GetPortOpColor(CGrafPtr port, RGBColor* opColor)
+{
+    const PortRecord* record = FindPort(port);
+    if (opColor)
+        *opColor = record ? record->fOpColor : RGBColor{};
+    return opColor;
+}
+
+RGBColor* GetPortHiliteColor(CGrafPtr port, RGBColor* hiliteColor)
+{
+    const PortRecord* record = FindPort(port);
+    if (hiliteColor)
+        *hiliteColor = record ? record->fHiliteColor : RGBColor{};
+    return hiliteColor;
+}
+
+void SetPortOpColor(CGrafPtr port, const RGBColor* opColor)
+{
+    if (PortRecord* record = FindPort(port); record && opColor)
+        record->fOpColor = *opColor;
+}
+
+UInt8 LMGetHiliteMode(void)
+{
+    return gHiliteMode;
+}
+
+void LMSetHiliteMode(UInt8 value)
+{
+    gHiliteMode = value;
+}
+
+void LMGetHiliteRGB(RGBColor* hiliteRGBValue)
+{
+    if (hiliteRGBValue)
+        *hiliteRGBValue = gHiliteColor;
+}
+
+void LMSetHiliteRGB(const RGBColor* hiliteRGBValue)
+{
+    if (hiliteRGBValue)
+        gHiliteColor = *hiliteRGBValue;
+}
+
+Point* QDGetPatternOrigin(Point* origin)
+{
     const PortRecord* port = CurrentPort();
-    return IsDrawable(port, h, v) && (*port->PixelAt(h, v) & kColorBits) != kWhitePixel;
+    if (origin)
+        *origin = port ? port->fPatternOrigin : Point{ 0, 0 };
+    return origin;
+}
+
+void QDSetPatternOrigin(Point origin)
+{
+    if (PortRecord* port = CurrentPort())
+        port->fPatternOrigin = origin;
 }
 
 // A pattern list is a count of 16 bits, big-endian, and that many patterns.

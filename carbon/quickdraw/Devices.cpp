@@ -83,12 +83,26 @@ const PixMap& ScreenMap()
     return MainDevice().fMap;
 }
 
-GDHandle NewWorldDevice(PixMapHandle inMap, const Rect& inBounds)
+GDHandle NewWorldDevice(PixMapHandle inMap, const Rect& inBounds, int inDepth)
 {
     DeviceRecord* device = NewDevice(1 << gdDevType | 1 << allInit | 1 << noDriver);
     device->fDevice.gdPMap = inMap;
     device->fDevice.gdRect = inBounds;
+    device->fDevice.gdMode = -1; // of a device without a driver
+    DeviceDepthChanged(ReferenceOf(device), inDepth);
     return ReferenceOf(device);
+}
+
+void DeviceDepthChanged(GDHandle inDevice, int inDepth)
+{
+    DeviceRecord* device = FindDevice(inDevice);
+    if (!device)
+        return;
+    device->fDevice.gdType = inDepth <= 8 ? clutType : directType;
+    if (inDepth == 1)
+        device->fDevice.gdFlags &= (short)~(1 << gdDevType);
+    else
+        device->fDevice.gdFlags |= 1 << gdDevType;
 }
 
 void MoveWorldDevice(GDHandle inDevice, const Rect& inBounds)
@@ -110,6 +124,18 @@ void SetScreenPixels(const uint32_t* inBase, int inRowPixels, int, int)
     const bool fits = inBase && inRowPixels > 0 && inRowPixels * 4 <= 0x3FFE;
     map.baseAddr = fits ? reinterpret_cast<Ptr>(const_cast<uint32_t*>(inBase)) : nullptr;
     map.rowBytes = (short)(0x8000 | (fits ? inRowPixels * 4 : 0));
+}
+
+PixMapHandle DeviceMap(GDHandle inDevice)
+{
+    const DeviceRecord* device = FindDevice(inDevice);
+    return device ? device->fDevice.gdPMap : nullptr;
+}
+
+PixMap* FindDeviceMap(PixMapHandle inMap)
+{
+    DeviceRecord& main = MainDevice();
+    return inMap == &main.fMapPointer ? &main.fMap : nullptr;
 }
 
 } // namespace lampblack::quickdraw

@@ -3,6 +3,7 @@
 #include "Recorder.h"
 
 #include <algorithm>
+#include <cstring>
 
 using namespace lampblack::quickdraw;
 
@@ -150,6 +151,8 @@ void SetPenState(const PenState* pnState)
     pen.location = pnState->pnLoc;
     pen.size = pnState->pnSize;
     pen.mode = pnState->pnMode;
+    if (std::memcmp(pen.pattern.pat, pnState->pnPat.pat, sizeof(Pattern)) != 0)
+        pen.pixels = nullptr; // the same bits leave a pixel pattern as it is
     pen.pattern = pnState->pnPat;
 }
 
@@ -167,8 +170,11 @@ void PenMode(short mode)
 
 void PenPat(const Pattern* pat)
 {
-    if (PortRecord* port = CurrentPort(); port && pat)
-        port->fPen.pattern = *pat;
+    PortRecord* port = CurrentPort();
+    if (!port || !pat)
+        return;
+    port->fPen.pattern = *pat;
+    port->fPen.pixels = nullptr;
 }
 
 void PenNormal(void)
@@ -180,6 +186,7 @@ void PenNormal(void)
     port->fPen.size = normalPen.size;
     port->fPen.mode = normalPen.mode;
     port->fPen.pattern = normalPen.pattern;
+    port->fPen.pixels = nullptr;
 }
 
 void MoveTo(short h, short v)

@@ -33,7 +33,7 @@ void Painter::Span(int v, int left, int right)
     for (size_t i = fFirst; i < fClip.size() && fClip[i].y1 <= v; ++i) {
         const int first = std::max(left, fClip[i].x1), end = std::min(right, fClip[i].x2);
         if (first < end)
-            fInk.Row(fPort.PixelAt(first, v), first, v, end - first);
+            fInk.Row(first, v, end - first);
     }
 }
 
@@ -47,7 +47,7 @@ void Painter::Fill(const Box& inBox)
             break;
         const Box box = Intersection(wanted, clip);
         if (!IsEmpty(box))
-            fInk.Block(fPort.PixelAt(box.x1, box.y1), fPort.RowPixels(), box);
+            fInk.Block(box);
     }
 }
 
@@ -64,7 +64,7 @@ void Painter::Fill(const Region& inRegion)
         for (size_t i = first; i < fClip.size() && fClip[i].y1 < wanted.y2; ++i) {
             const Box part = Intersection(wanted, fClip[i]);
             if (!IsEmpty(part))
-                fInk.Block(fPort.PixelAt(part.x1, part.y1), fPort.RowPixels(), part);
+                fInk.Block(part);
         }
     }
 }

@@ -1,6 +1,7 @@
 // Port records: which are alive, which one is current, their pixels and what of them may be drawn in.
 #include "PortRecord.h"
 
+#include "ColorTables.h"
 #include "Devices.h"
 
 #include <memory/ReferenceTable.h>
@@ -87,6 +88,7 @@ PortRecord* NewPortRecord(PortKind inKind)
     port->fKind = inKind;
     port->fClip.SetRect(kWideOpen);
     DescribePixels(port->fMap, 32);
+    LMGetHiliteRGB(&port->fHiliteColor);
     return port;
 }
 
@@ -101,13 +103,73 @@ void DeletePortRecord(PortRecord* inPort)
 void PortRecord::SetPixels(PixelStorage inPixels, const Rect& inBounds, int inDepth)
 {
     fStorage = std::move(inPixels);
-    fSurface.base = fStorage.get();
+    LendPixels(fStorage.get(), RowBytesFor(inBounds.right - inBounds.left, inDepth), inBounds, inDepth);
+}
+
+void PortRecord::LendPixels(uint8_t* inPixels, int inRowBytes, const Rect& inBounds, int inDepth)
+{
+    const CTabHandle table = fMap.pmTable;
+    fSurface.base = inPixels;
     fSurface.depth = inDepth;
-    fSurface.rowBytes = RowBytesFor(inBounds.right - inBounds.left, inDepth);
+    fSurface.rowBytes = inRowBytes;
     DescribePixels(fMap, inDepth);
+    fMap.pmTable = table;
     fMap.baseAddr = reinterpret_cast<Ptr>(fSurface.base);
     fMap.rowBytes = (short)(0x8000 | fSurface.rowBytes);
     SetMapBounds(inBounds);
+    FindPixels();
+}
+
+// An application that puts its own table into the map has disposed of the one there.
+PortRecord::~PortRecord()
+{
+    if (fMap.pmTable == fTable)
+        DisposeCTable(fTable);
+}
+
+void PortRecord::SetTable(CTabHandle inTable)
+{
+    if (fMap.pmTable == fTable && fTable != inTable)
+        DisposeCTable(fTable);
+    fTable = fMap.pmTable = inTable;
+    fSeenTable = nullptr;
+    fSpace.reset();
+    fSurface.colors = nullptr;
+    Pixels();
+    FindPixels();
+}
+
+// A table that is gone leaves its colours behind.
+void PortRecord::FollowTable()
+{
+    const SInt32 seed = SeedOf(fMap.pmTable);
+    if (fMap.pmTable == fSeenTable && seed == fSeenSeed)
+        return;
+    fSeenTable = fMap.pmTable;
+    fSeenSeed = seed;
+    if (std::shared_ptr<const ColorSpace> space = SpaceOf(fMap.pmTable)) {
+        fSpace = std::move(space);
+        fSurface.colors = fSpace.get();
+        FindPixels();
+    }
+}
+
+void PortRecord::FindPixels()
+{
+    fForePixel = PixelFor(fSurface, PixelOf(fFore));
+    fBackPixel = PixelFor(fSurface, PixelOf(fBack));
+}
+
+void PortRecord::SetFore(const RGBColor& inColor)
+{
+    fFore = inColor;
+    fForePixel = PixelFor(Pixels(), PixelOf(inColor));
+}
+
+void PortRecord::SetBack(const RGBColor& inColor)
+{
+    fBack = inColor;
+    fBackPixel = PixelFor(Pixels(), PixelOf(inColor));
 }
 
 void PortRecord::SetMapBounds(const Rect& inBounds)
@@ -118,6 +180,7 @@ void PortRecord::SetMapBounds(const Rect& inBounds)
 
 const Region& PortRecord::Drawable()
 {
+    Pixels();
     if (fDrawableKnown)
         return fDrawable;
     fDrawable.Intersect(fClip, fVisible);

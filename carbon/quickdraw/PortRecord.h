@@ -7,6 +7,8 @@
 #include "Region.h"
 #include "Surface.h"
 
+#include <Carbon/QDColors.h>
+
 #include <cstdlib>
 #include <memory>
 
@@ -50,6 +52,8 @@ struct TextSettings {
     Fixed spaceExtra = 0;
     Strike* strike =
         nullptr; // of these settings, once it was needed; a change of font, size or face clears it
+    unsigned strikeStamp = 0; // StrikeStamp when it was found
+    Fixed charExtra = 0;      // for every character that is no space
 };
 
 struct Pen {
@@ -58,6 +62,7 @@ struct Pen {
     SInt16 mode = patCopy;
     SInt16 visibility = 0;
     Pattern pattern = { { 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF } };
+    PixPatHandle pixels = nullptr; // instead of the pattern while it is alive
 };
 
 struct PortRecord {
@@ -80,8 +85,12 @@ struct PortRecord {
 
     Pen fPen;
     Pattern fBackPattern = { { 0, 0, 0, 0, 0, 0, 0, 0 } };
+    PixPatHandle fBackPixels = nullptr; // instead of it
+    PixPatHandle fFillPixels = nullptr; // instead of a Fill's pattern, while FillCRect and its sisters draw
+    Point fPatternOrigin = { 0, 0 };
     RGBColor fFore = { 0, 0, 0 }, fBack = { 0xFFFF, 0xFFFF, 0xFFFF };
-    uint32_t fForePixel = kBlackPixel, fBackPixel = kWhitePixel;
+    uint32_t fForePixel = kBlackPixel, fBackPixel = kWhitePixel; // what the surface makes of them
+    RGBColor fOpColor = { 0, 0, 0 }, fHiliteColor = { 0, 0, 0 };
     TextSettings fText;
 
     std::unique_ptr<Outline> fOpenRegion, fOpenPolygon;
@@ -92,11 +101,26 @@ struct PortRecord {
     Region fDirty;
     Box fLastDirty = { 0, 0, 0, 0 };
 
-    GDHandle fDevice = nullptr; // a world's own
+    GDHandle fDevice = nullptr;     // a world's own
+    GDHandle fLentDevice = nullptr; // or the one that it was given
     GWorldFlags fPixelState = 0;
 
     // Takes the pixels of RowBytesFor(width, depth) a row.
     void SetPixels(PixelStorage inPixels, const Rect& inBounds, int inDepth = 32);
+    // Pixels of somebody else's, which stay where they are.
+    void LendPixels(uint8_t* inPixels, int inRowBytes, const Rect& inBounds, int inDepth);
+    // What indexes mean; the port owns the table from now on. Null for direct pixels.
+    void SetTable(CTabHandle);
+    // The pixels, with the colours of their table as it is now. Whoever reads a port that is not being drawn
+    // in asks here; Drawable() has done it for whoever draws.
+    const Surface& Pixels()
+    {
+        if (fSurface.depth <= 8)
+            FollowTable();
+        return fSurface;
+    }
+    void SetFore(const RGBColor&);
+    void SetBack(const RGBColor&);
     void SetMapBounds(const Rect& inBounds); // the same pixels under other coordinates
     int Depth() const { return fSurface.depth; }
     int RowPixels() const { return fSurface.rowBytes / 4; } // of depth 32
@@ -112,9 +136,18 @@ struct PortRecord {
     // Tells the owner. The box is clipped already.
     void Damage(const Box&);
 
+    ~PortRecord();
+
 private:
+    void FollowTable();
+    void FindPixels();
+
     Region fDrawable;
     bool fDrawableKnown = false;
+    CTabHandle fTable = nullptr;     // the port's own
+    CTabHandle fSeenTable = nullptr; // whose colours fSpace has
+    SInt32 fSeenSeed = 0;
+    std::shared_ptr<const ColorSpace> fSpace;
 };
 
 // The live port behind a reference, or null.
@@ -140,6 +173,12 @@ inline bool CanHoldPixels(int width, int height, int depth = 32)
     return width >= 0 && height >= 0 && height <= 32767 && width <= 65535 &&
            RowBytesFor(width, depth) <= kMaxRowBytes;
 }
+
+// What the eight colours of old are in colour ports; a number that is none of them counts as black.
+const RGBColor& ClassicColor(SInt32 number);
+
+// Whether the next Invert highlights instead; it does so once.
+bool TakeHiliteMode();
 
 // For calls that can fail.
 void SetQDError(QDErr);

@@ -1,21 +1,34 @@
 #include "Verbs.h"
 
 #include "Mapping.h"
+#include "PixelPatterns.h"
 
 namespace lampblack::quickdraw {
 
 static constexpr Pattern kBlackPattern = { { 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF } };
 
+// Pixels that are no pattern (any more) leave it to the pattern of bits.
+static Ink InkOf(const PortRecord& inPort, PixPatHandle inPixels, const Pattern& inPattern, short inMode)
+{
+    const PatternSource source = inPixels ? SourceOf(inPixels) : PatternSource{};
+    switch (source.kind) {
+    case PatternKind::Pixels: return Ink(inPort, source.tile, inMode);
+    case PatternKind::Color: return Ink(inPort, source.color, inMode);
+    case PatternKind::Bits: break;
+    }
+    return Ink(inPort, inPattern, inMode);
+}
+
 Ink InkOf(const PortRecord& inPort, Verb inVerb, const Pattern* inFillPattern)
 {
     switch (inVerb) {
-    case Verb::Erase: return Ink(inPort.fBackPattern, patCopy, inPort.fForePixel, inPort.fBackPixel);
-    case Verb::Invert: return Ink(kBlackPattern, patXor, 0, 0);
-    case Verb::Fill: return Ink(*inFillPattern, patCopy, inPort.fForePixel, inPort.fBackPixel);
+    case Verb::Erase: return InkOf(inPort, inPort.fBackPixels, inPort.fBackPattern, patCopy);
+    case Verb::Invert: return Ink(inPort, kBlackPattern, TakeHiliteMode() ? (short)hilite : (short)patXor);
+    case Verb::Fill: return InkOf(inPort, inPort.fFillPixels, *inFillPattern, patCopy);
     case Verb::Frame:
     case Verb::Paint: break;
     }
-    return Ink(inPort.fPen.pattern, inPort.fPen.mode, inPort.fForePixel, inPort.fBackPixel);
+    return InkOf(inPort, inPort.fPen.pixels, inPort.fPen.pattern, inPort.fPen.mode);
 }
 
 PortRecord* PortForDrawing(Verb inVerb, const Pattern* inFillPattern)

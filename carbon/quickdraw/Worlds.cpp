@@ -1,25 +1,56 @@
 // Offscreen graphics worlds.
-#include "Copying.h"
+#include "ColorTables.h"
 #include "Devices.h"
 #include "PortRecord.h"
 
 #include <Carbon/MacErrors.h>
+#include <Carbon/MacMemory.h>
 
-#include <cstring>
+#include <algorithm>
+#include <vector>
 
 using namespace lampblack::quickdraw;
 
 namespace lampblack::quickdraw {
 
-static QDErr CheckWorld(short inDepth, const Rect* inBounds)
+// What NewGWorld and UpdateGWorld are asked for, once depth 0 is one of a device.
+struct WorldPlan {
+    QDErr error = noErr;
+    int depth = 32;
+    Rect bounds = { 0, 0, 0, 0 };
+    SpacePointer space; // of the new table; null for direct pixels
+
+    int Width() const { return bounds.right - bounds.left; }
+    int Height() const { return bounds.bottom - bounds.top; }
+};
+
+static SpacePointer SpaceFor(int inDepth, CTabHandle inTable)
 {
-    if (!inBounds || IsEmpty(*inBounds))
-        return paramErr;
-    if (inDepth != 0 && inDepth != 32)
-        return cDepthErr;
-    return CanHoldPixels(inBounds->right - inBounds->left, inBounds->bottom - inBounds->top)
-               ? (QDErr)noErr
-               : (QDErr)paramErr;
+    if (inDepth > 8)
+        return nullptr;
+    SpacePointer space = inTable ? SpaceOf(inTable) : nullptr;
+    return space && space->Count() > 0 ? space : StandardSpace(inDepth);
+}
+
+// The deepest device that a global rectangle meets, else the main one, says what depth 0 is.
+static WorldPlan PlanWorld(int inDepth, const Rect* inBounds, CTabHandle inTable)
+{
+    WorldPlan plan;
+    if (!inBounds || IsEmpty(*inBounds)) {
+        plan.error = paramErr;
+        return plan;
+    }
+    const GDHandle deepest = GetMaxDevice(inBounds);
+    const PixMap* map = FindPixMap(DeviceMap(deepest ? deepest : GetMainDevice()));
+    plan.depth = inDepth != 0 ? inDepth : map ? map->pixelSize : 32;
+    plan.bounds = *inBounds;
+    if (!IsDepth(plan.depth))
+        plan.error = cDepthErr;
+    else if (!CanHoldPixels(plan.Width(), plan.Height(), plan.depth))
+        plan.error = paramErr;
+    else
+        plan.space = SpaceFor(plan.depth, inDepth != 0 ? inTable : map ? map->pmTable : nullptr);
+    return plan;
 }
 
 static void TakeBounds(PortRecord& ioPort, const Rect& inBounds)
@@ -31,29 +62,13 @@ static void TakeBounds(PortRecord& ioPort, const Rect& inBounds)
     MoveWorldDevice(ioPort.fDevice, inBounds);
 }
 
-static PixelStorage PixelsFor(const Rect& inBounds)
+// A table of the world's own, with the seed of the one that it was made from.
+static CTabHandle TableFor(const WorldPlan& inPlan, CTabHandle inGiven)
 {
-    return NewPixels(inBounds.right - inBounds.left, inBounds.bottom - inBounds.top);
-}
-
-static bool SameSize(const Rect& a, const Rect& b)
-{
-    return a.right - a.left == b.right - b.left && a.bottom - a.top == b.bottom - b.top;
-}
-
-// Brings old pixels into new storage, as the flags wish.
-static void CarryOver(const PortRecord& from, uint8_t* inStorage, const Rect& bounds, GWorldFlags flags)
-{
-    const int width = bounds.right - bounds.left, height = bounds.bottom - bounds.top;
-    const int oldWidth = from.RowPixels(), oldHeight = from.fSurface.bounds.bottom - from.fSurface.bounds.top;
-    const auto* pixels = reinterpret_cast<const uint32_t*>(from.fSurface.base);
-    auto* to = reinterpret_cast<uint32_t*>(inStorage);
-    if (flags & stretchPix)
-        Stretch(pixels, oldWidth, oldWidth, oldHeight, to, width, width, height);
-    else if (flags & clipPix)
-        for (int row = 0; row < std::min(height, oldHeight); ++row)
-            std::memcpy(to + (size_t)row * width, pixels + (size_t)row * oldWidth,
-                        (size_t)std::min(width, oldWidth) * 4);
+    const CTabHandle table = inPlan.space ? NewTable(*inPlan.space) : nullptr;
+    if (table && inGiven && SpaceOf(inGiven) == inPlan.space)
+        (**table).ctSeed = SeedOf(inGiven);
+    return table;
 }
 
 static PortRecord* FindWorld(GWorldPtr inWorld)
@@ -62,63 +77,258 @@ static PortRecord* FindWorld(GWorldPtr inWorld)
     return port && port->fKind == PortKind::World ? port : nullptr;
 }
 
+static constexpr GWorldFlags kStates = pixelsPurgeable | pixelsLocked;
+
+// A port with a device, whose pixels are still to come.
+static PortRecord* NewWorld(const WorldPlan& inPlan, GDHandle inDevice, GWorldFlags inFlags)
+{
+    PortRecord* port = NewPortRecord(PortKind::World);
+    if ((inFlags & noNewDevice) && IsDevice(inDevice))
+        port->fLentDevice = inDevice;
+    else
+        port->fDevice = NewWorldDevice(&port->fMapPointer, inPlan.bounds, inPlan.depth);
+    port->fPixelState = inFlags & pixPurge ? (GWorldFlags)pixelsPurgeable : 0;
+    return port;
+}
+
+static QDErr Answer(QDErr inError)
+{
+    SetQDError(inError);
+    return inError;
+}
+
 static GWorldFlags Failed(QDErr inError)
 {
     SetQDError(inError);
     return (GWorldFlags)gwFlagErr;
 }
 
-} // namespace lampblack::quickdraw
+// Rows of colours brought to another place, and spread over their neighbours where that is wished: what a
+// pixel cannot show goes to the right and to the row below.
+class ColorRows {
+public:
+    ColorRows(const Surface& inTo, bool inDithers)
+        : fTo(inTo), fWidth(inTo.bounds.right - inTo.bounds.left), fDithers(inDithers)
+    {
+        if (inDithers)
+            fErrors.resize((size_t)(fWidth + 2) * 3);
+    }
+    void Write(int v, uint32_t* ioColors)
+    {
+        if (!fDithers)
+            return WriteColors(fTo, v, fTo.bounds.left, fWidth, ioColors);
+        int carried[3] = { 0, 0, 0 };
+        for (int i = 0; i < fWidth; ++i)
+            WritePixel(fTo, v, fTo.bounds.left + i, Spread(i, ioColors[i], carried));
+    }
 
-QDErr NewGWorld(GWorldPtr* offscreenGWorld, short PixelDepth, const Rect* boundsRect, CTabHandle,
-                GDHandle aGDevice, GWorldFlags flags)
+private:
+    // Half of the error goes to the right, half down.
+    uint32_t Spread(int i, uint32_t inColor, int* ioCarried)
+    {
+        uint32_t wanted = 0;
+        for (int channel = 0; channel < 3; ++channel) {
+            const int shift = 16 - 8 * channel;
+            const int value =
+                (int)(inColor >> shift & 0xFF) + ioCarried[channel] + fErrors[(size_t)(i * 3 + channel)];
+            wanted |= (uint32_t)std::clamp(value, 0, 255) << shift;
+        }
+        const uint32_t pixel = PixelFor(fTo, wanted), shown = ColorFor(fTo, pixel);
+        for (int channel = 0; channel < 3; ++channel) {
+            const int shift = 16 - 8 * channel;
+            const int error = (int)(wanted >> shift & 0xFF) - (int)(shown >> shift & 0xFF);
+            ioCarried[channel] = error / 2;
+            fErrors[(size_t)(i * 3 + channel)] = error - error / 2;
+        }
+        return pixel;
+    }
+
+    Surface fTo;
+    int fWidth;
+    bool fDithers;
+    std::vector<int> fErrors;
+};
+
+// Brings the pixels of one surface into another, from the top left or stretched over all of it.
+static void CarryOver(const Surface& from, const Surface& to, GWorldFlags flags)
 {
-    if (!offscreenGWorld)
-        return paramErr;
-    *offscreenGWorld = nullptr;
-    QDErr error = CheckWorld(PixelDepth, boundsRect);
-    PixelStorage pixels = error ? nullptr : PixelsFor(*boundsRect);
-    if (!error && !pixels)
-        error = cNoMemErr;
-    SetQDError(error);
-    if (error)
-        return error;
-    PortRecord* port = NewPortRecord(PortKind::World);
-    const bool sharesDevice = (flags & noNewDevice) && IsDevice(aGDevice);
-    port->fDevice = sharesDevice ? nullptr : NewWorldDevice(&port->fMapPointer, *boundsRect);
-    port->fPixelState = flags & (pixPurge | pixelsPurgeable);
-    port->SetPixels(std::move(pixels), *boundsRect);
-    TakeBounds(*port, *boundsRect);
-    *offscreenGWorld = ReferenceOf(port);
+    const int fromWidth = from.bounds.right - from.bounds.left,
+              fromHeight = from.bounds.bottom - from.bounds.top;
+    const int width = to.bounds.right - to.bounds.left, height = to.bounds.bottom - to.bounds.top;
+    const bool stretches = flags & stretchPix;
+    std::vector<uint32_t> source((size_t)fromWidth), row((size_t)width);
+    ColorRows rows(to, flags & ditherPix);
+    for (int v = 0; v < (stretches ? height : std::min(height, fromHeight)); ++v) {
+        const int fromRow = stretches ? (int)((int64_t)v * fromHeight / height) : v;
+        ReadColors(from, from.bounds.top + fromRow, from.bounds.left, fromWidth, source.data());
+        for (int h = 0; h < width; ++h) {
+            const int column = stretches ? (int)((int64_t)h * fromWidth / width) : h;
+            row[(size_t)h] = column < fromWidth ? source[(size_t)column] : 0;
+        }
+        if (!stretches && fromWidth < width)
+            ReadColors(to, to.bounds.top + v, to.bounds.left + fromWidth, width - fromWidth,
+                       row.data() + fromWidth);
+        rows.Write(to.bounds.top + v, row.data());
+    }
+}
+
+// How a world differs from what it is to become.
+struct WorldChanges {
+    bool size, depth, colors, rowBytes;
+
+    bool Any() const { return size || depth || colors; }
+};
+static WorldChanges ChangesTo(const Surface& inNow, const WorldPlan& inPlan)
+{
+    const Rect& now = inNow.bounds;
+    WorldChanges changes;
+    changes.size = now.right - now.left != inPlan.Width() || now.bottom - now.top != inPlan.Height();
+    changes.depth = inNow.depth != inPlan.depth;
+    changes.colors = inPlan.space && (changes.depth || &ColorsOf(inNow) != inPlan.space.get());
+    changes.rowBytes = inNow.rowBytes != RowBytesFor(inPlan.Width(), inPlan.depth);
+    return changes;
+}
+
+static GWorldFlags AnswerOf(const WorldChanges& inChanges, GWorldFlags inFlags)
+{
+    GWorldFlags answer = reallocPix;
+    if (inChanges.depth)
+        answer |= newDepth;
+    if (inChanges.colors)
+        answer |= mapPix;
+    if (inChanges.rowBytes)
+        answer |= newRowBytes;
+    return answer | (inFlags & (clipPix | stretchPix)) |
+           (inChanges.depth || inChanges.colors ? inFlags & ditherPix : 0);
+}
+
+// New pixels with what is to be kept of the old ones; a table that changes takes the place of the old one.
+static QDErr Rebuild(PortRecord& ioPort, const WorldPlan& inPlan, const WorldChanges& inChanges,
+                     CTabHandle inTable, GWorldFlags inFlags)
+{
+    PixelStorage pixels = NewPixels(inPlan.Width(), inPlan.Height(), inPlan.depth);
+    const CTabHandle table = inChanges.colors ? TableFor(inPlan, inTable) : nullptr;
+    if (!pixels || (inChanges.colors && !table)) {
+        DisposeCTable(table);
+        return cNoMemErr;
+    }
+    const Surface to = { pixels.get(), RowBytesFor(inPlan.Width(), inPlan.depth), inPlan.depth, inPlan.bounds,
+                         inPlan.space.get() };
+    if (!inChanges.size || inFlags & (clipPix | stretchPix))
+        CarryOver(ioPort.Pixels(), to, inFlags);
+    ioPort.SetPixels(std::move(pixels), inPlan.bounds, inPlan.depth);
+    if (inChanges.colors || !inPlan.space)
+        ioPort.SetTable(table);
+    DeviceDepthChanged(ioPort.fDevice, inPlan.depth);
     return noErr;
 }
 
-GWorldFlags UpdateGWorld(GWorldPtr* offscreenGWorld, short pixelDepth, const Rect* boundsRect, CTabHandle,
-                         GDHandle, GWorldFlags flags)
+} // namespace lampblack::quickdraw
+
+QDErr NewGWorld(GWorldPtr* offscreenGWorld, short PixelDepth, const Rect* boundsRect, CTabHandle cTable,
+                GDHandle aGDevice, GWorldFlags flags)
+{
+    if (!offscreenGWorld)
+        return Answer(paramErr);
+    *offscreenGWorld = nullptr;
+    const WorldPlan plan = PlanWorld(PixelDepth, boundsRect, cTable);
+    if (plan.error)
+        return Answer(plan.error);
+    PixelStorage pixels = NewPixels(plan.Width(), plan.Height(), plan.depth);
+    const CTabHandle table = pixels ? TableFor(plan, cTable) : nullptr;
+    if (!pixels || (plan.space && !table))
+        return Answer(cNoMemErr);
+    PortRecord* port = NewWorld(plan, PixelDepth != 0 ? aGDevice : nullptr, flags);
+    port->SetPixels(std::move(pixels), plan.bounds, plan.depth);
+    port->SetTable(table);
+    TakeBounds(*port, plan.bounds);
+    *offscreenGWorld = ReferenceOf(port);
+    return Answer(noErr);
+}
+
+QDErr NewGWorldFromPtr(GWorldPtr* offscreenGWorld, UInt32 PixelFormat, const Rect* boundsRect,
+                       CTabHandle cTable, GDHandle aGDevice, GWorldFlags flags, Ptr newBuffer,
+                       SInt32 rowBytes)
+{
+    if (!offscreenGWorld)
+        return Answer(paramErr);
+    *offscreenGWorld = nullptr;
+    const bool isDepth = PixelFormat <= 32 && IsDepth((int)PixelFormat);
+    const WorldPlan plan = PlanWorld(isDepth ? (int)PixelFormat : -1, boundsRect, cTable);
+    if (plan.error)
+        return Answer(plan.error);
+    const int unit = plan.depth == 32 ? 4 : 2;
+    if (!newBuffer || (uintptr_t)newBuffer % unit || rowBytes % unit || rowBytes > kMaxRowBytes ||
+        (int64_t)rowBytes * 8 < (int64_t)plan.Width() * plan.depth)
+        return Answer(paramErr);
+    const CTabHandle table = TableFor(plan, cTable);
+    if (plan.space && !table)
+        return Answer(cNoMemErr);
+    PortRecord* port = NewWorld(plan, aGDevice, flags);
+    port->LendPixels(reinterpret_cast<uint8_t*>(newBuffer), (int)rowBytes, plan.bounds, plan.depth);
+    port->SetTable(table);
+    TakeBounds(*port, plan.bounds);
+    *offscreenGWorld = ReferenceOf(port);
+    return Answer(noErr);
+}
+
+GWorldFlags UpdateGWorld(GWorldPtr* offscreenGWorld, short pixelDepth, const Rect* boundsRect,
+                         CTabHandle cTable, GDHandle, GWorldFlags flags)
 {
     PortRecord* port = offscreenGWorld ? FindWorld(*offscreenGWorld) : nullptr;
-    const QDErr error = port ? CheckWorld(pixelDepth, boundsRect) : (QDErr)paramErr;
-    if (error)
-        return Failed(error);
+    if (!port)
+        return Failed(paramErr);
+    const WorldPlan plan = PlanWorld(pixelDepth, boundsRect, cTable);
+    if (plan.error)
+        return Failed(plan.error);
+    const WorldChanges changes = ChangesTo(port->Pixels(), plan);
+    if (changes.Any())
+        if (const QDErr error = Rebuild(*port, plan, changes, cTable, flags))
+            return Failed(error);
+    TakeBounds(*port, plan.bounds);
     SetQDError(noErr);
-    if (SameSize(port->fSurface.bounds, *boundsRect)) {
-        TakeBounds(*port, *boundsRect);
-        return 0;
-    }
-    PixelStorage pixels = PixelsFor(*boundsRect);
-    if (!pixels)
-        return Failed(cNoMemErr);
-    CarryOver(*port, pixels.get(), *boundsRect, flags);
-    const bool newRows = port->RowPixels() != boundsRect->right - boundsRect->left;
-    port->SetPixels(std::move(pixels), *boundsRect);
-    TakeBounds(*port, *boundsRect);
-    return reallocPix | (newRows ? (GWorldFlags)newRowBytes : 0) | (flags & (clipPix | stretchPix));
+    return changes.Any() ? AnswerOf(changes, flags) : 0;
 }
 
 void DisposeGWorld(GWorldPtr offscreenGWorld)
 {
     if (PortRecord* port = FindWorld(offscreenGWorld))
         DeletePortRecord(port);
+}
+
+// The rectangle is global; the buffer has the depth and the colours of the deepest device there.
+static QDErr NewBuffer(const Rect* inGlobal, Boolean inPurgeable, GDHandle* outDevice, PixMapHandle* outMap)
+{
+    if (!outDevice || !outMap)
+        return Answer(paramErr);
+    *outMap = nullptr;
+    *outDevice = nullptr;
+    GWorldPtr world;
+    const QDErr error =
+        NewGWorld(&world, 0, inGlobal, nullptr, nullptr, inPurgeable ? (GWorldFlags)pixPurge : 0);
+    if (error)
+        return error;
+    *outMap = GetGWorldPixMap(world);
+    *outDevice = GetMaxDevice(inGlobal);
+    if (!*outDevice)
+        *outDevice = GetMainDevice();
+    return noErr;
+}
+
+QDErr NewScreenBuffer(const Rect* globalRect, Boolean purgeable, GDHandle* gdh, PixMapHandle* offscreenPixMap)
+{
+    return NewBuffer(globalRect, purgeable, gdh, offscreenPixMap);
+}
+
+QDErr NewTempScreenBuffer(const Rect* globalRect, Boolean purgeable, GDHandle* gdh,
+                          PixMapHandle* offscreenPixMap)
+{
+    return NewBuffer(globalRect, purgeable, gdh, offscreenPixMap);
+}
+
+void DisposeScreenBuffer(PixMapHandle offscreenPixMap)
+{
+    DisposeGWorld(ReferenceOf(FindPort(offscreenPixMap)));
 }
 
 void GetGWorld(CGrafPtr* port, GDHandle* gdh)
@@ -129,11 +339,16 @@ void GetGWorld(CGrafPtr* port, GDHandle* gdh)
         *gdh = GetGDevice();
 }
 
+static GDHandle DeviceOf(const PortRecord* inPort)
+{
+    return !inPort ? nullptr : inPort->fDevice ? inPort->fDevice : inPort->fLentDevice;
+}
+
 void SetGWorld(CGrafPtr port, GDHandle gdh)
 {
-    const PortRecord* record = FindPort(port);
+    const GDHandle own = DeviceOf(FindPort(port));
     SetPort(port);
-    SetGDevice(record && record->fDevice ? record->fDevice : gdh);
+    SetGDevice(own ? own : gdh);
 }
 
 GDHandle GetGWorldDevice(GWorldPtr offscreenGWorld)
@@ -141,86 +356,6 @@ GDHandle GetGWorldDevice(GWorldPtr offscreenGWorld)
     const PortRecord* port = FindPort(offscreenGWorld);
     if (!port)
         return nullptr;
-    return port->fDevice ? port->fDevice : GetMainDevice();
-}
-
-PixMapHandle GetGWorldPixMap(GWorldPtr offscreenGWorld)
-{
-    return GetPortPixMap(offscreenGWorld);
-}
-
-Boolean LockPixels(PixMapHandle pm)
-{
-    PortRecord* port = FindPort(pm);
-    if (!port || !port->fSurface.base)
-        return false;
-    port->fPixelState |= pixelsLocked;
-    return true;
-}
-
-void UnlockPixels(PixMapHandle pm)
-{
-    if (PortRecord* port = FindPort(pm))
-        port->fPixelState &= ~(GWorldFlags)pixelsLocked;
-}
-
-void AllowPurgePixels(PixMapHandle pm)
-{
-    if (PortRecord* port = FindPort(pm))
-        port->fPixelState |= pixelsPurgeable;
-}
-
-void NoPurgePixels(PixMapHandle pm)
-{
-    if (PortRecord* port = FindPort(pm))
-        port->fPixelState &= ~(GWorldFlags)pixelsPurgeable;
-}
-
-GWorldFlags GetPixelsState(PixMapHandle pm)
-{
-    const PortRecord* port = FindPort(pm);
-    return port ? port->fPixelState & (pixelsLocked | pixelsPurgeable) : 0;
-}
-
-void SetPixelsState(PixMapHandle pm, GWorldFlags state)
-{
-    if (PortRecord* port = FindPort(pm))
-        port->fPixelState = state & (pixelsLocked | pixelsPurgeable);
-}
-
-Ptr GetPixBaseAddr(PixMapHandle pm)
-{
-    const PortRecord* port = FindPort(pm);
-    return port ? reinterpret_cast<Ptr>(port->fSurface.base) : nullptr;
-}
-
-SInt32 GetPixRowBytes(PixMapHandle pm)
-{
-    const PortRecord* port = FindPort(pm);
-    return port ? port->fSurface.rowBytes : 0;
-}
-
-Rect* GetPixBounds(PixMapHandle pm, Rect* bounds)
-{
-    if (!bounds)
-        return nullptr;
-    const PortRecord* port = FindPort(pm);
-    *bounds = port ? port->fSurface.bounds : Rect{ 0, 0, 0, 0 };
-    return bounds;
-}
-
-short GetPixDepth(PixMapHandle pm)
-{
-    const PortRecord* port = FindPort(pm);
-    return port ? port->fMap.pixelSize : (short)0;
-}
-
-Boolean PixMap32Bit(PixMapHandle pm)
-{
-    return FindPort(pm) != nullptr;
-}
-
-SInt32 OffscreenVersion(void)
-{
-    return 0x00000130;
+    const GDHandle own = DeviceOf(port);
+    return IsDevice(own) ? own : GetMainDevice();
 }

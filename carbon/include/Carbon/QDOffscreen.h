@@ -29,21 +29,35 @@ LAMPBLACK_BEGIN_C
 
 // NewGWorld
 //
-// Makes an offscreen world whose port bounds are boundsRect and whose first pixels are black. PixelDepth is
-// 32, or 0 for the deepest device. aGDevice is taken only with noNewDevice; cTable, NULL by default, is of no
-// use to direct pixels.
+// Makes an offscreen world whose port bounds are boundsRect and whose first pixels are 0: black, or white in
+// a standard table.
 //
+// Shape:      PixelDepth is 1, 2, 4, 8, 16 or 32, or 0 for that of the deepest device which boundsRect, then
+//             global, meets. cTable says what indexes mean and is copied; NULL is the standard table of the
+//             depth. aGDevice is taken only with noNewDevice and a depth other than 0.
+// Flags:      pixPurge, noNewDevice. useTempMem and keepLocal change nothing here.
 // Ownership:  the caller owns *offscreenGWorld; release it with DisposeGWorld.
 // Errors:     paramErr   a NULL or empty rectangle, a NULL result, a row longer than a PixMap can say
 //             cDepthErr  a depth that is none;  cNoMemErr  no memory. *offscreenGWorld is NULL then.
 QDErr NewGWorld(GWorldPtr* offscreenGWorld, short PixelDepth, const Rect* boundsRect, CTabHandle cTable,
                 GDHandle aGDevice, GWorldFlags flags);
 
+// NewGWorldFromPtr
+//
+// The same over pixels of the caller, who releases them after the world. PixelFormat is a depth; rowBytes is
+// at most 16,382, and whole pixels.
+QDErr NewGWorldFromPtr(GWorldPtr* offscreenGWorld, UInt32 PixelFormat, const Rect* boundsRect,
+                       CTabHandle cTable, GDHandle aGDevice, GWorldFlags flags, Ptr newBuffer,
+                       SInt32 rowBytes);
+
 // UpdateGWorld
 //
-// Changes bounds (and depth) of a world. Pixels are kept with clipPix, stretched to the new size with
-// stretchPix, and black otherwise; a world that only moves keeps them in any case. Answers what changed,
-// or gwFlagErr, and QDError says why.
+// Changes bounds, depth and colours of a world; what NewGWorld says of depth 0 and of NULL tables holds. With
+// a new size pixels are kept with clipPix, stretched with stretchPix, and 0 otherwise; with the old size they
+// keep their colours in any case. ditherPix mixes colours that the new depth lacks.
+//
+// Answers what changed: mapPix, newDepth, newRowBytes, reallocPix, and the ones of the given flags that took
+// effect; 0 when nothing but the place did; gwFlagErr, and QDError says why.
 GWorldFlags UpdateGWorld(GWorldPtr* offscreenGWorld, short pixelDepth, const Rect* boundsRect,
                          CTabHandle cTable, GDHandle aGDevice, GWorldFlags flags);
 
@@ -55,17 +69,27 @@ void GetGWorld(CGrafPtr* port, GDHandle* gdh);
 void SetGWorld(CGrafPtr port, GDHandle gdh);
 GDHandle GetGWorldDevice(GWorldPtr offscreenGWorld);
 
+// Pixels like the screen's at a global rectangle, without a port. gdh is told the device there.
+//
+// Ownership:  the caller owns *offscreenPixMap; release it with DisposeScreenBuffer.
+// Errors:     as NewGWorld
+QDErr NewScreenBuffer(const Rect* globalRect, Boolean purgeable, GDHandle* gdh,
+                      PixMapHandle* offscreenPixMap);
+QDErr NewTempScreenBuffer(const Rect* globalRect, Boolean purgeable, GDHandle* gdh,
+                          PixMapHandle* offscreenPixMap);
+void DisposeScreenBuffer(PixMapHandle offscreenPixMap);
+
 PixMapHandle GetGWorldPixMap(GWorldPtr offscreenGWorld);
 
-// LockPixels answers false for a reference that is no port's pixel map. Pixels here never move and are never
-// purged, but the state is kept as it was set.
+// LockPixels answers false for what is no pixel map, or one without pixels. Pixels of ports here never move
+// and are never purged, but the state is kept as it was set.
 Boolean LockPixels(PixMapHandle pm);
 void UnlockPixels(PixMapHandle pm);
 void AllowPurgePixels(PixMapHandle pm);
 void NoPurgePixels(PixMapHandle pm);
 GWorldFlags GetPixelsState(PixMapHandle pm);
 void SetPixelsState(PixMapHandle pm, GWorldFlags state);
-Ptr GetPixBaseAddr(PixMapHandle pm); // NULL for a reference that is no port's pixel map
+Ptr GetPixBaseAddr(PixMapHandle pm); // NULL for what is no pixel map
 SInt32 GetPixRowBytes(PixMapHandle pm);
 Rect* GetPixBounds(PixMapHandle pm, Rect* bounds);
 short GetPixDepth(PixMapHandle pm);

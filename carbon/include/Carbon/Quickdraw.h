@@ -157,7 +157,7 @@ struct GDevice {
     void* gdCompProc;
     short gdFlags;
     PixMapHandle gdPMap;
-    SInt32 gdRefCon;
+    long gdRefCon;
     struct GDevice** gdNextGD;
     Rect gdRect; // global
     SInt32 gdMode;
@@ -496,6 +496,7 @@ CursHandle GetCursor(short cursorID);
 
 LAMPBLACK_END_C
 
+#include <Carbon/QDColors.h>
 #include <Carbon/QDCopying.h>
 #include <Carbon/QDOffscreen.h>
 #include <Carbon/QDPictures.h>
