@@ -3,6 +3,7 @@
 
 #include "ColorTables.h"
 #include "Devices.h"
+#include "Recorder.h"
 
 #include <memory/ReferenceTable.h>
 
@@ -123,6 +124,7 @@ void PortRecord::LendPixels(uint8_t* inPixels, int inRowBytes, const Rect& inBou
 // An application that puts its own table into the map has disposed of the one there.
 PortRecord::~PortRecord()
 {
+    delete fRecorder;
     if (fMap.pmTable == fTable)
         DisposeCTable(fTable);
 }
