@@ -165,3 +165,18 @@ void PtToAngle(const Rect* r, Point pt, short* angle)
     const int degrees = (int)std::lround(std::atan2(h, -v) * 180.0 / 3.14159265358979323846);
     *angle = (short)((degrees + 360) % 360);
 }
+
+Fixed SlopeFromAngle(short angle)
+{
+    const int degrees = (angle % 180 + 180) % 180;
+    if (degrees == 90)
+        return INT32_MIN;
+    return (Fixed)std::lround(-std::tan(degrees * 3.14159265358979323846 / 180.0) * 65536);
+}
+
+short AngleFromSlope(Fixed slope)
+{
+    const double radians = std::atan2((double)slope, -65536.0);
+    const int degrees = (int)std::lround(radians * 180.0 / 3.14159265358979323846);
+    return (short)((degrees + 359) % 180 + 1);
+}

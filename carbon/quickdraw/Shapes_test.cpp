@@ -141,11 +141,11 @@ TEST_CASE("PaintArc: an arc is the oval within its angles, which follow the rect
                 const double dv = (2.0 * v + 1 - r.top - r.bottom) / (r.bottom - r.top);
                 const double angle = std::atan2(dh, -dv) * 180 / M_PI - first;
                 const double turned = std::fmod(angle + 1080, 360);
-                const bool centre = dh == 0 && dv == 0; // in every arc
+                const bool centre = dh == 0 && dv == 0; // on every edge
                 const bool edge =
                     centre || turned < 0.01 || turned > 359.99 || std::abs(turned - size) < 0.01;
                 const bool inside = size >= 360 || (size > 0 && turned <= size);
-                return edge ? port.At(h, v) == 0 : inside && IsInOval(r, h, v);
+                return edge ? port.At(h, v) == 0 && IsInOval(r, h, v) : inside && IsInOval(r, h, v);
             });
         }
     CHECK(wrong == 0);
