@@ -52,6 +52,8 @@ void Cursors::SetTheme(SInt32 inCursor)
     const bool known = inCursor >= 0 && inCursor < static_cast<SInt32>(std::size(kOfTheme));
     const SDL_SystemCursor system = known ? kOfTheme[inCursor] : SDL_SYSTEM_CURSOR_ARROW;
     fTheme = inCursor;
+    if (system == SDL_SYSTEM_CURSOR_ARROW) // it is there without being loaded
+        return SDL_SetCursor(SDL_GetDefaultCursor());
     if (!fSystem[system])
         fSystem[system] = SDL_CreateSystemCursor(system);
     if (fSystem[system])

@@ -2,6 +2,7 @@
 #include "../Parts.h"
 #include "../Waiter.h"
 #include "Cursors.h"
+#include "Environment.h"
 #include "Sounds.h"
 #include "Translator.h"
 #include "Window.h"
@@ -10,7 +11,6 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <string>
 
 namespace lampblack::host {
@@ -33,6 +33,7 @@ struct DesktopHost {
     Waiter waiter;
     std::atomic<bool> videoIsUp = false, wakeIsQueued = false;
     bool videoFailed = false;
+    double looked = 0; // when the machine's events were last asked for
 };
 
 DesktopHost& TheHost()
@@ -40,28 +41,6 @@ DesktopHost& TheHost()
     static DesktopHost* host = new DesktopHost; // left alive for exit handlers
     return *host;
 }
-
-// Keeps D-Bus from starting a bus of its own for us where there is none, which costs a process at each start;
-// nobody else would be on it.
-class StNoNewBus {
-public:
-    [[nodiscard]] StNoNewBus()
-    {
-        const char* runtime = getenv("XDG_RUNTIME_DIR");
-        const bool hasBus =
-            getenv(kAddress) || (runtime && std::filesystem::exists(std::string(runtime) + "/bus"));
-        fSet = !hasBus && setenv(kAddress, "disabled:", 0) == 0;
-    }
-    ~StNoNewBus()
-    {
-        if (fSet)
-            unsetenv(kAddress);
-    }
-
-private:
-    static constexpr const char* kAddress = "DBUS_SESSION_BUS_ADDRESS";
-    bool fSet;
-};
 
 // Only the video part of SDL: with joysticks or sensors it would poll.
 bool EnsureVideo()
@@ -78,9 +57,11 @@ bool EnsureVideo()
     SDL_SetHint(SDL_HINT_IME_SHOW_UI, "1");
     SDL_SetHint(SDL_HINT_AUTO_UPDATE_JOYSTICKS, "0");
     SDL_SetHint(SDL_HINT_AUTO_UPDATE_SENSORS, "0");
-    SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0"); // plain shared memory: quick to open, small
-    const StNoNewBus scope;
+    const StVariable bus("DBUS_SESSION_BUS_ADDRESS", AddressOfNoBus());
+    const StVariable compose("XCOMPOSECACHE", ComposeCacheFolder());
     host.videoIsUp = SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
+    if (host.videoIsUp && SDL_GetCurrentVideoDriver() == std::string_view("x11"))
+        SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0"); // plain shared memory: quick to open, small
     host.videoFailed = !host.videoIsUp;
     return host.videoIsUp;
 }
@@ -152,10 +133,28 @@ void TakeEvents()
     if (!host.videoIsUp)
         return;
     SDL_Event event;
-    host.translator.Begin(RealNow());
+    host.looked = RealNow();
+    host.translator.Begin(host.looked);
     while (SDL_PollEvent(&event))
         TakeEvent(event);
     host.translator.End();
+}
+
+// Programs ask where the mouse is, and for input, as fast as they can. Each time the display would be asked;
+// what happened is old enough to be seen a millisecond later.
+bool IsTimeToLook()
+{
+    constexpr double kBetweenLooks = 0.001;
+    return RealNow() - TheHost().looked >= kBetweenLooks;
+}
+
+// Brings the state of mouse and keys up to date; the events stay where they are.
+void LookAtState()
+{
+    if (!IsTimeToLook())
+        return;
+    SDL_PumpEvents();
+    TheHost().looked = RealNow();
 }
 
 int Milliseconds(double inSeconds)
@@ -171,6 +170,7 @@ void BlockUntil(double inUntil)
     DesktopHost& host = TheHost();
     if (!host.window.IsOpen())
         return host.waiter.Block(inUntil);
+    host.window.FinishOpening();
     SDL_WaitEventTimeout(nullptr, Milliseconds(inUntil - RealNow()));
     TakeEvents();
 }
@@ -190,12 +190,15 @@ bool Wait(double inUntil)
     return host.translator.HasInput();
 }
 
+// A window that opens is shown before anything is done about its opening: the first look follows the first
+// frame, or comes with the first wait.
 bool TakeInput(Input* outInput)
 {
-    Translator& translator = TheHost().translator;
-    if (!translator.HasInput())
+    DesktopHost& host = TheHost();
+    const bool opens = host.window.IsOpen() && !host.window.WasShown();
+    if (!host.translator.HasInput() && !opens && IsTimeToLook())
         TakeEvents();
-    return translator.Take(outInput);
+    return host.translator.Take(outInput);
 }
 
 // From any thread.
@@ -216,7 +219,7 @@ Point Mouse()
     if (!host.window.IsOpen())
         return { 0, 0 };
     int x = 0, y = 0;
-    SDL_PumpEvents();
+    LookAtState();
     SDL_GetMouseState(&x, &y);
     return host.window.ScreenPointAt(x, y);
 }
@@ -226,7 +229,7 @@ UInt32 ModifiersNow()
     DesktopHost& host = TheHost();
     if (!host.videoIsUp)
         return 0;
-    SDL_PumpEvents();
+    LookAtState();
     return host.translator.Keys().Modifiers(static_cast<Uint16>(SDL_GetModState()));
 }
 
@@ -234,7 +237,7 @@ UInt32 ButtonsNow()
 {
     if (!TheHost().videoIsUp)
         return 0;
-    SDL_PumpEvents();
+    LookAtState();
     const Uint32 state = SDL_GetMouseState(nullptr, nullptr);
     const auto bit = [&](Uint32 mask, UInt32 out) { return state & mask ? out : 0; };
     return bit(SDL_BUTTON_LMASK, 1) | bit(SDL_BUTTON_RMASK, 2) | bit(SDL_BUTTON_MMASK, 4);
@@ -245,7 +248,7 @@ bool KeyIsDown(UInt16 inKey)
     DesktopHost& host = TheHost();
     if (!host.videoIsUp)
         return false;
-    SDL_PumpEvents();
+    LookAtState();
     const Uint8* state = SDL_GetKeyboardState(nullptr);
     for (int code = 0; code < SDL_NUM_SCANCODES; ++code)
         if (state[code] && host.translator.Keys().VirtualKey(static_cast<SDL_Scancode>(code)) == inKey)

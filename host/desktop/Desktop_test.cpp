@@ -211,6 +211,18 @@ TEST_CASE("Viewport: a window of another shape shows all of the screen, centred"
     CHECK(Viewport(100, 50, 60, 30).IntegerScale() == 0);
 }
 
+TEST_CASE("Viewport: a window a little larger than a whole scale needs keeps the screen sharp, in a margin")
+{
+    const Viewport viewport(100, 50, 104, 53);
+    CHECK(viewport.IntegerScale() == 1);
+    CHECK(viewport.Shown().x == 2);
+    CHECK(viewport.Shown().y == 1);
+    CHECK(viewport.ScreenPointAt(2, 1).h == 0);
+    CHECK(viewport.ScreenPointAt(101, 50).h == 99);
+    CHECK(Viewport(100, 50, 209, 104).IntegerScale() == 2);
+    CHECK(Viewport(100, 50, 106, 53).IntegerScale() == 0);
+}
+
 TEST_CASE("Viewport: every window pixel leads to the screen pixel that it shows, at any scale")
 {
     for (const int size : { 37, 100, 141, 200, 350 }) {

@@ -6,14 +6,26 @@
 
 namespace lampblack::host {
 
+namespace {
+
+// The largest scale that fits; a whole one is kept while the window is not a twentieth larger than it needs,
+// since a sharp screen in a narrow margin is better to look at than a blurred one.
+double ScaleThatFits(double inAcross, double inDown)
+{
+    const double scale = std::min(inAcross, inDown), whole = std::floor(scale);
+    return whole >= 1 && scale < whole * 1.05 ? whole : scale;
+}
+
+} // namespace
+
 Viewport::Viewport(int inScreenWidth, int inScreenHeight, int inWindowWidth, int inWindowHeight)
     : fScreenWidth(std::max(inScreenWidth, 1)),
       fScreenHeight(std::max(inScreenHeight, 1)),
       fWindowWidth(std::max(inWindowWidth, 1)),
       fWindowHeight(std::max(inWindowHeight, 1))
 {
-    fScale = std::min(static_cast<double>(fWindowWidth) / fScreenWidth,
-                      static_cast<double>(fWindowHeight) / fScreenHeight);
+    fScale = ScaleThatFits(static_cast<double>(fWindowWidth) / fScreenWidth,
+                           static_cast<double>(fWindowHeight) / fScreenHeight);
     fShown.width = std::clamp(static_cast<int>(std::lround(fScreenWidth * fScale)), 1, fWindowWidth);
     fShown.height = std::clamp(static_cast<int>(std::lround(fScreenHeight * fScale)), 1, fWindowHeight);
     fShown.x = (fWindowWidth - fShown.width) / 2;

@@ -14,7 +14,7 @@ struct Area {
 class Viewport {
 public:
     Viewport() = default;
-    // Centres the screen in the window at the largest scale that shows all of it.
+    // Centres the screen in the window at the largest scale that shows all of it, or a whole one just below.
     Viewport(int screenWidth, int screenHeight, int windowWidth, int windowHeight);
 
     double Scale() const { return fScale; }

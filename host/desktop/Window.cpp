@@ -80,11 +80,20 @@ bool Window::Open(int inWidth, int inHeight, const char* inTitle)
                                SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI);
     if (!fWindow)
         return false;
-    SDL_SetWindowMinimumSize(fWindow, std::max(1, inWidth / 4), std::max(1, inHeight / 4));
+    fOpening = true;
+    fWasShown = false;
     if (UsableSurface())
         return true;
     Close();
     return false;
+}
+
+void Window::FinishOpening()
+{
+    if (!fWindow || !fOpening)
+        return;
+    fOpening = false;
+    SDL_SetWindowMinimumSize(fWindow, std::max(1, fWidth / 4), std::max(1, fHeight / 4));
 }
 
 void Window::Close()
@@ -159,6 +168,7 @@ void Window::Present(const Frame& inFrame, const Rect* inDamaged, int inCount)
     if (fMarginsStale)
         SDL_UpdateWindowSurface(fWindow);
     fMarginsStale = false;
+    fWasShown = true;
     SDL_UnlockSurface(surface);
 }
 
@@ -197,7 +207,8 @@ bool Window::HandleEvent(const SDL_WindowEvent& inEvent)
         fSurface = nullptr;
         return true;
     }
-    if (inEvent.event == SDL_WINDOWEVENT_EXPOSED && fSurface)
+    const bool hasFrame = fSurface && !fMarginsStale;
+    if (inEvent.event == SDL_WINDOWEVENT_EXPOSED && hasFrame)
         SDL_UpdateWindowSurface(fWindow);
     return false;
 }

@@ -15,12 +15,14 @@ namespace lampblack::host {
 class Window {
 public:
     bool Open(int width, int height, const char* utf8Title); // the reason of a failure is SDL_GetError
+    void FinishOpening(); // what the user does not see, once there is time for it
     void Close();
     bool IsOpen() const { return fWindow != nullptr; }
 
     uint32_t* Memory(int* rowPixels);
     void Present(const Frame&, const Rect* damaged, int count);
-    bool Read(Frame* out); // as it is shown
+    bool WasShown() const { return fWasShown; } // a frame has been presented
+    bool Read(Frame* out);                      // as it is shown
     // Takes what concerns the pixels. Answers whether the whole screen must be presented again.
     bool HandleEvent(const SDL_WindowEvent&);
 
@@ -43,7 +45,8 @@ private:
     SDL_Window* fWindow = nullptr;
     SDL_Surface* fSurface = nullptr; // the window's; null after a change of its size
     bool fMarginsStale = false;      // nothing around the screen was shown since the window has this size
-    int fWidth = 0, fHeight = 0;     // of the Macintosh screen
+    bool fOpening = false, fWasShown = false;
+    int fWidth = 0, fHeight = 0; // of the Macintosh screen
     Viewport fViewport;
     Scaler fScaler;
     std::vector<uint32_t> fRead;
