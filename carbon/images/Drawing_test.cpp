@@ -3,6 +3,7 @@
 
 #include <Carbon/QDOffscreen.h>
 
+using namespace lampblack;
 using namespace lampblack::images;
 
 namespace {

@@ -1,0 +1,11 @@
+target_link_libraries(images_bench PRIVATE PkgConfig::JPEG)
+# The peers; those that are not found are left out.
+if(TARGET PkgConfig::SDL2_IMAGE)
+  target_link_libraries(images_bench PRIVATE PkgConfig::SDL2_IMAGE PkgConfig::SDL2)
+  target_compile_definitions(images_bench PRIVATE LAMPBLACK_BENCH_SDL_IMAGE)
+endif()
+pkg_check_modules(IMAGES_GDK_PIXBUF QUIET IMPORTED_TARGET gdk-pixbuf-2.0)
+if(IMAGES_GDK_PIXBUF_FOUND)
+  target_link_libraries(images_bench PRIVATE PkgConfig::IMAGES_GDK_PIXBUF)
+  target_compile_definitions(images_bench PRIVATE LAMPBLACK_BENCH_GDK_PIXBUF)
+endif()
