@@ -1,5 +1,5 @@
 // The fonts of the theme.
-#include "appearance/Geometry.h"
+#include "appearance/ThemeFonts.h"
 
 #include <Carbon/Fonts.h>
 
@@ -64,7 +64,28 @@ void GetPortFont(Str255 outName, SInt16* outSize, Style* outStyle)
         *outStyle = GetPortTextFace(port);
 }
 
+// The number is asked for each time: a resource file may bring a family of that name.
+short FamilyNumber()
+{
+    short number = 0;
+    GetFNum(Family(), &number);
+    return number;
+}
+
 } // namespace
+
+bool FindThemeFont(ThemeFontID inFontID, quickdraw::TextFontStyle* outStyle)
+{
+    const CGrafPtr port = GetQDGlobalsThePort();
+    if (inFontID == kThemeCurrentPortFont) {
+        *outStyle = { GetPortTextFont(port), GetPortTextSize(port), GetPortTextFace(port) };
+        return true;
+    }
+    const ThemeFont* font = FindFont(inFontID);
+    if (font)
+        *outStyle = { FamilyNumber(), font->size, font->style };
+    return font;
+}
 
 } // namespace lampblack::appearance
 
@@ -77,12 +98,7 @@ OSStatus UseThemeFont(ThemeFontID inFontID, ScriptCode)
     const ThemeFont* font = FindFont(inFontID);
     if (!font)
         return paramErr;
-    static const short family = [] {
-        short number = 0;
-        GetFNum(Family(), &number);
-        return number;
-    }();
-    TextFont(family);
+    TextFont(FamilyNumber());
     TextSize(font->size);
     TextFace(font->style);
     return noErr;

@@ -2,6 +2,8 @@
 // Debian puts them, so that a process whose text is in these never pays for opening fontconfig.
 #include "FontFamilies.h"
 
+#include "ResourceFonts.h"
+
 #include <fontconfig/fontconfig.h>
 
 #include <algorithm>
@@ -17,18 +19,21 @@ struct ClassicFamily {
     SInt16 number;
     const char* name;
     const char* standIn;
-    int percent = 100;
+    int percent = 100; // of the size asked for
+    int across = 100;  // percent of the width that the stand-in has by nature
 };
 
-// Numbers below 1024 are published ones [IM-I, documented]; the stand-ins are of like metrics. The percentage
-// is of the size asked for: where a stand-in's letters are wider than those that dialogs were laid out for,
-// it is taken that much smaller, so that texts keep their line breaks and none loses its last words.
+// Numbers below 1024 are published ones [IM-I, documented]; the stand-ins are of like metrics. Where a
+// stand-in's letters are wider than those that dialogs were laid out for, it is taken smaller and narrower,
+// so that texts keep their line breaks and none loses its last words: an English text in the system font of
+// 12 is four fifths as wide as the first system font was, which leaves room for dialogs that were laid out
+// for smaller ones. Monaco is 6, 6 and 7 pixels wide in 9, 10 and 12, as it was.
 static constexpr ClassicFamily kClassicFamilies[] = {
-    { 0, "Lucida Grande", "DejaVu Sans", 92 },
+    { 0, "Lucida Grande", "DejaVu Sans", 92, 93 },
     { 1, "Geneva", "DejaVu Sans" },
-    { 2, "New York", "Liberation Serif" },
+    { 2, "New York", "Liberation Serif", 100, 113 },
     { 3, "Geneva", "DejaVu Sans" },
-    { 4, "Monaco", "DejaVu Sans Mono" },
+    { 4, "Monaco", "DejaVu Sans Mono", 100, 103 },
     { 5, "Venice", "Liberation Serif" },
     { 6, "London", "Liberation Serif" },
     { 7, "Athens", "Liberation Serif" },
@@ -36,15 +41,15 @@ static constexpr ClassicFamily kClassicFamilies[] = {
     { 9, "Toronto", "Liberation Serif" },
     { 11, "Cairo", "DejaVu Sans" },
     { 12, "Los Angeles", "DejaVu Sans" },
-    { 16, "Palatino", "Liberation Serif" },
+    { 16, "Palatino", "Liberation Serif", 100, 113 },
     { 20, "Times", "Liberation Serif" },
     { 21, "Helvetica", "Liberation Sans" },
     { 22, "Courier", "Liberation Mono" },
     { 23, "Symbol", "DejaVu Sans" },
     { 24, "Mobile", "DejaVu Sans" },
-    { 0, "Chicago", "DejaVu Sans", 92 },
-    { 0, "Charcoal", "DejaVu Sans", 92 },
-    { 0, "System Font", "DejaVu Sans", 92 },
+    { 0, "Chicago", "DejaVu Sans", 92, 93 },
+    { 0, "Charcoal", "DejaVu Sans", 92, 93 },
+    { 0, "System Font", "DejaVu Sans", 92, 93 },
     { 1, "Application Font", "DejaVu Sans" },
     { 2001, "Arial", "Liberation Sans" },
     { 2005, "Courier New", "Liberation Mono" },
@@ -155,6 +160,8 @@ static const Families& InstalledFamilies()
 
 SInt16 FamilyNamed(std::string_view inName)
 {
+    if (const SInt16 brought = ResourceFamilyNamed(inName); brought != kNoFamily)
+        return brought;
     for (const ClassicFamily& classic : kClassicFamilies)
         if (SameName(classic.name, inName))
             return SameName(inName, "Geneva") ? (SInt16)3 : classic.number;
@@ -173,6 +180,9 @@ static const ClassicFamily* ClassicNumbered(SInt16 inNumber)
 
 std::string NameOfFamily(SInt16 inNumber)
 {
+    std::string brought = NameOfResourceFamily(inNumber);
+    if (!brought.empty())
+        return brought;
     if (const ClassicFamily* classic = ClassicNumbered(inNumber))
         return classic->name;
     if (inNumber < kFirstNumber)
@@ -181,8 +191,7 @@ std::string NameOfFamily(SInt16 inNumber)
     return found == InstalledFamilies().end() ? std::string() : found->second;
 }
 
-// The installed family to be used; the system font's for a number that no family has.
-static std::string InstalledFamily(SInt16 inNumber)
+std::string InstalledFamily(SInt16 inNumber)
 {
     const ClassicFamily* classic = ClassicNumbered(inNumber);
     const std::string name = classic ? classic->name : NameOfFamily(inNumber);
@@ -204,6 +213,13 @@ SInt16 SizeOfStandIn(SInt16 inFamily, SInt16 inSize)
         return inSize;
     const int size = (inSize * classic->percent + 50) / 100;
     return (SInt16)std::max(size, std::min<int>(inSize, kSmallestScaled));
+}
+
+int StretchOfStandIn(SInt16 inFamily)
+{
+    const ClassicFamily* classic = ClassicNumbered(inFamily);
+    const bool isItself = !classic || Substitutes().count(Lowered(classic->name));
+    return isItself ? kUnstretched : kUnstretched * classic->across / 100;
 }
 
 static FaceFile Describe(FcPattern* inMatch, bool inBold, bool inItalic)

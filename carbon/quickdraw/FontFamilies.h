@@ -25,8 +25,13 @@ struct FaceFile {
     int index = 0;
     bool hasBold = false, hasItalic = false; // what of the wished style this file has
 };
+// The installed family to be used; the system font's for a number that no family has.
+std::string InstalledFamily(SInt16 number);
 // The pixel size at which a family's stand-in is as wide as the family itself at the size asked for.
 SInt16 SizeOfStandIn(SInt16 family, SInt16 size);
+// How much wider or narrower it is drawn, in 256ths.
+inline constexpr int kUnstretched = 256;
+int StretchOfStandIn(SInt16 family);
 FaceFile FileOfFace(SInt16 family, bool bold, bool italic);
 // A face that has the character, whichever it is.
 FaceFile FileWithCharacter(char32_t character, bool bold, bool italic);

@@ -1,5 +1,7 @@
 #include "GlyphStyles.h"
 
+#include "FontFamilies.h"
+
 #include <algorithm>
 
 namespace lampblack::quickdraw {
@@ -29,6 +31,47 @@ static void AddMoved(CoverageMap& ioMap, const CoverageMap& inFrom, int dh, int 
         }
 }
 
+static bool IsRowEmpty(const CoverageMap& inMap, int inRow)
+{
+    const auto row = inMap.bits.begin() + (ptrdiff_t)inRow * inMap.width;
+    return std::all_of(row, row + inMap.width, [](uint8_t bit) { return bit == 0; });
+}
+
+void Trim(CoverageMap& ioMap)
+{
+    int first = 0, end = ioMap.height;
+    while (first < end && IsRowEmpty(ioMap, first))
+        ++first;
+    while (end > first && IsRowEmpty(ioMap, end - 1))
+        --end;
+    const auto bits = ioMap.bits.begin();
+    ioMap.bits.erase(bits + (ptrdiff_t)end * ioMap.width, ioMap.bits.end());
+    ioMap.bits.erase(bits, bits + (ptrdiff_t)first * ioMap.width);
+    ioMap.top += first;
+    ioMap.height = end - first;
+    if (ioMap.height == 0)
+        ioMap.width = 0;
+}
+
+void Slant(CoverageMap& ioMap)
+{
+    if (ioMap.width == 0)
+        return;
+    // The shift of a row, rounded down, so that it changes by at most one from row to row.
+    const auto shift = [&](int row) { return -(ioMap.top + row + 1) >> 1; };
+    const int least = shift(ioMap.height - 1), most = shift(0);
+    CoverageMap slanted;
+    slanted.left = ioMap.left + least;
+    slanted.top = ioMap.top;
+    slanted.width = ioMap.width + most - least;
+    slanted.height = ioMap.height;
+    slanted.bits.assign((size_t)slanted.width * (size_t)slanted.height, 0);
+    for (int row = 0; row < ioMap.height; ++row)
+        std::copy_n(ioMap.bits.begin() + (ptrdiff_t)row * ioMap.width, ioMap.width,
+                    slanted.bits.begin() + (ptrdiff_t)row * slanted.width + (shift(row) - least));
+    ioMap = std::move(slanted);
+}
+
 void Smear(CoverageMap& ioMap)
 {
     if (ioMap.width == 0)
@@ -52,9 +95,15 @@ void Hollow(CoverageMap& ioMap, int inShadow)
     ioMap = grown;
 }
 
-int ExtraAdvance(Style inFace, bool inSmears)
+Style MadeStyle(Style inFace, const FaceFile& inFile)
 {
-    int extra = inSmears ? 1 : 0;
+    return (Style)((inFace & bold && !inFile.hasBold ? bold : 0) |
+                   (inFace & italic && !inFile.hasItalic ? italic : 0));
+}
+
+int ExtraAdvance(Style inFace, Style inMade)
+{
+    int extra = inMade & bold ? 1 : 0;
     if (inFace & shadow)
         extra += 2;
     else if (inFace & outline)

@@ -1,72 +1,27 @@
-// FreeType, opened with the first glyph. Advances are whole pixels, hinting is slight, edges are grey.
+// Glyphs of outlines by FreeType, and of bitmaps. Advances are whole pixels; outlines are hinted slightly and
+// have grey edges.
 #include "Strike.h"
 
-#include "FontFamilies.h"
-#include "GlyphStyles.h"
+#include "BitmapFont.h"
+#include "FontFaces.h"
 
 #include <foundation/MacRoman.h>
 
-#include <ft2build.h>
-#include FT_FREETYPE_H
 #include FT_OUTLINE_H
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
-#include <map>
 #include <string>
 
 namespace lampblack::quickdraw {
 
-static FT_Library Library()
-{
-    static const FT_Library library = [] {
-        FT_Library opened = nullptr;
-        return FT_Init_FreeType(&opened) == 0 ? opened : nullptr;
-    }();
-    return library;
-}
-
-class FontFace {
-public:
-    explicit FontFace(FT_Face face) : fFace(face) {}
-    FontFace(const FontFace&) = delete;
-    ~FontFace() { FT_Done_Face(fFace); }
-
-    FT_Face At(int inSize)
-    {
-        if (fSize != inSize && FT_Set_Pixel_Sizes(fFace, 0, (FT_UInt)inSize) == 0)
-            fSize = inSize;
-        return fFace;
-    }
-    bool Has(char32_t inCharacter) const { return FT_Get_Char_Index(fFace, inCharacter) != 0; }
-
-private:
-    FT_Face fFace;
-    int fSize = 0;
-};
-
-// Each file is opened once and stays open, whichever fonts and sizes use it.
-static FontFace* OpenFace(const FaceFile& inFile)
-{
-    static std::map<std::pair<std::string, int>, std::unique_ptr<FontFace>> faces;
-    if (inFile.path.empty() || !Library())
-        return nullptr;
-    std::unique_ptr<FontFace>& face = faces[{ inFile.path, inFile.index }];
-    FT_Face opened = nullptr;
-    if (!face && FT_New_Face(Library(), inFile.path.c_str(), inFile.index, &opened) == 0)
-        face = std::make_unique<FontFace>(opened);
-    return face.get();
-}
-
-Strike::Strike(SInt16 font, SInt16 size, Style face) : fSize(size), fFace(face)
+Strike::Strike(StrikeSource inSource) : fFrom(std::move(inSource))
 {
     std::fill(std::begin(fAdvances), std::end(fAdvances), kUnknown);
-    const FaceFile file = FileOfFace(font, face & bold, face & italic);
-    fMain = OpenFace(file);
-    fSmears = (face & bold) && !file.hasBold;
-    fSlants = (face & italic) && !file.hasItalic;
-    MakeInfo();
+    if (fFrom.bitmaps)
+        MakeBitmapInfo();
+    else
+        MakeInfo();
 }
 
 Strike::~Strike() = default;
@@ -78,36 +33,78 @@ static SInt16 Rounded(FT_Pos in26Dot6)
 
 void Strike::MakeInfo()
 {
-    if (!fMain) {
-        fInfo = { fSize, (short)(fSize / 4), fSize, 0 };
+    if (!fFrom.outlines) {
+        fInfo = { fFrom.size, (short)(fFrom.size / 4), fFrom.size, 0 };
         return;
     }
-    const FT_Face face = fMain->At(fSize);
+    const FT_Face face = fFrom.outlines->At(fFrom.size, fFrom.stretch);
     const FT_Size_Metrics& metrics = face->size->metrics;
     const auto scaled = [&](int units) { return FT_MulFix(units, metrics.y_scale); };
     fInfo.ascent = Rounded(scaled(face->ascender));
     fInfo.descent = Rounded(-scaled(face->descender));
     fInfo.leading = std::max<short>(0, (short)(Rounded(scaled(face->height)) - fInfo.ascent - fInfo.descent));
-    fInfo.widMax = (short)(Rounded(metrics.max_advance) + std::max(0, ExtraAdvance(fFace, fSmears)));
+    fInfo.widMax = (short)(Rounded(metrics.max_advance) + std::max(0, ExtraAdvance(fFrom.face, fFrom.made)));
+}
+
+// Sizes of a bitmap in those of the strike, rounded to the nearest.
+int Strike::DownFromBitmap(int inRows) const
+{
+    const int scaled = (2 * std::abs(inRows) * fFrom.size + fFrom.bitmapSize) / (2 * fFrom.bitmapSize);
+    return inRows < 0 ? -scaled : scaled;
+}
+
+int Strike::AcrossFromBitmap(int inColumns) const
+{
+    const int64_t whole = (int64_t)fFrom.bitmapSize * kUnstretched;
+    const int64_t scaled =
+        (2 * (int64_t)std::abs(inColumns) * fFrom.size * fFrom.stretch + whole) / (2 * whole);
+    const int columns = (int)std::min<int64_t>(scaled, 16384);
+    return inColumns < 0 ? -columns : columns;
+}
+
+void Strike::MakeBitmapInfo()
+{
+    const BitmapFont& font = *fFrom.bitmaps;
+    fInfo.ascent = (short)DownFromBitmap(font.Ascent());
+    fInfo.descent = (short)DownFromBitmap(font.Descent());
+    fInfo.leading = (short)std::clamp(DownFromBitmap(std::clamp(font.Leading(), 0, 1024)), 0, 16384);
+    fInfo.widMax = (short)(AcrossFromBitmap(std::clamp(font.WidMax(), 0, 4096)) +
+                           std::max(0, ExtraAdvance(fFrom.face, fFrom.made)));
+}
+
+bool Strike::Has(char32_t inCharacter) const
+{
+    UInt8 byte;
+    if (fFrom.bitmaps)
+        return foundation::UnicodeToMacRoman(inCharacter, &byte);
+    return fFrom.outlines && fFrom.outlines->Has(inCharacter);
 }
 
 // The strike's own face, or any that has the character, or the strike's own with its sign for a missing one.
-FontFace* Strike::FaceWith(char32_t inCharacter, bool* outBold, bool* outItalic)
+FontFace* Strike::FaceWith(char32_t inCharacter, Style* outMade)
 {
-    *outBold = fSmears;
-    *outItalic = fSlants;
-    if (!fMain || fMain->Has(inCharacter) || inCharacter < 0x80)
-        return fMain;
-    const FaceFile file = FileWithCharacter(inCharacter, fFace & bold, fFace & italic);
+    *outMade = fFrom.made;
+    FontFace* own = fFrom.outlines;
+    if (own && (own->Has(inCharacter) || inCharacter < 0x80))
+        return own;
+    const FaceFile file = FileWithCharacter(inCharacter, fFrom.face & bold, fFrom.face & italic);
     FontFace* other = OpenFace(file);
     if (!other || !other->Has(inCharacter))
-        return fMain;
-    *outBold = (fFace & bold) && !file.hasBold;
-    *outItalic = (fFace & italic) && !file.hasItalic;
+        return own;
+    *outMade = MadeStyle(fFrom.face, file);
     return other;
 }
 
-static constexpr FT_Int32 kLoadFlags = FT_LOAD_TARGET_LIGHT | FT_LOAD_NO_BITMAP;
+// Hostile outlines reach far: a glyph of more pixels than this is not drawn.
+static constexpr FT_Pos kLargestGlyph = 4 << 20;
+
+static bool IsReasonable(FT_GlyphSlot inSlot)
+{
+    FT_BBox box;
+    FT_Outline_Get_CBox(&inSlot->outline, &box);
+    const FT_Pos width = (box.xMax - box.xMin) / 64 + 2, height = (box.yMax - box.yMin) / 64 + 2;
+    return width < 16384 && height < 16384 && width * height <= kLargestGlyph;
+}
 
 static CoverageMap CoverageOf(FT_GlyphSlot inSlot)
 {
@@ -118,19 +115,27 @@ static CoverageMap CoverageOf(FT_GlyphSlot inSlot)
     map.width = (int)bitmap.width;
     map.height = (int)bitmap.rows;
     map.bits.resize((size_t)map.width * (size_t)map.height);
-    for (int row = 0; row < map.height; ++row)
-        std::memcpy(map.bits.data() + (ptrdiff_t)row * map.width,
-                    bitmap.buffer + (ptrdiff_t)row * bitmap.pitch, (size_t)map.width);
+    for (int row = 0; row < map.height; ++row) {
+        const uint8_t* from = bitmap.buffer + (ptrdiff_t)row * bitmap.pitch;
+        uint8_t* to = map.bits.data() + (ptrdiff_t)row * map.width;
+        if (bitmap.pixel_mode == FT_PIXEL_MODE_GRAY)
+            std::memcpy(to, from, (size_t)map.width);
+        else
+            for (int column = 0; column < map.width; ++column)
+                to[column] = from[column / 8] & 0x80 >> column % 8 ? 255 : 0;
+    }
     return map;
 }
 
-static CoverageMap Render(FT_GlyphSlot inSlot, bool inSlants)
+static CoverageMap Render(FT_GlyphSlot inSlot, bool inSlants, bool inIsPlain)
 {
     FT_Matrix slant = { 0x10000, 0x4000, 0, 0x10000 };
-    if (inSlants && inSlot->format == FT_GLYPH_FORMAT_OUTLINE)
+    if (inSlot->format != FT_GLYPH_FORMAT_OUTLINE)
+        return {};
+    if (inSlants)
         FT_Outline_Transform(&inSlot->outline, &slant);
-    if (FT_Render_Glyph(inSlot, FT_RENDER_MODE_NORMAL) != 0 ||
-        inSlot->bitmap.pixel_mode != FT_PIXEL_MODE_GRAY)
+    if (!IsReasonable(inSlot) ||
+        FT_Render_Glyph(inSlot, inIsPlain ? FT_RENDER_MODE_MONO : FT_RENDER_MODE_NORMAL) != 0)
         return {};
     return CoverageOf(inSlot);
 }
@@ -155,47 +160,101 @@ static char32_t Shown(char32_t inCharacter)
     }
 }
 
+// A strike keeps no more than this of coverage, and makes its glyphs anew then.
+static constexpr size_t kMostCoverage = 8 << 20;
+
+void Strike::ForgetGlyphs()
+{
+    std::fill(std::begin(fGlyphs), std::end(fGlyphs), nullptr);
+    fByCharacter.clear();
+    fStorage.clear();
+    fCoverage.clear();
+    fCoverageSize = 0;
+}
+
+const Glyph& Strike::Keep(int inAdvance, CoverageMap&& ioMap)
+{
+    if (fFrom.face & (outline | shadow))
+        Hollow(ioMap, fFrom.face & shadow ? (fFrom.face & outline ? 2 : 1) : 0);
+    if (fCoverageSize + ioMap.bits.size() > kMostCoverage)
+        ForgetGlyphs();
+    Glyph& glyph = fStorage.emplace_back();
+    glyph.advance = (SInt16)std::clamp(inAdvance, 0, 16384);
+    glyph.left = (SInt16)ioMap.left;
+    glyph.top = (SInt16)ioMap.top;
+    glyph.width = (SInt16)ioMap.width;
+    glyph.height = (SInt16)ioMap.height;
+    fCoverageSize += ioMap.bits.size();
+    glyph.coverage = fCoverage.emplace_back(std::move(ioMap.bits)).data();
+    return glyph;
+}
+
 const Glyph& Strike::MakeGlyph(char32_t inCharacter)
 {
     const char32_t character = Shown(inCharacter);
-    Glyph& glyph = fStorage.emplace_back();
-    if (!fMain) {
-        glyph.advance = (SInt16)(fSize / 2);
-        return glyph;
-    }
     const bool control = IsControl(character);
     if (control && character != '\t')
-        return glyph;
-    bool smears, slants;
-    FontFace* found = FaceWith(control ? U' ' : character, &smears, &slants);
-    const FT_Face face = found->At(fSize);
-    if (FT_Load_Glyph(face, FT_Get_Char_Index(face, control ? U' ' : character), kLoadFlags) != 0)
-        return glyph;
-    glyph.advance = (SInt16)std::max(0, Rounded(face->glyph->advance.x) + ExtraAdvance(fFace, smears));
-    CoverageMap map = Render(face->glyph, slants);
-    if (smears)
+        return Keep(0, {});
+    Style made;
+    FontFace* found = FaceWith(control ? U' ' : character, &made);
+    if (!found)
+        return Keep(fFrom.size / 2, {});
+    const FT_Face face = found->At(fFrom.size, fFrom.stretch);
+    const FT_Int32 target = fFrom.isPlain ? FT_LOAD_TARGET_MONO : FT_LOAD_TARGET_LIGHT;
+    if (FT_Load_Glyph(face, found->IndexOf(control ? U' ' : character), target | FT_LOAD_NO_BITMAP) != 0)
+        return Keep(0, {});
+    const int advance = Rounded(face->glyph->advance.x) + ExtraAdvance(fFrom.face, made);
+    CoverageMap map = Render(face->glyph, made & italic, fFrom.isPlain);
+    if (made & bold)
         Smear(map);
-    if (fFace & (outline | shadow))
-        Hollow(map, fFace & shadow ? (fFace & outline ? 2 : 1) : 0);
-    glyph.left = (SInt16)map.left;
-    glyph.top = (SInt16)map.top;
-    glyph.width = (SInt16)map.width;
-    glyph.height = (SInt16)map.height;
-    glyph.coverage = fCoverage.emplace_back(std::move(map.bits)).data();
-    return glyph;
+    return Keep(advance, std::move(map));
+}
+
+const Glyph& Strike::MakeBitmapGlyph(uint8_t inByte)
+{
+    const BitmapFont& font = *fFrom.bitmaps;
+    const BitmapGlyph found = font.GlyphOf(inByte);
+    CoverageMap map;
+    map.left = AcrossFromBitmap(found.left);
+    map.top = -DownFromBitmap(font.Ascent());
+    map.width = found.width > 0 ? std::max(1, AcrossFromBitmap(found.width)) : 0;
+    map.height = DownFromBitmap(font.Height());
+    if ((int64_t)map.width * map.height > kLargestGlyph)
+        map.width = 0;
+    map.bits.resize((size_t)map.width * (size_t)map.height);
+    for (int row = 0; row < map.height; ++row)
+        for (int column = 0; column < map.width; ++column)
+            map.bits[(size_t)row * (size_t)map.width + (size_t)column] =
+                font.CoverageAt(found.column + (2 * column + 1) * found.width / (2 * map.width),
+                                (int)((2 * (int64_t)row + 1) * font.Height() / (2 * map.height)));
+    Trim(map);
+    if (fFrom.made & italic)
+        Slant(map);
+    if (fFrom.made & bold)
+        Smear(map);
+    // What moves nothing and shows nothing stays so in every style.
+    const bool isNothing = found.advance == 0 && map.width == 0;
+    const int extra = isNothing ? 0 : ExtraAdvance(fFrom.face, fFrom.made);
+    return Keep(AcrossFromBitmap(found.advance) + extra, std::move(map));
 }
 
 const Glyph& Strike::GlyphOfCharacter(char32_t inCharacter)
 {
-    const Glyph*& known = fByCharacter[inCharacter];
-    if (!known)
-        known = &MakeGlyph(inCharacter);
-    return *known;
+    UInt8 byte;
+    if (fFrom.bitmaps && (inCharacter < 0x20 || foundation::UnicodeToMacRoman(inCharacter, &byte)))
+        return GlyphOf(inCharacter < 0x20 ? (uint8_t)inCharacter : byte);
+    const auto known = fByCharacter.find(inCharacter);
+    if (known != fByCharacter.end())
+        return *known->second;
+    const Glyph& glyph = MakeGlyph(inCharacter);
+    fByCharacter[inCharacter] = &glyph;
+    return glyph;
 }
 
 const Glyph& Strike::LoadGlyph(uint8_t inByte)
 {
-    const Glyph& glyph = GlyphOfCharacter(foundation::MacRomanToUnicode(inByte));
+    const Glyph& glyph =
+        fFrom.bitmaps ? MakeBitmapGlyph(inByte) : GlyphOfCharacter(foundation::MacRomanToUnicode(inByte));
     fGlyphs[inByte] = &glyph;
     fAdvances[inByte] = glyph.advance;
     return glyph;
@@ -214,24 +273,16 @@ int Strike::LoadWidth(const uint8_t* inBytes, size_t inCount)
     return width;
 }
 
-static constexpr SInt16 kSystemSize = 12, kLargestSize = 1024;
-
-Strike& StrikeFor(SInt16 inFont, SInt16 inSize, Style inFace)
+Strike& Strike::Plain()
 {
-    static std::unordered_map<uint64_t, std::unique_ptr<Strike>> strikes;
-    static uint64_t lastKey = ~(uint64_t)0;
-    static Strike* last = nullptr;
-    const SInt16 size = inSize < 1 ? kSystemSize : std::min(inSize, kLargestSize);
-    const Style face = (Style)(inFace & ~underline); // drawn with the text, not with its glyphs
-    const uint64_t key = (uint64_t)(UInt16)inFont << 32 | (uint64_t)(UInt16)size << 16 | face;
-    if (key == lastKey)
-        return *last;
-    std::unique_ptr<Strike>& strike = strikes[key];
-    if (!strike)
-        strike = std::make_unique<Strike>(inFont, SizeOfStandIn(inFont, size), face);
-    lastKey = key;
-    last = strike.get();
-    return *last;
+    if (fFrom.isPlain || fFrom.bitmaps)
+        return *this;
+    if (!fPlain) {
+        StrikeSource source = fFrom;
+        source.isPlain = true;
+        fPlain = std::make_unique<Strike>(std::move(source));
+    }
+    return *fPlain;
 }
 
 } // namespace lampblack::quickdraw

@@ -1,87 +1,25 @@
-// The text calls: settings, widths, drawing, truncation.
-#include "FontFamilies.h"
+// The text calls: settings, drawing, widths.
 #include "Recorder.h"
-#include "TextEngine.h"
-#include "TextPainter.h"
+#include "ScaledText.h"
+#include "TextRun.h"
 
 #include <Carbon/Fonts.h>
-#include <Carbon/MacErrors.h>
-#include <foundation/MacRoman.h>
+#include <Carbon/QuickdrawText.h>
 
 #include <algorithm>
-#include <cstring>
 
 using namespace lampblack::quickdraw;
 
 namespace lampblack::quickdraw {
-
-static constexpr uint8_t kEllipsis = 0xC9;
-static constexpr uint8_t kSpace = ' ';
-
-using Bytes = std::span<const uint8_t>;
-
-// The port's text settings, or a new port's when none is current.
-static constinit TextSettings gNewPortSettings;
-
-static TextSettings& Settings()
-{
-    PortRecord* port = CurrentPort();
-    return port ? port->fText : gNewPortSettings;
-}
-
-static Strike& StrikeOf(TextSettings& ioSettings)
-{
-    if (!ioSettings.strike)
-        ioSettings.strike = &StrikeFor(ioSettings.font, ioSettings.size, ioSettings.face);
-    return *ioSettings.strike;
-}
-
-static Bytes BytesOf(const void* inText, int inFirst, int inCount)
-{
-    if (!inText || inFirst < 0 || inCount <= 0)
-        return {};
-    return { static_cast<const uint8_t*>(inText) + inFirst, (size_t)inCount };
-}
 
 static Bytes BytesOf(ConstStr255Param inString)
 {
     return inString ? BytesOf(inString, 1, inString[0]) : Bytes{};
 }
 
-// What SpaceExtra adds to a text with that many spaces.
-static int ExtraOf(Fixed inExtra, int inSpaces)
-{
-    return (int)(((int64_t)inExtra * inSpaces) >> 16);
-}
-
-static int WidthOf(Strike& ioStrike, Fixed inExtra, Bytes inText)
-{
-    int width = ioStrike.WidthOf(inText.data(), inText.size());
-    if (inExtra)
-        width += ExtraOf(inExtra, (int)std::count(inText.begin(), inText.end(), kSpace));
-    return width;
-}
-
 static int WidthOf(Bytes inText)
 {
-    TextSettings& settings = Settings();
-    return WidthOf(StrikeOf(settings), settings.spaceExtra, inText);
-}
-
-static Box TextBoxAt(Point inPen, int inWidth, const FontInfo& inInfo)
-{
-    return { inPen.h, inPen.v - inInfo.ascent, inPen.h + inWidth, inPen.v + inInfo.descent };
-}
-
-static Box UnderlineAt(Point inPen, int inWidth, int inSize)
-{
-    const int thickness = std::max(1, inSize / 16);
-    return { inPen.h, inPen.v + 1, inPen.h + inWidth, inPen.v + 1 + thickness };
-}
-
-static bool ShowsText(PortRecord& ioPort)
-{
-    return ioPort.fPen.visibility >= 0 && !ioPort.Drawable().IsEmpty();
+    return WidthOf(RunOf(CurrentTextSettings()), inText);
 }
 
 static void DrawBytes(Bytes inText)
@@ -89,142 +27,77 @@ static void DrawBytes(Bytes inText)
     PortRecord* port = CurrentPort();
     if (!port || inText.empty())
         return;
-    TextSettings& settings = port->fText;
-    Strike& strike = StrikeOf(settings);
-    const Point pen = port->fPen.location;
-    const int width = WidthOf(strike, settings.spaceExtra, inText);
-    port->fPen.location.h = Clamped(pen.h + width);
-    RecordText(settings, pen, inText);
-    if (!ShowsText(*port))
-        return;
-    TextPainter painter(*port, settings.mode, TextBoxAt(pen, width, strike.Info()));
-    int h = pen.h, spaces = 0;
+    RecordText(port->fText, port->fPen.location, inText);
+    const TextRun run = RunOf(port->fText);
+    DrawRun(*port, run, run.strike, port->fText.size, inText);
+}
+
+// Where each character begins, and where the last one ends.
+static void WritePlaces(const TextRun& inRun, Bytes inText, void* outPlaces)
+{
+    auto* places = static_cast<SInt16*>(outPlaces);
+    Ruler ruler(inRun);
+    *places = 0;
     for (const uint8_t byte : inText) {
-        const Glyph& glyph = strike.GlyphOf(byte);
-        painter.DrawGlyph(glyph, h + ExtraOf(settings.spaceExtra, spaces), pen.v);
-        h += glyph.advance;
-        spaces += byte == kSpace;
+        ruler.Add(byte);
+        *++places = Clamped(ruler.At());
     }
-    if (settings.face & underline)
-        painter.Underline(UnderlineAt(pen, width, settings.size));
 }
 
-FontInfo InfoOf(const TextFontStyle& inStyle)
-{
-    return StrikeFor(inStyle.font, inStyle.size, inStyle.face).Info();
-}
+// A scale by which distances are multiplied, and one for heights.
+struct Scale {
+    SInt64 acrossNumer = 1, acrossDenom = 1, downNumer = 1, downDenom = 1;
 
-int WidthOfUtf8(const TextFontStyle& inStyle, std::string_view inText)
-{
-    Strike& strike = StrikeFor(inStyle.font, inStyle.size, inStyle.face);
-    int width = 0;
-    for (size_t at = 0; at < inText.size();) {
-        const auto byte = (uint8_t)inText[at];
-        if (byte < 0x80) {
-            width += strike.AdvanceOf(byte); // the same in both encodings
-            ++at;
-        } else {
-            width += strike.GlyphOfCharacter(foundation::NextUtf8(inText, &at)).advance;
-        }
+    Scale(Point inNumer, Point inDenom)
+    {
+        if (inNumer.h > 0 && inDenom.h > 0)
+            acrossNumer = inNumer.h, acrossDenom = inDenom.h;
+        if (inNumer.v > 0 && inDenom.v > 0)
+            downNumer = inNumer.v, downDenom = inDenom.v;
     }
-    return width;
-}
-
-size_t Utf8ThatFits(const TextFontStyle& inStyle, std::string_view inText, int inWidth)
-{
-    Strike& strike = StrikeFor(inStyle.font, inStyle.size, inStyle.face);
-    size_t at = 0;
-    for (int width = 0; at < inText.size();) {
-        size_t next = at;
-        width += strike.GlyphOfCharacter(foundation::NextUtf8(inText, &next)).advance;
-        if (width > inWidth)
-            break;
-        at = next;
+    bool IsNone() const { return acrossNumer == acrossDenom && downNumer == downDenom; }
+    SInt16 SizeOf(SInt16 inSize) const
+    {
+        const SInt64 size = inSize > 0 ? inSize : GetDefFontSize();
+        return (SInt16)std::clamp<SInt64>((2 * size * downNumer + downDenom) / (2 * downDenom), 1, 32767);
     }
-    return at;
-}
+    int StretchAt(SInt16 inSize) const // of the glyphs of the new size, in 256ths
+    {
+        const SInt64 size = inSize > 0 ? inSize : GetDefFontSize();
+        return (int)std::min<SInt64>(256 * size * acrossNumer / (acrossDenom * SizeOf(inSize)), 1 << 20);
+    }
+};
 
-static TextSettings SettingsOf(const TextFontStyle& inStyle, const PortRecord& inPort)
+// Every space takes an equal part of a slop.
+static TextRun JustifiedRun(Bytes inText, Fixed inSlop, const Scale& inScale)
 {
-    return { inStyle.font, inStyle.size, inStyle.face, inPort.fText.mode, 0, nullptr };
+    TextRun run = RunOf(CurrentTextSettings());
+    const auto spaces = std::count(inText.begin(), inText.end(), ' ');
+    if (spaces > 0)
+        run.spaceExtra += (Fixed)(inSlop / spaces);
+    run.numer = inScale.acrossNumer;
+    run.denom = inScale.acrossDenom;
+    return run;
 }
 
-static Bytes BytesOf(const std::string& inMacRoman)
-{
-    return { reinterpret_cast<const uint8_t*>(inMacRoman.data()), inMacRoman.size() };
-}
-
-void DrawUtf8(const TextFontStyle& inStyle, std::string_view inText)
+static void DrawScaledRun(Bytes inText, Fixed inSlop, const Scale& inScale)
 {
     PortRecord* port = CurrentPort();
     if (!port || inText.empty())
         return;
-    Strike& strike = StrikeFor(inStyle.font, inStyle.size, inStyle.face);
-    const Point pen = port->fPen.location;
-    const int width = WidthOfUtf8(inStyle, inText);
-    port->fPen.location.h = Clamped(pen.h + width);
-    if (RecorderOf(port))
-        RecordText(SettingsOf(inStyle, *port), pen, BytesOf(foundation::MacRomanFromUtf8(inText)));
-    if (!ShowsText(*port))
-        return;
-    TextPainter painter(*port, port->fText.mode, TextBoxAt(pen, width, strike.Info()));
-    int h = pen.h;
-    for (size_t at = 0; at < inText.size();) {
-        const auto byte = (uint8_t)inText[at];
-        const bool plain = byte < 0x80;
-        const Glyph& glyph =
-            plain ? strike.GlyphOf(byte) : strike.GlyphOfCharacter(foundation::NextUtf8(inText, &at));
-        at += plain;
-        painter.DrawGlyph(glyph, h, pen.v);
-        h += glyph.advance;
-    }
-    if (inStyle.face & underline)
-        painter.Underline(UnderlineAt(pen, width, inStyle.size));
+    TextSettings settings = port->fText;
+    settings.size = inScale.SizeOf(settings.size);
+    RecordText(settings, port->fPen.location, inText);
+    const TextRun run = JustifiedRun(inText, inSlop, inScale);
+    Strike& pictures = inScale.IsNone() ? run.strike
+                                        : StrikeFor(settings.font, settings.size, settings.face,
+                                                    inScale.StretchAt(port->fText.size));
+    DrawRun(*port, run, pictures, settings.size, inText);
 }
 
-// The longest beginning that fits, in bytes.
-static size_t BytesThatFit(Strike& ioStrike, Fixed inExtra, Bytes inText, int inWidth)
+void DrawScaledText(std::span<const uint8_t> inText, Point inNumer, Point inDenom)
 {
-    int width = 0, spaces = 0;
-    for (size_t i = 0; i < inText.size(); ++i) {
-        width += ioStrike.AdvanceOf(inText[i]);
-        spaces += inText[i] == kSpace;
-        if (width + ExtraOf(inExtra, spaces) > inWidth)
-            return i;
-    }
-    return inText.size();
-}
-
-// The longest end that fits, in bytes.
-static size_t EndThatFits(Strike& ioStrike, Bytes inText, int inWidth)
-{
-    size_t count = 0;
-    for (int width = 0; count < inText.size(); ++count) {
-        width += ioStrike.AdvanceOf(inText[inText.size() - 1 - count]);
-        if (width > inWidth)
-            break;
-    }
-    return count;
-}
-
-static short Truncate(int inWidth, uint8_t* ioText, size_t* ioLength, TruncCode inWhere)
-{
-    const Bytes text(ioText, *ioLength);
-    Strike& strike = StrikeOf(Settings());
-    const Fixed extra = Settings().spaceExtra;
-    if (WidthOf(strike, extra, text) <= inWidth)
-        return notTruncated;
-    const int room = inWidth - strike.AdvanceOf(kEllipsis);
-    if (room < 0)
-        return truncErr;
-    size_t head = BytesThatFit(strike, extra, text, inWhere == truncMiddle ? room / 2 : room);
-    size_t tail = 0;
-    if (inWhere == truncMiddle)
-        tail = EndThatFits(strike, text, room - WidthOf(strike, extra, text.first(head)));
-    std::memmove(ioText + head + 1, ioText + *ioLength - tail, tail);
-    ioText[head] = kEllipsis;
-    *ioLength = head + 1 + tail;
-    return truncated;
+    DrawScaledRun(inText, 0, { inNumer, inDenom });
 }
 
 } // namespace lampblack::quickdraw
@@ -253,6 +126,12 @@ void SpaceExtra(Fixed extra)
 {
     if (PortRecord* port = CurrentPort())
         port->fText.spaceExtra = extra;
+}
+
+void CharExtra(Fixed extra)
+{
+    if (PortRecord* port = CurrentPort())
+        port->fText.charExtra = extra;
 }
 
 void DrawChar(CharParameter ch)
@@ -289,86 +168,74 @@ short TextWidth(const void* textBuf, short firstByte, short byteCount)
 
 void MeasureText(short count, const void* textAddr, void* charLocs)
 {
-    if (count < 0 || !textAddr || !charLocs)
-        return;
-    Strike& strike = StrikeOf(Settings());
-    auto* locations = static_cast<SInt16*>(charLocs);
-    int width = 0, spaces = 0;
-    locations[0] = 0;
-    for (const uint8_t byte : BytesOf(textAddr, 0, count)) {
-        width += strike.AdvanceOf(byte);
-        spaces += byte == kSpace;
-        *++locations = Clamped(width + ExtraOf(Settings().spaceExtra, spaces));
-    }
+    if (count >= 0 && textAddr && charLocs)
+        WritePlaces(RunOf(CurrentTextSettings()), BytesOf(textAddr, 0, count), charLocs);
 }
 
 void GetFontInfo(FontInfo* info)
 {
     if (info)
-        *info = StrikeOf(Settings()).Info();
+        *info = StrikeOf(CurrentTextSettings()).Info();
 }
 
-short TruncString(short width, unsigned char* theString, TruncCode truncWhere)
+void StdText(short count, const void* textAddr, Point numer, Point denom)
 {
-    if (!theString)
-        return truncErr;
-    size_t length = theString[0];
-    const short result = Truncate(width, theString + 1, &length, truncWhere);
-    theString[0] = (unsigned char)length;
-    return result;
+    DrawScaledText(BytesOf(textAddr, 0, count), numer, denom);
 }
 
-short TruncText(short width, Ptr textPtr, short* length, TruncCode truncWhere)
+// Outlines of the size asked for are always at hand, so that the whole scale is left to the caller.
+short StdTxMeas(short byteCount, const void* textAddr, Point* numer, Point* denom, FontInfo* info)
 {
-    if (!textPtr || !length || *length < 0)
-        return truncErr;
-    size_t count = (size_t)*length;
-    const short result = Truncate(width, reinterpret_cast<uint8_t*>(textPtr), &count, truncWhere);
-    *length = (short)count;
-    return result;
+    if (numer && denom) {
+        const Scale scale(*numer, *denom);
+        *numer = { (short)scale.downNumer, (short)scale.acrossNumer };
+        *denom = { (short)scale.downDenom, (short)scale.acrossDenom };
+    }
+    GetFontInfo(info);
+    return TextWidth(textAddr, 0, byteCount);
 }
 
-void GetFNum(ConstStr255Param name, short* familyID)
+void DrawJustified(Ptr textPtr, long textLength, Fixed slop, JustStyleCode, Point numer, Point denom)
 {
-    if (familyID)
-        *familyID = std::max<short>(0, FMGetFontFamilyFromName(name));
+    DrawScaledRun(BytesOf(textPtr, 0, textLength), slop, { numer, denom });
 }
 
-void GetFontName(short familyID, Str255 name)
+void MeasureJustified(Ptr textPtr, long textLength, Fixed slop, Ptr charLocs, JustStyleCode, Point numer,
+                      Point denom)
 {
-    FMGetFontFamilyName(familyID, name);
+    if (!textPtr || !charLocs || textLength < 0)
+        return;
+    const Bytes text = BytesOf(textPtr, 0, textLength);
+    WritePlaces(JustifiedRun(text, slop, { numer, denom }), text, charLocs);
 }
 
-Boolean RealFont(short fontNum, short size)
+short CharToPixel(Ptr textBuf, long textLength, Fixed slop, long offset, short, JustStyleCode, Point numer,
+                  Point denom)
 {
-    return size > 0 && !NameOfFamily(fontNum).empty();
+    const Bytes text = BytesOf(textBuf, 0, textLength);
+    const TextRun run = JustifiedRun(text, slop, { numer, denom });
+    return Clamped(WidthOf(run, text.first((size_t)std::clamp<long>(offset, 0, (long)text.size()))));
 }
 
-short GetSysFont(void)
+short PixelToChar(Ptr textBuf, long textLength, Fixed slop, Fixed pixelWidth, Boolean* leadingEdge,
+                  Fixed* widthRemaining, JustStyleCode, Point numer, Point denom)
 {
-    return systemFont;
-}
-
-short GetDefFontSize(void)
-{
-    return 12;
-}
-
-short GetAppFont(void)
-{
-    return kFontIDGeneva;
-}
-
-FMFontFamily FMGetFontFamilyFromName(ConstStr255Param name)
-{
-    return name ? FamilyNamed(lampblack::foundation::Utf8FromPascal(name)) : (FMFontFamily)kInvalidFontFamily;
-}
-
-OSStatus FMGetFontFamilyName(FMFontFamily fontFamily, Str255 name)
-{
-    if (!name)
-        return paramErr;
-    const std::string found = NameOfFamily(fontFamily);
-    lampblack::foundation::PascalFromMacRoman(lampblack::foundation::MacRomanFromUtf8(found), name);
-    return found.empty() ? (OSStatus)kFMInvalidFontFamilyErr : (OSStatus)noErr;
+    const Bytes text = BytesOf(textBuf, 0, textLength);
+    const TextRun run = JustifiedRun(text, slop, { numer, denom });
+    Boolean ignored;
+    Boolean& isLeading = leadingEdge ? *leadingEdge : ignored;
+    if (widthRemaining)
+        *widthRemaining = -1;
+    Ruler ruler(run);
+    for (size_t i = 0; i < text.size(); ++i) {
+        const SInt64 start = ruler.AtFixed();
+        ruler.Add(text[i]);
+        isLeading = pixelWidth < (start + ruler.AtFixed()) / 2;
+        if (pixelWidth < ruler.AtFixed())
+            return Clamped((int)std::min<size_t>(isLeading ? i : i + 1, 32767));
+    }
+    isLeading = false;
+    if (widthRemaining)
+        *widthRemaining = (Fixed)std::min<SInt64>(pixelWidth - ruler.AtFixed(), 0x7FFFFFFF);
+    return Clamped((int)std::min<size_t>(text.size(), 32767));
 }

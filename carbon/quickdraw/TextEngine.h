@@ -1,5 +1,6 @@
-// Text in UTF-8 by the fonts of QuickDraw, for floors whose text is not Mac Roman. Every character is drawn
-// by its own glyph, left to right; scripts whose letters join or turn around are not shaped yet.
+// Text in UTF-8 by the fonts of QuickDraw, for floors whose text is not Mac Roman. Simple text is drawn glyph
+// by glyph from the caches that Mac Roman text uses; text whose letters join, combine, change places or run
+// right to left, or that needs other fonts, is shaped as a whole.
 #ifndef LAMPBLACK_QUICKDRAW_TEXTENGINE_H
 #define LAMPBLACK_QUICKDRAW_TEXTENGINE_H
 
@@ -18,7 +19,7 @@ struct TextFontStyle {
 FontInfo InfoOf(const TextFontStyle&);
 int WidthOfUtf8(const TextFontStyle&, std::string_view utf8);
 
-// How many bytes, whole characters only, fit into a width.
+// How many bytes from the start fit into a width; letters and marks that belong together are not divided.
 size_t Utf8ThatFits(const TextFontStyle&, std::string_view utf8, int width);
 
 // Draws in the current port with its text mode and colours, from its pen, which is left where the text ends.

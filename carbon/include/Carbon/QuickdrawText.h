@@ -88,10 +88,10 @@ short StdTxMeas(short byteCount, const void* textAddr, Point* numer, Point* deno
 
 // CharToPixel / PixelToChar
 //
-// The distance from the start of a text to a character, and the character at a distance. slop is what the
-// spaces of the text share beyond their width. PixelToChar answers an offset from 0 to textLength;
-// *leadingEdge is whether the distance lies in the front half of that character, and *widthRemaining is -1,
-// or by how much the distance passes the end. NULL results are not given.
+// The distance from the start of a text to a character, and the place between characters that is nearest to a
+// distance. slop is what the spaces of the text share beyond their width. PixelToChar answers an offset from
+// 0 to textLength; *leadingEdge is whether the distance lies in the front half of the character there, and
+// *widthRemaining is -1, or by how much the distance passes the end of the text. NULL results are not given.
 short CharToPixel(Ptr textBuf, long textLength, Fixed slop, long offset, short direction,
                   JustStyleCode styleRunPosition, Point numer, Point denom);
 short PixelToChar(Ptr textBuf, long textLength, Fixed slop, Fixed pixelWidth, Boolean* leadingEdge,
