@@ -8,6 +8,8 @@
 namespace {
 
 constexpr Point kDialogPlace = { 60, 40 };
+constexpr short kMargin = 24;
+constexpr ResType kWindowPositionType = 'wpos';        // as the toolkit keeps places
 constexpr UInt32 kPageUpKey = 116, kPageDownKey = 121; // virtual keys
 
 void PascalFrom(const std::string& inText, Str255 outText)
@@ -40,6 +42,22 @@ void ViewerWindow::ShowFile(const std::filesystem::path& inPath, const DialogFil
     SetStaticTextControlTitle(fWindow, kFileText, inPath.filename().c_str());
     FillList();
     Go(0);
+}
+
+// Where it was the last time; at first low on the screen, where few dialogs reach it. The middle of the
+// screen, which is what a window without a place gets, would be behind them.
+void ViewerWindow::SetupWindowPosition() const
+{
+    const Handle kept = GetPreferenceResource(kWindowPositionType, kViewerWindow);
+    if (kept) {
+        DisposeHandle(kept);
+        return CWindow::SetupWindowPosition();
+    }
+    Rect space = {}, content = {};
+    GetAvailableWindowPositioningBounds(GetMainDevice(), &space);
+    GetWindowBounds(fWindow, kWindowContentRgn, &content);
+    const short height = (short)(content.bottom - content.top);
+    MoveWindow(fWindow, kDialogPlace.h, (short)(space.bottom - height - kMargin), false);
 }
 
 // What a dialog is called is plain text, so it must not pass through AppendMenu, which reads signs in it.

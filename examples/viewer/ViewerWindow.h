@@ -17,6 +17,9 @@ public:
     OSStatus DoControlHit(EventRef inEvent) override;
     OSStatus DoWindowClose(EventRef inEvent) const override;
 
+protected:
+    void SetupWindowPosition() const override;
+
 private:
     void Go(long inIndex);
     void FillList();

@@ -10,13 +10,13 @@ resource 'CTL#' (kViewerWindow) { {
 } };
 
 resource 'CNTL' (kFileText) { {12, 20, 28, 420}, 0, visible, 0, 0, kControlStaticTextProc, 0, "" };
-resource 'CNTL' (kDialogText) { {40, 20, 56, 200}, 0, visible, 0, 0, kControlStaticTextProc, 0, "" };
+resource 'CNTL' (kDialogText) { {40, 20, 56, 140}, 0, visible, 0, 0, kControlStaticTextProc, 0, "" };
 
 // A popup button keeps the ID of its menu in the place of its minimum and the width of its title in that of
 // its maximum.
 resource 'MENU' (kDialogList) { kDialogList, textMenuProc, allEnabled, enabled, "Dialogs", { } };
 resource 'CNTL' (kDialogList) {
-    {38, 210, 58, 420}, 0, visible, 0, kDialogList, kControlPopupButtonProc, 0, ""
+    {38, 140, 58, 420}, 0, visible, 0, kDialogList, kControlPopupButtonProc, 0, ""
 };
 
 resource 'CNTL' (kPreviousButton) { {72, 20, 92, 110}, 0, visible, 1, 0, kControlPushButtonProc, 0, "Previous" };
