@@ -206,7 +206,9 @@ TEST_CASE("Definition IDs become window classes")
                         { noGrowDocProc, kDocumentWindowClass },
                         { kWindowModalDialogProc, kModalWindowClass },
                         { kWindowMovableModalDialogProc, kMovableModalWindowClass },
-                        { kWindowAlertProc, kAlertWindowClass } };
+                        { kWindowAlertProc, kAlertWindowClass },
+                        { 16 * 68, kSheetWindowClass }, // definition 68 of the system, and 70
+                        { 16 * 70, kSheetAlertWindowClass } };
     for (const auto& expected : cases) {
         CAPTURE(expected.procID);
         const Rect bounds = { 100, 100, 200, 300 };

@@ -27,7 +27,7 @@ constexpr struct {
         kWindowPlainDialogProc = 1040, kWindowShadowDialogProc = 1041, kWindowModalDialogProc = 1042,
         kWindowMovableModalDialogProc = 1043, kWindowAlertProc = 1044, kWindowMovableAlertProc = 1045,
         kWindowMovableModalGrowProc = 1046, kWindowFloatProc = 1057, kWindowFloatGrowProc = 1059,
-        kWindowSheetProc = 1088)" },
+        kWindowSheetProc = 1088, kWindowSheetAlertProc = 1120)" },
     { "@positions@", R"(position: unsigned integer
             noAutoCenter = 0, centerMainScreen = 0x280A, alertPositionMainScreen = 0x300A,
             staggerMainScreen = 0x380A, centerParentWindow = 0xA80A, alertPositionParentWindow = 0xB00A,

@@ -99,7 +99,7 @@ enum {
     kWindowFloatFullZoomProc = 1069,
     kWindowFloatFullZoomGrowProc = 1071,
     kWindowSheetProc = 1088,
-    kWindowSheetAlertProc = 1089
+    kWindowSheetAlertProc = 1120
 };
 
 enum { dialogKind = 2, userKind = 8, kDialogWindowKind = 2, kApplicationWindowKind = 8 };
