@@ -214,12 +214,13 @@ static CTabHandle NewTableFromResource(short inID)
         SetQDError(cResErr);
         return nullptr;
     }
-    foundation::BigEndianReader reader(*resource, (size_t)GetHandleSize(resource));
-    std::optional<TableEntries> entries = ReadTable(reader);
-    SetQDError(entries ? noErr : paramErr);
-    if (entries)
-        entries->seed = inID;
-    return entries ? NewTable(*entries) : nullptr;
+    const auto loaded = reinterpret_cast<CTabHandle>(resource); // in native order since it was loaded
+    const ColorTable* source = FindTable(loaded);
+    const std::span<const ColorSpec> entries = EntriesOf(loaded);
+    const bool isWhole = source && source->ctSize >= -1 && (int)entries.size() == source->ctSize + 1;
+    SetQDError(isWhole ? noErr : paramErr);
+    return isWhole ? NewTable(TableEntries{ inID, source->ctFlags, { entries.begin(), entries.end() } })
+                   : nullptr;
 }
 
 static bool IsIndexDepth(int inDepth)

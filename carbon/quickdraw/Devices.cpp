@@ -3,6 +3,8 @@
 
 #include "PortRecord.h"
 
+#include <Carbon/MacErrors.h>
+
 #include <memory/ReferenceTable.h>
 
 #include <Host.h>
@@ -16,7 +18,8 @@ namespace lampblack::quickdraw {
 struct DeviceRecord {
     GDevice fDevice = {};
     GDPtr fPointer = &fDevice;
-    PixMap fMap = {}; // of the main device only
+    bool fIsOwn = false; // the application made it
+    PixMap fMap = {};    // of the main device only
     PixMapPtr fMapPointer = &fMap;
 };
 
@@ -193,4 +196,49 @@ BitMap* GetQDGlobalsScreenBits(BitMap* screenBits)
     const PixMap& map = MainDevice().fMap;
     *screenBits = { map.baseAddr, map.rowBytes, map.bounds };
     return screenBits;
+}
+
+GDHandle NewGDevice(short refNum, SInt32 mode)
+{
+    const PixMapHandle map = mode == -1 ? NewPixMap() : nullptr;
+    SetQDError(map ? noErr : mode == -1 ? cNoMemErr : cDevErr);
+    if (!map)
+        return nullptr;
+    DeviceRecord* device = NewDevice(1 << noDriver);
+    device->fIsOwn = true;
+    device->fDevice.gdRefNum = refNum;
+    device->fDevice.gdMode = mode;
+    device->fDevice.gdPMap = map;
+    DeviceDepthChanged(ReferenceOf(device), (**map).pixelSize);
+    return ReferenceOf(device);
+}
+
+void DisposeGDevice(GDHandle gdh)
+{
+    const DeviceRecord* device = FindDevice(gdh);
+    if (!device || !device->fIsOwn)
+        return;
+    DisposePixMap(device->fDevice.gdPMap);
+    DisposeWorldDevice(gdh);
+}
+
+void SetDeviceAttribute(GDHandle gdh, short attribute, Boolean value)
+{
+    DeviceRecord* device = FindDevice(gdh);
+    if (!device || !device->fIsOwn || attribute < 0 || attribute > 15)
+        return;
+    const auto bit = (short)(1 << attribute);
+    device->fDevice.gdFlags = (short)(value ? device->fDevice.gdFlags | bit : device->fDevice.gdFlags & ~bit);
+}
+
+short HasDepth(GDHandle gd, short depth, short whichFlags, short flags)
+{
+    const bool wantsGrays = (whichFlags & 1 << gdDevType) && !(flags & 1 << gdDevType);
+    const GDHandle main = GetMainDevice();
+    return (!gd || gd == main) && depth == 32 && !wantsGrays ? (short)(**main).gdMode : (short)0;
+}
+
+OSErr SetDepth(GDHandle gd, short depth, short whichFlags, short flags)
+{
+    return HasDepth(gd, depth, whichFlags, flags) ? (OSErr)noErr : (OSErr)paramErr;
 }

@@ -128,6 +128,26 @@ void SetEntries(short start, short count, ColorSpec* aTable);
 void SaveEntries(CTabHandle srcTable, CTabHandle resultTable, ReqListRec* selection);
 void RestoreEntries(CTabHandle srcTable, CTabHandle dstTable, ReqListRec* selection);
 
+// Devices of the application's own
+// ---------------------------------------------------------------------------------------
+
+// NewGDevice
+//
+// A device without a driver, whose pixel map (without pixels) and rectangle the application fills in. refNum
+// is kept; mode is -1, since there are no drivers to be initialised.
+//
+// Ownership:  the caller's; release it with DisposeGDevice. A current device that is disposed of gives way to
+//             the main one. The main device and those of worlds are left alone.
+// Errors:     NULL for other modes, and QDError answers cDevErr
+GDHandle NewGDevice(short refNum, SInt32 mode);
+void DisposeGDevice(GDHandle gdh);
+void SetDeviceAttribute(GDHandle gdh, short attribute, Boolean value); // of a device of the application's own
+
+// Whether the screen can have a depth: the mode's number, or 0. The main device has depth 32 and no other.
+// whichFlags and flags say whether it must be in colour (1 << gdDevType).
+short HasDepth(GDHandle gd, short depth, short whichFlags, short flags);
+OSErr SetDepth(GDHandle gd, short depth, short whichFlags, short flags); // paramErr for what HasDepth denies
+
 // Pixel maps of the application's own
 // ------------------------------------------------------------------------
 
