@@ -1,15 +1,20 @@
 // Copying a file of 100 MB as an application does it: FSpOpenDF twice, SetEOF, then FSRead and FSWrite with a
 // buffer of 512 KB. Beside it read and write with that buffer (the limit), copy_file_range, and cp as a
 // process of its own. The copy is made anew each time, in a scratch folder beside the working directory.
+//
+// And listing a folder of 1,000 files, every second with a sidecar: PBGetCatInfo by index, beside readdir and
+// stat, which tell less (the limit).
 #include <Carbon/Carbon.h>
 #include <benchmark/benchmark.h>
 #include <lampblack/host.h>
 
 #include <cstdlib>
+#include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <spawn.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -164,11 +169,76 @@ void CopyProgram(benchmark::State& ioState)
     });
 }
 
+constexpr int kListed = 1000;
+
+// Made once; its times are past when it is listed.
+const std::filesystem::path& ListedFolder()
+{
+    static const std::filesystem::path folder = [] {
+        const std::filesystem::path path = Files().path / "Listed";
+        std::filesystem::create_directory(path);
+        const FSSpec first = SpecOf(path / "File 0");
+        FSpCreate(&first, 'lamp', 'TEXT', -1);
+        for (int i = 1; i < kListed; ++i) {
+            const std::string name = "File " + std::to_string(i);
+            std::ofstream(path / name) << "text";
+            if (i % 2 == 0)
+                std::filesystem::copy_file(path / "._File 0", path / ("._" + name));
+        }
+        usleep(100000);
+        return path;
+    }();
+    return folder;
+}
+
+void ListByCatalog(benchmark::State& ioState)
+{
+    const FSSpec first = SpecOf(ListedFolder() / "File 0");
+    for (auto _ : ioState) {
+        int texts = 0, files = 0;
+        for (SInt16 index = 1;; ++index, ++files) {
+            Str255 name;
+            CInfoPBRec block = {};
+            block.hFileInfo.ioNamePtr = name;
+            block.hFileInfo.ioVRefNum = first.vRefNum;
+            block.hFileInfo.ioDirID = first.parID;
+            block.hFileInfo.ioFDirIndex = index;
+            if (PBGetCatInfoSync(&block) != noErr)
+                break;
+            texts += block.hFileInfo.ioFlFndrInfo.fdType == 'TEXT' ? 1 : 0;
+        }
+        if (files != kListed || texts != kListed / 2)
+            ioState.SkipWithError("not what is there");
+    }
+    ioState.SetItemsProcessed((int64_t)ioState.iterations() * kListed);
+}
+
+void ListByHost(benchmark::State& ioState)
+{
+    const std::string path = ListedFolder();
+    for (auto _ : ioState) {
+        int files = 0;
+        DIR* folder = opendir(path.c_str());
+        while (const dirent* entry = readdir(folder)) {
+            struct stat status;
+            const bool isThere =
+                entry->d_name[0] != '.' && stat((path + "/" + entry->d_name).c_str(), &status) == 0;
+            files += isThere && S_ISREG(status.st_mode) ? 1 : 0;
+        }
+        closedir(folder);
+        if (files != kListed)
+            ioState.SkipWithError("not what is there");
+    }
+    ioState.SetItemsProcessed((int64_t)ioState.iterations() * kListed);
+}
+
 BENCHMARK(ReadWriteLoop)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(FileManager)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(FileManagerOntoOld)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(CopyFileRange)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(CopyProgram)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(ListByHost)->Unit(benchmark::kMicrosecond);
+BENCHMARK(ListByCatalog)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

@@ -24,6 +24,7 @@ constexpr const char* kNowhere = "/dev/null/gone"; // below what is no folder th
 struct Node {
     Folder parent; // volume 0: gone
     std::string hostName;
+    bool isFolder = false; // when it was met
 };
 
 // A name in a folder, by which an ID is found.
@@ -151,7 +152,7 @@ const Volume* FindVolumeNamed(std::string_view inMacName)
     return nullptr;
 }
 
-OSErr ResolveFolder(SInt16 inVolume, SInt32 inDirectory, Folder* outFolder)
+OSErr FolderMeant(SInt16 inVolume, SInt32 inDirectory, Folder* outFolder)
 {
     if (inVolume == 0 && inDirectory == 0) {
         *outFolder = DefaultFolder();
@@ -161,9 +162,23 @@ OSErr ResolveFolder(SInt16 inVolume, SInt32 inDirectory, Folder* outFolder)
     if (!volume)
         return nsvErr;
     *outFolder = { volume->refNum, inDirectory == 0 ? (SInt32)fsRtDirID : inDirectory };
+    return noErr;
+}
+
+OSErr ResolveFolder(SInt16 inVolume, SInt32 inDirectory, Folder* outFolder)
+{
+    const OSErr error = FolderMeant(inVolume, inDirectory, outFolder);
+    if (error != noErr || (inVolume == 0 && inDirectory == 0))
+        return error;
     if (IsRoot(*outFolder) || inDirectory == fsRtParID)
         return noErr;
     return FindNode(*outFolder) && IsFolderOnHost(PathOf(*outFolder)) ? noErr : dirNFErr;
+}
+
+bool IsFolderID(Folder inFolder)
+{
+    const Node* node = FindNode(inFolder);
+    return IsRoot(inFolder) || (node && node->isFolder);
 }
 
 // A volume's own path is where its root is, whether by links or not; all else is looked at itself.
@@ -171,9 +186,10 @@ bool LookAtHost(Item* ioItem)
 {
     struct stat status;
     const int flags = ioItem->hostName.empty() ? 0 : AT_SYMLINK_NOFOLLOW;
-    ioItem->exists = fstatat(AT_FDCWD, PathOf(*ioItem).c_str(), &status, flags) == 0;
+    ioItem->exists = fstatat(AT_FDCWD, PathTextOf(*ioItem).c_str(), &status, flags) == 0;
     ioItem->isFolder = ioItem->exists && S_ISDIR(status.st_mode);
     ioItem->isLink = ioItem->exists && S_ISLNK(status.st_mode);
+    ioItem->seen = ioItem->exists ? FileIdentity(status) : FileIdentity();
     return ioItem->exists;
 }
 
@@ -234,7 +250,7 @@ Folder NodeOf(const Item& inItem)
         return { inItem.parent.volume, known };
     // The number and the node come to be together, or, without memory, neither.
     const SInt32 id = NextNodeID();
-    state.nodes.push_back({ inItem.parent, inItem.hostName });
+    state.nodes.push_back({ inItem.parent, inItem.hostName, inItem.isFolder });
     try {
         state.ids.emplace(OwnedKey{ inItem.parent, inItem.hostName }, id);
     } catch (const std::bad_alloc&) {
@@ -266,7 +282,7 @@ void NodeDidMove(const Item& inOld, const Item& inNew)
         return;
     ForgetName({ inOld.parent, inOld.hostName });
     NodeDidGo(inNew); // what had the name before
-    *node = { inNew.parent, inNew.hostName };
+    *node = { inNew.parent, inNew.hostName, inNew.isFolder };
     State().ids.emplace(OwnedKey{ inNew.parent, inNew.hostName }, id);
 }
 
@@ -285,31 +301,51 @@ bool FollowOneLink(const Item& inItem, Item* outItem)
            ItemAtPathItself(link.parent_path() / target, outItem); // an absolute target stands alone
 }
 
-path PathOf(Folder inFolder)
+namespace {
+
+// False for a folder that is gone, or an ID that was never given.
+bool AppendPath(Folder inFolder, std::string* ioText)
 {
-    std::vector<const std::string*> names;
-    Folder folder = inFolder;
-    for (const Node* node = FindNode(folder); node; node = FindNode(folder)) {
-        names.push_back(&node->hostName);
-        folder = node->parent;
+    if (const Node* node = FindNode(inFolder)) {
+        if (!AppendPath(node->parent, ioText))
+            return false;
+        if (!ioText->ends_with('/'))
+            *ioText += '/';
+        *ioText += node->hostName;
+        return true;
     }
     const Volume* volume = FindVolume(inFolder.volume);
-    if (!volume || (!IsRoot(folder) && folder.id != fsRtParID))
-        return kNowhere;
-    std::string result = volume->path.native();
-    for (auto name = names.rbegin(); name != names.rend(); ++name) {
-        if (!result.ends_with('/'))
-            result += '/';
-        result += **name;
-    }
-    return result;
+    if (volume)
+        *ioText += volume->path.native();
+    return volume && (IsRoot(inFolder) || inFolder.id == fsRtParID);
+}
+
+std::string PathTextOf(Folder inFolder)
+{
+    std::string text;
+    return AppendPath(inFolder, &text) ? text : kNowhere;
+}
+
+} // namespace
+
+std::string PathTextOf(const Item& inItem)
+{
+    if (inItem.parent.id == fsRtParID)
+        return PathTextOf(Folder{ inItem.parent.volume, fsRtDirID });
+    std::string text = PathTextOf(inItem.parent);
+    if (!text.ends_with('/'))
+        text += '/';
+    return text += inItem.hostName;
+}
+
+path PathOf(Folder inFolder)
+{
+    return PathTextOf(inFolder);
 }
 
 path PathOf(const Item& inItem)
 {
-    if (inItem.parent.id == fsRtParID)
-        return PathOf(Folder{ inItem.parent.volume, fsRtDirID });
-    return PathOf(inItem.parent) / inItem.hostName;
+    return PathTextOf(inItem);
 }
 
 void MakeSpec(const Item& inItem, FSSpec* outSpec)

@@ -6,6 +6,8 @@
 #ifndef LAMPBLACK_FILES_CATALOG_H
 #define LAMPBLACK_FILES_CATALOG_H
 
+#include "FileIdentity.h"
+
 #include <Carbon/Files.h>
 
 #include <filesystem>
@@ -27,8 +29,9 @@ struct Item {
     std::string hostName; // as the host has it; empty for a volume
     std::string macName;  // Mac Roman, at most 31 bytes
     bool exists = false;
-    bool isFolder = false; // a folder itself, not a link to one
-    bool isLink = false;   // a symbolic link, which counts as an alias file
+    bool isFolder = false;  // a folder itself, not a link to one
+    bool isLink = false;    // a symbolic link, which counts as an alias file
+    FileIdentity seen = {}; // when it was looked at; of a link itself
 };
 
 struct Volume {
@@ -58,6 +61,13 @@ OSErr Resolve(const FSSpec&, Item* outItem);
 
 // The folder that a volume and directory ID mean, with the rules for 0. Errors: nsvErr, dirNFErr.
 OSErr ResolveFolder(SInt16 inVolume, SInt32 inDirectory, Folder* outFolder);
+
+// The folder that they mean, which need not be there. Errors: nsvErr.
+OSErr FolderMeant(SInt16 inVolume, SInt32 inDirectory, Folder* outFolder);
+
+// Whether an ID was given to a folder, and not to a link to one: then whatever is found by a path through it
+// shows that it is there.
+bool IsFolderID(Folder);
 
 // Fills in what an item is from what the host has in its place. Answers whether it exists.
 bool LookAtHost(Item* ioItem);
@@ -95,6 +105,7 @@ bool FollowOneLink(const Item&, Item* outItem);
 // A place on the host. Of a folder that is gone, or an ID that was never given, a path where nothing can be.
 std::filesystem::path PathOf(const Item&);
 std::filesystem::path PathOf(Folder);
+std::string PathTextOf(const Item&); // the same
 
 // An FSSpec of an item. Names longer than fits are never made.
 void MakeSpec(const Item&, FSSpec* outSpec);

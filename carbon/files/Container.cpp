@@ -255,6 +255,68 @@ Container ReadContainer(Bytes inBytes)
     return container;
 }
 
+namespace {
+
+constexpr size_t kFirstLook = 512, kSecondLook = 16384; // the second as far as the introduction of BinHex
+
+// Nobody would take these for a container, whatever follows.
+bool IsPlainFront(Bytes inFront, size_t inSize)
+{
+    const bool mayBeMacBinary = inFront.size() >= kMacBinaryHeader && inFront[0] == 0 && inFront[74] == 0 &&
+                                inFront[82] == 0 && IsPlausibleName(inFront);
+    const uint32_t dataOffset = ReadBE32(inFront, 0), mapOffset = ReadBE32(inFront, 4);
+    const uint32_t dataLength = ReadBE32(inFront, 8), mapLength = ReadBE32(inFront, 12);
+    const bool mayBeRawFork = mapLength >= 30 && mapOffset >= 16 && dataOffset >= 16 &&
+                              Fits(mapOffset, mapLength, inSize) && Fits(dataOffset, dataLength, inSize);
+    return !mayBeMacBinary && !mayBeRawFork;
+}
+
+// The table of an AppleSingle or AppleDouble and the small entries lie in front, if it is written as usual.
+bool ReadAppleFront(Bytes inFront, size_t inSize, Container* outContainer, FrontParts* outPlaces)
+{
+    Container container;
+    FrontParts places;
+    BigEndianReader reader(inFront);
+    container.form = reader.U32() == kAppleSingleMagic ? Form::AppleSingle : Form::AppleDouble;
+    reader.Skip(20);
+    const unsigned count = reader.U16();
+    for (unsigned i = 0; i < count && reader.Ok(); ++i) {
+        const uint32_t kind = reader.U32(), offset = reader.U32(), length = reader.U32();
+        const bool isFork = kind == kDataForkEntry || kind == kResourceForkEntry;
+        if (!reader.Ok() || !Fits(offset, length, isFork ? inSize : inFront.size()))
+            return false;
+        TakeEntry(kind, isFork ? Bytes() : inFront.subspan(offset, length), &container);
+        if (isFork)
+            (kind == kDataForkEntry ? places.dataFork : places.resourceFork) = { offset, length };
+    }
+    if (!reader.Ok())
+        return false;
+    *outContainer = std::move(container);
+    *outPlaces = places;
+    return true;
+}
+
+} // namespace
+
+bool ReadFront(const std::function<Bytes(size_t)>& inFront, size_t inSize, Container* outContainer,
+               FrontParts* outPlaces)
+{
+    const Bytes first = inFront(kFirstLook);
+    if (first.size() < std::min(inSize, kFirstLook))
+        return false;
+    const uint32_t magic = ReadBE32(first, 0);
+    if (magic == kAppleSingleMagic || magic == kAppleDoubleMagic)
+        return IsKnownVersion(ReadBE32(first, 4)) && ReadAppleFront(first, inSize, outContainer, outPlaces);
+    if (!IsPlainFront(first, inSize))
+        return false;
+    const Bytes second = inFront(kSecondLook);
+    if (second.size() < std::min(inSize, kSecondLook) || FindBinHex(second))
+        return false;
+    *outContainer = {};
+    *outPlaces = {};
+    return true;
+}
+
 FInfo FinderInfoFromBytes(const uint8_t* inSixteen)
 {
     BigEndianReader reader(inSixteen, 16);

@@ -7,6 +7,7 @@
 #include <Carbon/Files.h>
 #include <foundation/BigEndian.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -53,6 +54,21 @@ struct Container {
 // Decides by content what the bytes are and finds the parts. A container that announces itself (by a magic
 // number, or as BinHex) and is damaged has problems; bytes that merely resemble one are Form::None.
 Container ReadContainer(Bytes);
+
+// ReadFront
+//
+// What the first bytes of a file tell of it, when those are enough: it is no container, or an AppleDouble or
+// AppleSingle without damage, whose forks are told of by their places. Answers false when more must be read,
+// and has then said nothing. inFront answers the first bytes, as many as it is asked for or all there are;
+// inSize is how many there are.
+struct FrontParts {
+    struct Place {
+        size_t offset = 0, length = 0;
+    };
+    Place resourceFork, dataFork;
+};
+bool ReadFront(const std::function<Bytes(size_t inWanted)>& inFront, size_t inSize, Container* outContainer,
+               FrontParts* outPlaces);
 
 // Whether a header of MacBinary stands at the front, with its check sum or, in version I, with everything
 // plausible.

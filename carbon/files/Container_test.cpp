@@ -5,6 +5,7 @@
 #include <doctest/doctest.h>
 #include <fstream>
 #include <iterator>
+#include <random>
 
 using namespace lampblack::files;
 
@@ -135,4 +136,68 @@ TEST_CASE("FinderInfoToBytes: comes back")
     CHECK(std::equal(bytes, bytes + 32, again));
     CHECK(bytes[0] == 'T');
     CHECK(bytes[8] == 0x40);
+}
+
+namespace {
+
+Bytes Part(Bytes inFile, FrontParts::Place inPlace)
+{
+    return inFile.subspan(inPlace.offset, inPlace.length);
+}
+
+// Whether the front was enough. Then it has said the same as the whole file.
+bool FrontAgrees(Bytes inFile)
+{
+    Container front;
+    FrontParts places;
+    const auto look = [&](size_t wanted) { return inFile.first(std::min(wanted, inFile.size())); };
+    if (!ReadFront(look, inFile.size(), &front, &places))
+        return false;
+    const Container whole = ReadContainer(inFile);
+    REQUIRE(front.form == whole.form);
+    REQUIRE(whole.problems.empty());
+    REQUIRE(front.hasResourceFork == whole.hasResourceFork);
+    REQUIRE(front.hasDataFork == whole.hasDataFork);
+    REQUIRE(front.hasFinderInfo == whole.hasFinderInfo);
+    REQUIRE(front.finderInfo.fdType == whole.finderInfo.fdType);
+    REQUIRE(front.extendedFinderInfo.fdPutAway == whole.extendedFinderInfo.fdPutAway);
+    REQUIRE(front.name == whole.name);
+    REQUIRE(front.dates.created == whole.dates.created);
+    REQUIRE(Text(Part(inFile, places.resourceFork)) == Text(whole.resourceFork));
+    REQUIRE(Text(Part(inFile, places.dataFork)) == Text(whole.dataFork));
+    return true;
+}
+
+} // namespace
+
+TEST_CASE("ReadFront: says the same as the whole file, or that it cannot say")
+{
+    CHECK(FrontAgrees(Seed("appledouble")));
+
+    CHECK(FrontAgrees(std::vector<uint8_t>(100000, 'x')));
+    CHECK(FrontAgrees({}));
+    for (const char* seed : { "raw-small", "macbinary1", "macbinary3", "binhex", "applesingle-cut" })
+        CHECK_FALSE(FrontAgrees(Seed(seed)));
+    std::mt19937 random(3);
+    int said = 0;
+    for (const char* seed : { "raw-rich", "appledouble", "applesingle", "macbinary2", "binhex" })
+        for (int i = 0; i < 4000; ++i) {
+            std::vector<uint8_t> bytes = Seed(seed);
+            for (unsigned change = random() % 4; change > 0; --change)
+                bytes[random() % std::min<size_t>(bytes.size(), 160)] = (uint8_t)random();
+            bytes.resize(random() % 5 ? bytes.size() : random() % (bytes.size() + 1));
+            said += FrontAgrees(bytes) ? 1 : 0;
+        }
+    CHECK(said > 1000);
+}
+
+TEST_CASE("ReadFront: a text that announces BinHex far behind its beginning is looked at wholly")
+{
+    const std::string line = "(This file must be converted with BinHex 4.0)\r:";
+    for (const size_t start : { (size_t)600, 16384 - line.size(), (size_t)16380, (size_t)20000 }) {
+        std::string text(30000, ' ');
+        text.replace(start, line.size(), line);
+        const Bytes bytes((const uint8_t*)text.data(), text.size());
+        CHECK(FrontAgrees(bytes) == (start + line.size() > 16384));
+    }
 }

@@ -265,7 +265,7 @@ bool ForkHome::IsCurrent(const LocatedForks& inForks) const
     const bool isKnown = &inForks != &fForks;
     return std::all_of(inForks.lookedAt.begin(), inForks.lookedAt.end(), [&](const auto& file) {
         const FileIdentity current =
-            file.path == fHomePath ? FileIdentity::Of(fFile.Get()) : FileIdentity::At(file.path);
+            file.path == fHomePath.native() ? FileIdentity::Of(fFile.Get()) : FileIdentity::At(file.path);
         return current == file.identity && (isKnown || !current.exists || time - current.changed > kRecent);
     });
 }

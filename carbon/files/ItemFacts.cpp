@@ -60,7 +60,7 @@ OSErr ItemFacts::Look()
 const LocatedForks& ItemFacts::Forks()
 {
     if (!fForks && S_ISREG(fStatus.stx_mode))
-        fForks = LocateForks(fPath);
+        fForks = LocateForks(fPath, Wanted::Both, Delivery::Places);
     if (!fForks && fItem.isFolder)
         ReadFolderInfo();
     if (!fForks)
@@ -96,7 +96,7 @@ UInt64 ItemFacts::DataSize()
 {
     if (!S_ISREG(fStatus.stx_mode))
         return 0;
-    return Forks().exists ? Forks().dataFork.size() : fStatus.stx_size;
+    return Forks().exists ? Forks().dataSize : fStatus.stx_size;
 }
 
 // What is written into an open resource fork is not in its file yet.
@@ -104,7 +104,7 @@ UInt64 ItemFacts::ResourceSize()
 {
     if (const OpenFile* writer = WriterOf(fItem, true); writer && writer->fork)
         return (UInt64)SizeOf(*writer);
-    return Forks().resourceFork.size();
+    return Forks().resourceSize;
 }
 
 UInt32 ItemFacts::Valence() const
@@ -145,7 +145,7 @@ UInt8 ItemFacts::Attributes() const
 
 FInfo FinderInfoOf(const Item& inItem)
 {
-    return inItem.isLink ? kLinkInfo : LocateForks(PathOf(inItem)).finderInfo;
+    return inItem.isLink ? kLinkInfo : LocateForks(PathOf(inItem), Wanted::Both, Delivery::Places).finderInfo;
 }
 
 UInt64 PhysicalSize(UInt64 inLogicalSize)

@@ -2,16 +2,15 @@
 #include "Listing.h"
 
 #include "Catalog.h"
+#include "FileIdentity.h"
 
 #include <foundation/MacRoman.h>
 
 #include <algorithm>
 #include <cstring>
-#include <ctime>
 #include <dirent.h>
 #include <list>
 #include <set>
-#include <sys/stat.h>
 
 namespace lampblack::files {
 
@@ -21,10 +20,6 @@ namespace {
 
 constexpr size_t kRemembered = 8;
 constexpr size_t kLongestName = 31; // of a Macintosh name
-constexpr int64_t kSecond = 1000000000;
-// A file system's times advance in steps: a change within one step of a listing leaves the folder's times as
-// they were. Linux steps by at most 10 ms; systems without nanoseconds by up to 2 s.
-constexpr int64_t kFineStep = 20000000, kCoarseStep = 2 * kSecond + kFineStep;
 
 bool IsListed(std::string_view inName)
 {
@@ -126,41 +121,9 @@ size_t MakeKey(std::string_view inMacName, char* outKey)
     return keys.Make(inMacName, outKey);
 }
 
-int64_t Nanoseconds(const timespec& inTime)
-{
-    return (int64_t)inTime.tv_sec * kSecond + inTime.tv_nsec;
-}
-
-// What says that a folder is still the one that was listed, with the same names in it.
-struct Stamp {
-    dev_t device = 0;
-    ino_t node = 0;
-    int64_t modified = 0, changed = 0;
-    bool operator==(const Stamp&) const = default;
-};
-
-bool StampOf(const path& inFolder, Stamp* outStamp)
-{
-    struct stat status;
-    if (stat(inFolder.c_str(), &status) != 0)
-        return false;
-    *outStamp = { status.st_dev, status.st_ino, Nanoseconds(status.st_mtim), Nanoseconds(status.st_ctim) };
-    return true;
-}
-
-// Whether a change after this moment will show in the folder's times.
-bool IsSettled(const Stamp& inStamp)
-{
-    timespec time;
-    clock_gettime(CLOCK_REALTIME, &time);
-    const int64_t step = inStamp.modified % kSecond == 0 ? kCoarseStep : kFineStep;
-    const int64_t age = Nanoseconds(time) - inStamp.modified;
-    return age > step || age < -step; // a time to come is left behind by any change
-}
-
 struct Remembered {
     path folder;
-    Stamp stamp;
+    FileIdentity stamp;
     bool isSettled;
     std::shared_ptr<const Listing> listing;
 };
@@ -227,17 +190,16 @@ std::shared_ptr<const Listing> ListingOf(const path& inFolder)
     const auto found = std::find_if(memory.begin(), memory.end(), [&](const Remembered& one) {
         return one.folder.native() == inFolder.native();
     });
-    Stamp stamp;
-    const bool isThere = StampOf(inFolder, &stamp);
-    if (found != memory.end() && isThere && found->isSettled && found->stamp == stamp) {
+    const FileIdentity stamp = FileIdentity::At(inFolder);
+    if (found != memory.end() && stamp.exists && found->isSettled && found->stamp == stamp) {
         memory.splice(memory.begin(), memory, found);
         return found->listing;
     }
     if (found != memory.end())
         memory.erase(found);
-    const bool isSettled = isThere && IsSettled(stamp);
+    const bool isSettled = stamp.exists && stamp.WouldShowChange();
     auto listing = std::make_shared<const Listing>(inFolder);
-    if (isThere)
+    if (stamp.exists)
         memory.push_front({ inFolder, stamp, isSettled, listing });
     if (memory.size() > kRemembered)
         memory.pop_back();

@@ -71,6 +71,17 @@ OSErr LookUp(Folder inFolder, std::string_view inMacName, Item* outItem)
     return fnfErr;
 }
 
+// The usual case, the exact name of something in a folder that is known: one look at the host.
+bool LookUpAtOnce(SInt16 inVolume, SInt32 inDirectory, std::string_view inMacName, Item* outItem)
+{
+    Folder folder;
+    if (!IsPossibleName(inMacName) || FolderMeant(inVolume, inDirectory, &folder) != noErr ||
+        !IsFolderID(folder))
+        return false;
+    *outItem = { folder, HostNameOf(inMacName), std::string(inMacName) };
+    return LookAtHost(outItem);
+}
+
 OSErr VolumeItem(const Volume* inVolume, Item* outItem)
 {
     if (!inVolume)
@@ -126,6 +137,8 @@ OSErr Resolve(SInt16 inVolume, SInt32 inDirectory, ConstStr255Param inName, Item
         return error != noErr ? error : Walk(name.substr(colon + 1), outItem);
     }
     Folder folder;
+    if (LookUpAtOnce(inVolume, inDirectory, name, outItem))
+        return noErr;
     OSErr error = ResolveFolder(inVolume, inDirectory, &folder);
     if (error != noErr)
         return error;

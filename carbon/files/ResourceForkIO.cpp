@@ -63,31 +63,27 @@ public:
     OSErr Open(const path& inPath)
     {
         fPath = inPath;
-        fForks = LocateForks(inPath);
-        if (const OSErr error = ErrorOfSearch(fForks); error != noErr)
-            return error;
-        fSize = (SInt64)fForks.resourceFork.size();
-        return noErr;
+        return Locate();
     }
 
     OSErr StartWriting(WriteAccess) override
     {
         if (IsLocked(fPath))
             return permErr;
-        const OSErr error = ForkHome::Open(fPath, &fHome);
+        OSErr error = ForkHome::Open(fPath, &fHome);
+        error = error == noErr ? Locate() : error;
         if (error != noErr)
-            return error;
-        UseForksOfHome();
-        return noErr;
+            fHome.reset();
+        return error;
     }
 
     OSErr StopWriting() override
     {
         const OSErr error = Commit();
         fStage.Close();
-        UseForksOfHome();
+        const OSErr located = fHome ? Locate() : (OSErr)noErr;
         fHome.reset();
-        return error;
+        return error != noErr ? error : located;
     }
 
     OSErr GetSize(SInt64* outSize) override
@@ -100,12 +96,10 @@ public:
     {
         const size_t count = (size_t)std::clamp<SInt64>(fSize - inOffset, 0, (SInt64)inSize);
         *outDone = 0;
-        if (fStage && !ReadAll(fStage.Get(), outBytes, count, inOffset))
-            return ioErr;
-        if (!fStage && count)
-            std::memcpy(outBytes, fForks.resourceFork.data() + inOffset, count);
-        *outDone = count;
-        return noErr;
+        const bool isRead =
+            fStage ? ReadAll(fStage.Get(), outBytes, count, inOffset) : ReadOld(outBytes, count, inOffset);
+        *outDone = isRead ? count : 0;
+        return isRead ? (OSErr)noErr : (OSErr)ioErr;
     }
 
     OSErr Write(const void* inBytes, size_t inSize, SInt64 inOffset, size_t* outDone) override
@@ -159,8 +153,7 @@ public:
         if (error != noErr)
             return error;
         fStage.Close();
-        UseForksOfHome();
-        return noErr;
+        return fHome ? Locate() : (OSErr)noErr;
     }
 
     bool NeedsItsName() const override { return fHome != nullptr; }
@@ -179,9 +172,14 @@ private:
         Descriptor stage = NamelessFile(fHome->HomePath().parent_path());
         if (!stage)
             return LastError();
-        const OSErr error = WriteAll(stage.Get(), fForks.resourceFork.first((size_t)inKept), 0);
-        if (error != noErr)
-            return error;
+        std::vector<uint8_t> buffer(std::min((size_t)inKept, kBuffer));
+        for (SInt64 done = 0; done < inKept; done += (SInt64)buffer.size()) {
+            const Bytes part = Bytes(buffer).first(std::min(buffer.size(), (size_t)(inKept - done)));
+            const OSErr error =
+                ReadOld(buffer.data(), part.size(), done) ? WriteAll(stage.Get(), part, done) : (OSErr)ioErr;
+            if (error != noErr)
+                return error;
+        }
         fStage = std::move(stage);
         fSize = inKept;
         return noErr;
@@ -212,16 +210,39 @@ private:
         utimensat(AT_FDCWD, fPath.c_str(), now, 0);
     }
 
-    void UseForksOfHome()
+    // Finds the fork as it is on the disk. A large one is not mapped but read: then nobody can pull bytes
+    // from under this process by making its file shorter.
+    OSErr Locate()
     {
-        if (!fHome)
-            return;
-        fForks = fHome->Forks();
-        fSize = (SInt64)fForks.resourceFork.size();
+        fForks = LocateForks(fPath, Wanted::ResourceForkOnly, Delivery::Places);
+        const OSErr error = ErrorOfSearch(fForks);
+        if (error != noErr)
+            return error;
+        fSize = (SInt64)fForks.resourceSize;
+        fOld = fForks.resourceOffset >= 0 ? fForks.resourceFile.TakeHeldFile() : Descriptor();
+        fOldBytes = fForks.resourceFork;
+        if (!fOld && fForks.resourceOffset >= 0 && fForks.resourceFile.Load())
+            fOldBytes = fForks.resourceFile.Contents().subspan((size_t)fForks.resourceOffset, (size_t)fSize);
+        return fOld || (SInt64)fOldBytes.size() == fSize ? (OSErr)noErr : (OSErr)ioErr;
     }
 
+    bool ReadOld(void* outBytes, size_t inCount, SInt64 inOffset) const
+    {
+        if (fOld)
+            return ReadAll(fOld.Get(), outBytes, inCount, fForks.resourceOffset + inOffset);
+        if (!foundation::Fits((size_t)inOffset, inCount, fOldBytes.size()))
+            return false;
+        if (inCount)
+            std::memcpy(outBytes, fOldBytes.data() + inOffset, inCount);
+        return true;
+    }
+
+    static constexpr size_t kBuffer = 262144;
+
     path fPath;
-    LocatedForks fForks;             // the fork as it is on the disk
+    LocatedForks fForks; // where the fork is on the disk
+    Descriptor fOld;     // the file that holds it; none: it is in memory
+    Bytes fOldBytes;
     std::unique_ptr<ForkHome> fHome; // while it may be written
     Descriptor fStage;               // the fork as it was written, from the first write to the commit
     SInt64 fSize = 0;

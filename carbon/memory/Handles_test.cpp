@@ -5,6 +5,7 @@
 #include <doctest/doctest.h>
 #include <memory/HandleBlock.h>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -311,4 +312,37 @@ TEST_CASE("Munger: bytes of the block itself, and offsets outside it")
     CHECK(Munger(handle, -1, "a", 1, "b", 1) < 0);
     CHECK(TextOf(handle) == "abcabc");
     DisposeHandle(handle);
+}
+
+TEST_CASE("IsHandleValid: addresses within and behind the records are no handles")
+{
+    const Handle handle = NewHandle(4);
+    for (const ptrdiff_t distance : { 1, 4, 8, 32, 63 })
+        CHECK_FALSE(IsHandleValid((Handle)((char*)handle + distance)));
+    CHECK_FALSE(IsHandleValid((Handle)((char*)handle + (ptrdiff_t)100000 * 64)));
+    CHECK_FALSE(IsHandleValid((Handle)((char*)handle - (ptrdiff_t)100000 * 64)));
+    CHECK_FALSE(IsHandleValid((Handle)(uintptr_t)-8));
+    CHECK(IsHandleValid(handle));
+    DisposeHandle(handle);
+}
+
+TEST_CASE("NewHandle: a hundred thousand are alive at once and each keeps its own")
+{
+    constexpr size_t kMany = 100000;
+    std::vector<Handle> handles(kMany);
+    for (size_t i = 0; i < kMany; ++i) {
+        handles[i] = NewHandle(4);
+        REQUIRE(handles[i] != nullptr);
+        std::memcpy(*handles[i], &i, 4);
+    }
+    for (size_t i = 0; i < kMany; i += 2)
+        DisposeHandle(handles[i]);
+    for (size_t i = 0; i < kMany; ++i) {
+        REQUIRE(IsHandleValid(handles[i]) == (i % 2 == 1));
+        REQUIRE((i % 2 == 0 || std::memcmp(*handles[i], &i, 4) == 0));
+    }
+    const size_t count = lampblack::memory::gHandles.Count();
+    for (size_t i = 1; i < kMany; i += 2)
+        DisposeHandle(handles[i]);
+    CHECK(lampblack::memory::gHandles.Count() == count - kMany / 2);
 }

@@ -29,16 +29,20 @@ OSErr Flush(int inFile)
     return fdatasync(inFile) == 0 ? (OSErr)noErr : files::ErrorOfHost(errno);
 }
 
+std::optional<files::FileIdentity> IdentityIn(const files::LocatedForks& inForks, const std::string& inPath)
+{
+    for (const auto& file : inForks.lookedAt)
+        if (file.path == inPath)
+            return file.identity;
+    return {};
+}
+
 // Another call may have replaced the home's file, with the same fork in it.
 void FollowHome(ResourceFile& ioFile)
 {
     if (ioFile.generation == ioFile.home->Generation())
         return;
     ioFile.generation = ioFile.home->Generation();
-    if (ioFile.image->IsCopy())
-        return;
-    ioFile.image = ForkImage::OfPlace(ioFile.home->Place());
-    ioFile.map.Rebase(ioFile.image->Contents(), ioFile.areas.dataOffset, ioFile.areas.dataLength);
 }
 
 PlanInput InputFor(ResourceFile& inFile, const std::vector<NewData>& inData)
@@ -61,7 +65,7 @@ bool MayPatch(ResourceFile& inFile)
 // A copy that others read stays theirs.
 void OwnImage(ResourceFile& ioFile)
 {
-    if (!ioFile.image->IsCopy() || ioFile.image.use_count() == 1)
+    if (ioFile.image.use_count() == 1)
         return;
     const Bytes bytes = ioFile.image->Contents();
     ioFile.image = ForkImage::OfBytes(std::vector<uint8_t>(bytes.begin(), bytes.end()));
@@ -69,11 +73,9 @@ void OwnImage(ResourceFile& ioFile)
 
 void PatchImage(ResourceFile& ioFile, const ForkPlan& inPlan)
 {
-    if (ioFile.image->IsCopy()) {
-        for (const Patch& patch : inPlan.preparations)
-            ioFile.image->Patch(patch.offset, patch.bytes);
-        ioFile.image->Patch(inPlan.commit.offset, inPlan.commit.bytes);
-    }
+    for (const Patch& patch : inPlan.preparations)
+        ioFile.image->Patch(patch.offset, patch.bytes);
+    ioFile.image->Patch(inPlan.commit.offset, inPlan.commit.bytes);
     ioFile.areas = inPlan.areas;
     ioFile.map.Rebase(ioFile.image->Contents(), ioFile.areas.dataOffset, ioFile.areas.dataLength);
 }
@@ -144,9 +146,7 @@ OSErr RewriteFile(ResourceFile& ioFile, const std::vector<NewData>& inData)
     ioFile.hasPlace = true;
     bytes.assign(plan.whole.begin(), plan.whole.end());
     bytes.resize(plan.whole.size() + plan.room);
-    constexpr size_t kLargestCopy = 1u << 20;
-    ioFile.image = bytes.size() < kLargestCopy ? ForkImage::OfBytes(std::move(bytes))
-                                               : ForkImage::OfPlace(ioFile.home->Place());
+    ioFile.image = ForkImage::OfBytes(std::move(bytes));
     ioFile.areas = plan.areas;
     ioFile.map.Rebase(ioFile.image->Contents(), plan.areas.dataOffset, plan.areas.dataLength);
     ioFile.space.reset();
@@ -166,9 +166,11 @@ OSErr Commit(ResourceFile& ioFile, const std::vector<NewData>& inData)
     ForkPlan plan;
     const OSErr error =
         PlanPatch(ioFile, inData, &plan) ? PatchFile(ioFile, plan) : RewriteFile(ioFile, inData);
-    if (error == noErr)
-        ioFile.isCompact = false;
-    return error;
+    if (error != noErr)
+        return error;
+    ioFile.isCompact = false;
+    ioFile.hasWritten = true;
+    return noErr;
 }
 
 // What the handle of a changed resource holds, as the file is to have it. A purged handle has nothing: the
@@ -222,9 +224,30 @@ OSErr Update(ResourceFile& ioFile)
 
 OSErr UpdateFile(ResourceFile* ioFile)
 {
-    if (ioFile->isFrozen || !ioFile->map.HasChanges())
-        return noErr;
-    return WithoutExceptions([&] { return Update(*ioFile); });
+    const bool isDue = !ioFile->isFrozen && ioFile->map.HasChanges();
+    const OSErr error = isDue ? WithoutExceptions([&] { return Update(*ioFile); }) : (OSErr)noErr;
+    NoteModification(ioFile);
+    return error;
+}
+
+// What was known of the file before holds if nothing but its times is other than it was.
+void NoteModification(ResourceFile* ioFile)
+{
+    if (!ioFile->hasWritten || !ioFile->home || ioFile->home->HomePath() == ioFile->home->Path())
+        return;
+    const std::string& path = ioFile->home->Path().native();
+    const files::FileIdentity before = files::FileIdentity::At(path);
+    timespec times[2] = { { 0, UTIME_OMIT }, {} };
+    clock_gettime(CLOCK_REALTIME, &times[1]);
+    ioFile->hasWritten = false;
+    if (utimensat(AT_FDCWD, path.c_str(), times, 0) != 0)
+        return;
+    const files::FileIdentity after = files::FileIdentity::At(path);
+    const std::optional<files::FileIdentity> known =
+        ioFile->ownIdentity ? ioFile->ownIdentity : IdentityIn(*ioFile->located, path);
+    const bool isSame = known && before == *known && after.inode == before.inode &&
+                        after.device == before.device && after.size == before.size;
+    ioFile->ownIdentity = isSame ? after : files::FileIdentity(); // one that nothing is equal to
 }
 
 OSErr UpdateOne(ResourceFile* ioFile, uint32_t inEntry)

@@ -28,7 +28,7 @@ SInt16 ResourceChain::Open(const files::Item& inItem, bool inResourceFork, int i
         return open->refNum;
     auto file = std::make_unique<ResourceFile>();
     file->item = inItem;
-    file->path = files::PathOf(inItem);
+    file->path = files::PathTextOf(inItem);
     file->isResourceFork = inResourceFork;
     *outError = OpenFork(inPermission, file.get());
     if (*outError != noErr)
@@ -39,7 +39,7 @@ SInt16 ResourceChain::Open(const files::Item& inItem, bool inResourceFork, int i
     open.item = inItem;
     open.isResourceFork = inResourceFork;
     open.isWritable = file->home != nullptr;
-    open.logicalSize = (SInt64)file->image->Contents().size();
+    open.logicalSize = (SInt64)file->image->Size();
     file->refNum = files::AddOpenFile(open);
     if (file->refNum == 0) {
         *outError = tmfoErr;
@@ -64,32 +64,60 @@ OSErr ResourceChain::OpenFork(int inPermission, ResourceFile* ioFile)
 
 namespace {
 
+// What the host said of an item when its name was resolved, a moment ago; of a link that says nothing.
+const files::FileIdentity* SeenJustNow(const files::Item& inItem)
+{
+    return inItem.isLink || !inItem.seen.exists ? nullptr : &inItem.seen;
+}
+
 OSErr Parse(ForkImage& ioImage)
 {
-    if (ioImage.Contents().empty())
+    if (ioImage.Size() == 0)
         return eofErr;
     return ioImage.Parse() ? mapReadErr : noErr;
 }
 
+// The fork in memory that was found and is wanted wholly; null when it cannot be read.
+std::shared_ptr<ForkImage> WholeImage(const files::ForkHome& inHome, const files::LocatedForks& inForks,
+                                      bool inHasPlace, bool inResourceFork)
+{
+    if (inHasPlace)
+        return ForkImage::OfPlace(inHome.Place());
+    files::LocatedForks forks = inForks;
+    return ForkImage::Copied(forks, inResourceFork);
+}
+
 } // namespace
+
+void ResourceFile::LetImageGo()
+{
+    if (holdsImage)
+        image->LetGo();
+    holdsImage = false;
+}
 
 OSErr ResourceChain::OpenForReading(ResourceFile* ioFile)
 {
+    const files::FileIdentity* seen = SeenJustNow(ioFile->item);
     const KnownFork* known = KnownForks().Find(ioFile->path, ioFile->isResourceFork);
-    if (known && ForkCache::IsCurrent(known->located)) {
+    if (known && ForkCache::IsCurrent(*known->located, ioFile->path, seen) && known->image->Hold()) {
         ioFile->located = known->located;
         ioFile->image = known->image;
-        ioFile->isSettled = true;
+        ioFile->isSettled = ioFile->holdsImage = true;
         return Parse(*ioFile->image);
     }
     const int64_t start = FileTimeNow();
-    const files::LocatedForks forks = files::LocateForks(ioFile->path, files::Wanted::ResourceForkOnly);
+    const auto delivery = ioFile->isResourceFork ? files::Delivery::Places : files::Delivery::Bytes;
+    files::LocatedForks forks = files::LocateForks(ioFile->path, files::Wanted::ResourceForkOnly, delivery);
     OSErr error = files::ErrorOfSearch(forks);
     if (error != noErr)
         return error;
     ioFile->image = ForkImage::Of(forks, ioFile->isResourceFork);
+    if (!ioFile->image)
+        return mapReadErr;
+    ioFile->holdsImage = true;
     ioFile->located = ForkCache::Stripped(forks, ioFile->path);
-    ioFile->isSettled = ForkCache::IsSettled(ioFile->located, start, {});
+    ioFile->isSettled = ForkCache::IsSettled(*ioFile->located, start, {});
     error = Parse(*ioFile->image);
     if (error == noErr && ioFile->isSettled)
         KnownForks().Keep({ ioFile->path, ioFile->isResourceFork, ioFile->located, ioFile->image });
@@ -104,27 +132,26 @@ OSErr ResourceChain::OpenForWriting(ResourceFile* ioFile)
     bool holds = false;
     const int64_t start = FileTimeNow();
     const auto which = ioFile->isResourceFork ? ForkHome::Fork::Resource : ForkHome::Fork::Data;
-    OSErr error =
-        ForkHome::Open(ioFile->path, &ioFile->home, which, known.image ? &known.located : nullptr, &holds);
+    OSErr error = ForkHome::Open(ioFile->path, &ioFile->home, which,
+                                 known.image ? known.located.get() : nullptr, &holds);
     if (error != noErr)
         return error;
     ForkHome& home = *ioFile->home;
     if (holds) {
         ioFile->located = std::move(known.located);
-        ioFile->image = std::move(known.image);
         ioFile->isSettled = ioFile->hasPlace = true;
+        ioFile->image = known.image->IsWhole() ? std::move(known.image) : ForkImage::OfPlace(home.Place());
     } else {
         const files::LocatedForks& forks = home.Forks();
         const files::ForkPlace place = home.Place();
         const bool isAtHome = !ioFile->isResourceFork || forks.resourcePath == home.HomePath();
         ioFile->hasPlace = isAtHome && place.file >= 0;
-        ioFile->image =
-            ioFile->hasPlace ? ForkImage::OfPlace(place) : ForkImage::Of(forks, ioFile->isResourceFork);
+        ioFile->image = WholeImage(home, forks, ioFile->hasPlace, ioFile->isResourceFork);
         ioFile->located = ForkCache::Stripped(forks, home.Path());
-        ioFile->isSettled = ForkCache::IsSettled(ioFile->located, start, home.HomePath());
+        ioFile->isSettled = ForkCache::IsSettled(*ioFile->located, start, home.HomePath());
     }
     ioFile->generation = home.Generation();
-    error = Parse(*ioFile->image);
+    error = ioFile->image ? Parse(*ioFile->image) : (OSErr)mapReadErr;
     if (error == noErr && !ioFile->image->IsSound())
         error = mapReadErr;
     if (error != noErr)
@@ -143,9 +170,10 @@ const ResourceFile* ResourceChain::FindReusable(const files::Item& inItem, bool 
         const bool isSame = file->isResourceFork == inResourceFork && file->item.parent == wanted.parent &&
                             file->item.hostName == wanted.hostName;
         const bool serves = inPermission == fsCurPerm ? file->home || file->mayWriteLater
-                                                      : !file->home && ForkCache::IsCurrent(file->located) &&
-                                                            !file->map.HasChanges();
-        if (isSame && serves)
+                                                      : !file->home && !file->map.HasChanges();
+        const bool isCurrent = inPermission == fsCurPerm ||
+                               ForkCache::IsCurrent(*file->located, file->path, SeenJustNow(inItem));
+        if (isSame && serves && isCurrent)
             return file.get();
     }
     return nullptr;
@@ -213,15 +241,18 @@ void LeaveHome(ResourceFile* ioFile)
     const files::ForkHome& home = *ioFile->home;
     const files::ForkPlace place = home.Place();
     const bool isKnown = ioFile->isSettled && ioFile->hasPlace && place.file >= 0 && !ioFile->mustRewrite &&
-                         ioFile->image->IsCopy() && ioFile->located.resourcePath == home.HomePath() &&
-                         place.length == ioFile->image->Contents().size();
+                         ioFile->image->IsWhole() && ioFile->located->resourcePath == home.HomePath() &&
+                         place.length == ioFile->image->Size();
     if (isKnown) {
-        KnownFork known = { ioFile->path, ioFile->isResourceFork, std::move(ioFile->located), ioFile->image };
-        for (auto& file : known.located.lookedAt)
-            if (file.path == home.HomePath())
+        auto located = std::make_shared<files::LocatedForks>(*ioFile->located);
+        for (auto& file : located->lookedAt)
+            if (file.path == home.HomePath().native())
                 file.identity = files::FileIdentity::Of(place.file);
-        known.located.resourceOffset = place.offset;
-        KnownForks().Keep(std::move(known));
+            else if (file.path == home.Path().native() && ioFile->ownIdentity)
+                file.identity = *ioFile->ownIdentity;
+        located->resourceOffset = place.offset;
+        located->resourceSize = place.length;
+        KnownForks().Keep({ ioFile->path, ioFile->isResourceFork, std::move(located), ioFile->image });
     }
     ioFile->home.reset();
 }
@@ -255,9 +286,8 @@ void ResourceChain::Disposed(Handle inHandle)
 {
     const Resource resource = ResourceOf(inHandle);
     if (resource && resource.IsChanged()) {
-        Bytes ignored;
         ResourceMap& map = resource.file->map;
-        if (map.Data(resource.entry, &ignored))
+        if (map.IsInFile(resource.entry))
             map.SetChanged(resource.entry, false);
         else
             map.Remove(resource.entry); // it was never in the file
@@ -305,14 +335,21 @@ OSErr ResourceChain::Load(Handle inHandle)
 
 OSErr ResourceChain::LoadInto(Handle inHandle, const Resource& inResource)
 {
-    Bytes data;
-    if (!inResource.file->map.Data(inResource.entry, &data))
+    DataPlace place;
+    const ResourceMap& map = inResource.file->map;
+    if (!map.PlaceOf(inResource.entry, &place))
         return eofErr;
-    const OSErr memory = PtrToXHand(data.data(), inHandle, (long)data.size());
-    if (memory != noErr)
-        return memory;
+    if (place.length > (size_t)memory::kLargestBlock)
+        return memFullErr;
+    ReallocateHandle(inHandle, (Size)place.length);
+    if (MemError() != noErr)
+        return MemError();
+    if (!map.Read(place.offset, place.length, *inHandle)) {
+        EmptyHandle(inHandle);
+        return eofErr;
+    }
     const ResourceInfo info = inResource.Info();
-    const OSStatus flipped = FlipLoaded(info.type, info.id, *inHandle, data.size());
+    const OSStatus flipped = FlipLoaded(info.type, info.id, *inHandle, place.length);
     if (flipped != noErr) {
         EmptyHandle(inHandle);
         return (OSErr)flipped;
@@ -324,6 +361,26 @@ OSErr ResourceChain::LoadInto(Handle inHandle, const Resource& inResource)
     return noErr;
 }
 
+namespace {
+
+// In place of the map and the data that are read: the whole fork, as the home has it.
+bool ReadWholly(files::ForkHome& ioHome, ResourceFile* ioFile)
+{
+    const bool hasPlace = ioFile->located->resourcePath == ioHome.HomePath() && ioHome.Place().file >= 0;
+    const auto whole = WholeImage(ioHome, ioHome.Forks(), hasPlace, ioFile->isResourceFork);
+    if (!whole || whole->Size() < ioFile->image->Size() || !whole->IsSound())
+        return false;
+    if (ioFile->map.IsEdited())
+        ioFile->map.Rebase(whole->Contents(), ioFile->areas.dataOffset, ioFile->areas.dataLength);
+    else
+        ioFile->map.Open(&whole->Fork());
+    ioFile->LetImageGo();
+    ioFile->image = whole;
+    return true;
+}
+
+} // namespace
+
 // The application's file was opened for reading, so that many may run at once; it is written if nobody wrote
 // it since.
 OSErr EnsureWritable(ResourceFile* ioFile)
@@ -333,20 +390,22 @@ OSErr EnsureWritable(ResourceFile* ioFile)
         return noErr;
     if (!ioFile->mayWriteLater)
         return wrPermErr;
-    if (!ioFile->image->IsSound())
+    if (ioFile->image->IsWhole() && !ioFile->image->IsSound())
         return mapReadErr;
     std::unique_ptr<ForkHome> home;
     bool holds = false;
     const OSErr error =
-        ForkHome::Open(ioFile->path, &home, ForkHome::Fork::Resource, &ioFile->located, &holds);
+        ForkHome::Open(ioFile->path, &home, ForkHome::Fork::Resource, ioFile->located.get(), &holds);
     if (error != noErr)
         return error;
     if (!holds)
         return opWrErr;
+    if (!ioFile->image->IsWhole() && !ReadWholly(*home, ioFile))
+        return mapReadErr;
     ioFile->home = std::move(home);
     if (files::OpenFile* open = files::FindOpenFile(ioFile->refNum))
         open->isWritable = true;
-    ioFile->hasPlace = ioFile->located.resourcePath == ioFile->home->HomePath();
+    ioFile->hasPlace = ioFile->located->resourcePath == ioFile->home->HomePath();
     ioFile->generation = ioFile->home->Generation();
     return noErr;
 }

@@ -12,6 +12,7 @@
 #include <files/Catalog.h>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace lampblack::resources {
@@ -20,10 +21,11 @@ struct ResourceFile {
     SInt16 refNum = 0;
     unsigned opening = ++gChainChanges; // no other file was opened as this one
     files::Item item;                   // the file that was opened
-    std::filesystem::path path;
-    bool isResourceFork = true;  // false: the map lies in the data fork
-    files::LocatedForks located; // as the fork was found; without its bytes
+    std::string path;
+    bool isResourceFork = true;                         // false: the map lies in the data fork
+    std::shared_ptr<const files::LocatedForks> located; // as the fork was found; without its bytes
     std::shared_ptr<ForkImage> image;
+    bool holdsImage = false; // and lets it go at the end
     ResourceMap map;
     std::vector<Handle> handles; // by entry; null: not asked for yet. Grows as they are asked for.
     LoadedTable loaded;          // of these, some that are loaded: each what Find of its type and ID leads to
@@ -37,8 +39,15 @@ struct ResourceFile {
     bool isSettled = false;     // what was found may be kept in the cache
     bool hasPlace = false;      // the fork is where the home writes it
     unsigned generation = 0;    // of the home, when the image was made
-    ResourceFork::Shape areas;  // of the fork as it is in the file
+    bool hasWritten = false;    // since the file's own time was set, which shows it
+    std::optional<files::FileIdentity> ownIdentity; // of the file, once that was set
+    ResourceFork::Shape areas;                      // of the fork as it is in the file
     std::optional<FreeSpace> space;
+
+    ResourceFile() = default;
+    ResourceFile(const ResourceFile&) = delete;
+    ~ResourceFile() { LetImageGo(); }
+    void LetImageGo();
 
     bool IsChanged(uint32_t inEntry) const { return map.IsChanged(inEntry); }
     void ForgetLoaded(uint32_t inEntry);
@@ -124,6 +133,10 @@ OSErr EnsureWritable(ResourceFile*);
 // UpdateFile writes all changes, UpdateOne those of one resource. Errors: those of UpdateResFile.
 OSErr UpdateFile(ResourceFile*);
 OSErr UpdateOne(ResourceFile*, uint32_t inEntry);
+
+// The file has changed, though the host may see only its sidecar change: its time is set. An update and
+// closing do that.
+void NoteModification(ResourceFile*);
 
 // Writes the data of one resource as they are given, whatever is in its handle.
 OSErr WriteBytes(ResourceFile*, uint32_t inEntry, std::vector<uint8_t>&& inBytes);

@@ -21,14 +21,37 @@ constexpr size_t kMapHeaderLength = 28;
 constexpr size_t kTypeLength = 8;
 constexpr size_t kReferenceLength = 12;
 constexpr size_t kNoType = (size_t)-1;
+// Lists and names begin within 64 KB, and a list has at most 65,536 references: nothing lies farther on.
+constexpr size_t kLongestMap = 1u << 20;
 
 } // namespace
 
 const char* ResourceFork::Open(Bytes inFork)
 {
+    const Bytes header = inFork.first(std::min(inFork.size(), kHeaderLength));
+    const DataPlace map = MapPlace(header, inFork.size());
+    const char* problem =
+        OpenMap(header, foundation::Slice(inFork, map.offset, map.length), inFork.size(), nullptr);
+    fBytes = problem ? Bytes() : inFork;
+    return problem;
+}
+
+DataPlace ResourceFork::MapPlace(Bytes inHeader, size_t inForkSize)
+{
+    if (inHeader.size() < kHeaderLength)
+        return {};
+    const uint32_t offset = LoadBE32(&inHeader[4]), length = LoadBE32(&inHeader[12]);
+    return Fits(offset, length, inForkSize) ? DataPlace{ offset, std::min<size_t>(length, kLongestMap) }
+                                            : DataPlace();
+}
+
+const char* ResourceFork::OpenMap(Bytes inHeader, Bytes inMap, size_t inForkSize, const DataReader* inReader)
+{
     *this = ResourceFork();
-    fBytes = inFork;
-    const char* problem = ReadHeader();
+    fSize = inForkSize;
+    fMap = inMap;
+    fReader = inReader;
+    const char* problem = ReadHeader(inHeader);
     problem = problem ? problem : ReadTypes();
     if (problem)
         *this = ResourceFork();
@@ -37,32 +60,31 @@ const char* ResourceFork::Open(Bytes inFork)
     return problem;
 }
 
-const char* ResourceFork::ReadHeader()
+const char* ResourceFork::ReadHeader(Bytes inHeader)
 {
-    if (fBytes.empty())
+    if (inHeader.empty())
         return "the fork is empty";
-    if (fBytes.size() < kHeaderLength)
+    if (inHeader.size() < kHeaderLength)
         return "the header is cut off";
-    const uint32_t dataOffset = LoadBE32(&fBytes[0]), dataLength = LoadBE32(&fBytes[8]);
-    fMapOffset = LoadBE32(&fBytes[4]);
-    fMapLength = LoadBE32(&fBytes[12]);
-    if (!Fits(fMapOffset, fMapLength, fBytes.size()) || fMapOffset < kHeaderLength)
+    fDataOffset = LoadBE32(&inHeader[0]);
+    fMapOffset = LoadBE32(&inHeader[4]);
+    fDataLength = LoadBE32(&inHeader[8]);
+    fMapLength = LoadBE32(&inHeader[12]);
+    if (!Fits(fMapOffset, fMapLength, fSize) || fMapOffset < kHeaderLength)
         return "the map does not lie within the fork";
-    if (!Fits(dataOffset, dataLength, fBytes.size()) || dataOffset < kHeaderLength)
+    if (!Fits(fDataOffset, fDataLength, fSize) || fDataOffset < kHeaderLength)
         return "the data do not lie within the fork";
-    if (fMapLength < kMapHeaderLength + 2)
+    if (fMapLength < kMapHeaderLength + 2 || fMap.size() < std::min<size_t>(fMapLength, kLongestMap))
         return "the map is too short";
-    fDataOffset = dataOffset;
-    fData = fBytes.subspan(dataOffset, dataLength);
-    fAttributes = LoadBE16(&fBytes[fMapOffset + 22]);
-    fTypeList = LoadBE16(&fBytes[fMapOffset + 24]);
-    fNameList = LoadBE16(&fBytes[fMapOffset + 26]);
+    fAttributes = LoadBE16(&fMap[22]);
+    fTypeList = LoadBE16(&fMap[24]);
+    fNameList = LoadBE16(&fMap[26]);
     return fTypeList < kMapHeaderLength ? "the type list lies in the map's header" : nullptr;
 }
 
 const char* ResourceFork::ReadTypes()
 {
-    const Bytes map = fBytes.subspan(fMapOffset, fMapLength);
+    const Bytes map = fMap;
     if (!Fits(fTypeList, 2, map.size()))
         return "the type list does not lie within the map";
     const size_t count = (uint16_t)(LoadBE16(&map[fTypeList]) + 1); // 0xFFFF: no types
@@ -90,9 +112,9 @@ void ResourceFork::BuildIndex()
     fSlots.resize(std::bit_ceil(fCount + fCount / 2 + 1));
     for (size_t index = 0; index < fTypes.size(); ++index) {
         const TypeEntry& type = fTypes[index];
-        uint32_t offset = type.firstReference;
-        for (uint32_t i = 0; i < type.count; ++i, offset += kReferenceLength) {
-            const uint16_t id = LoadBE16(&fBytes[offset]);
+        const uint8_t* reference = &fMap[type.firstReference - fMapOffset];
+        for (uint32_t i = 0; i < type.count; ++i, reference += kReferenceLength) {
+            const uint16_t id = LoadBE16(reference);
             Slot& slot = fSlots[SlotOf(type.type, id)];
             if (slot.entry == 0)
                 slot = { type.firstOrdinal + i + 1, (uint16_t)index, id };
@@ -153,12 +175,25 @@ ResourceRef ResourceFork::FindNamed(OSType inType, std::string_view inMacRomanNa
     return {};
 }
 
+const uint8_t* ResourceFork::Reference(ResourceRef inRef) const
+{
+    const bool isThere = inRef && inRef.typeIndex < fTypes.size() && inRef.offset >= fMapOffset &&
+                         Fits(inRef.offset - fMapOffset, kReferenceLength, fMap.size());
+    return isThere ? &fMap[inRef.offset - fMapOffset] : nullptr;
+}
+
+UInt32 ResourceFork::HandleField(ResourceRef inRef) const
+{
+    const uint8_t* reference = Reference(inRef);
+    return reference ? LoadBE32(reference + 8) : 0;
+}
+
 ResourceInfo ResourceFork::Info(ResourceRef inRef) const
 {
     ResourceInfo info;
-    if (!inRef || inRef.typeIndex >= fTypes.size() || !Fits(inRef.offset, kReferenceLength, fBytes.size()))
+    const uint8_t* reference = Reference(inRef);
+    if (!reference)
         return info;
-    const uint8_t* reference = &fBytes[inRef.offset];
     info.type = fTypes[inRef.typeIndex].type;
     info.id = (SInt16)LoadBE16(reference);
     info.attributes = reference[4];
@@ -167,8 +202,7 @@ ResourceInfo ResourceFork::Info(ResourceRef inRef) const
     if (nameOffset == 0xFFFF)
         return info;
     // A name that passes the end of the map is no name.
-    const Bytes map = fBytes.subspan(fMapOffset, fMapLength);
-    foundation::BigEndianReader reader(map, (size_t)fNameList + nameOffset);
+    foundation::BigEndianReader reader(fMap, (size_t)fNameList + nameOffset);
     info.name = reader.ReadPascal();
     info.hasName = reader.Ok();
     return info;
@@ -193,37 +227,54 @@ ResourceRef ResourceFork::WithOrdinal(size_t inOrdinal) const
 
 ResourceFork::Shape ResourceFork::Areas() const
 {
-    return { fDataOffset, (uint32_t)fData.size(), fMapOffset, fMapLength };
+    return { fDataOffset, fDataLength, fMapOffset, fMapLength };
+}
+
+// The word in front of the data.
+bool ResourceFork::LengthAt(size_t inDataOffset, uint32_t* outLength) const
+{
+    uint8_t word[4];
+    const size_t place = fDataOffset + inDataOffset;
+    if (!Fits(inDataOffset, 4, fDataLength) ||
+        (fBytes.empty() && !(fReader && fReader->Read(place, 4, word))))
+        return false;
+    *outLength = LoadBE32(fBytes.empty() ? word : &fBytes[place]);
+    return Fits(inDataOffset + 4, *outLength, fDataLength);
+}
+
+bool ResourceFork::PlaceOf(ResourceRef inRef, DataPlace* outPlace) const
+{
+    const uint8_t* reference = Reference(inRef);
+    const size_t offset = reference ? LoadBE32(reference + 4) & 0xFFFFFF : 0;
+    uint32_t length = 0;
+    *outPlace = {};
+    if (!reference || !LengthAt(offset, &length))
+        return false;
+    *outPlace = { fDataOffset + offset + 4, length };
+    return true;
 }
 
 bool ResourceFork::Data(ResourceRef inRef, Bytes* outData) const
 {
+    DataPlace place;
     *outData = Bytes();
-    if (!inRef)
+    if (fBytes.empty() || !PlaceOf(inRef, &place))
         return false;
-    const uint32_t offset = Info(inRef).dataOffset;
-    if (!Fits(offset, 4, fData.size()))
-        return false;
-    const uint32_t length = LoadBE32(&fData[offset]);
-    if (!Fits((size_t)offset + 4, length, fData.size()))
-        return false;
-    *outData = fData.subspan((size_t)offset + 4, length);
+    *outData = fBytes.subspan(place.offset, place.length);
     return true;
 }
 
 bool ResourceFork::IsSound() const
 {
-    const Bytes map = fBytes.subspan(fMapOffset, fMapLength);
     for (const TypeEntry& type : fTypes) {
-        uint32_t at = type.firstReference;
-        for (uint32_t i = 0; i < type.count; ++i, at += kReferenceLength) {
-            const uint32_t offset = LoadBE32(&fBytes[at + 4]) & 0xFFFFFF;
-            if (!Fits(offset, 4, fData.size()) ||
-                !Fits((size_t)offset + 4, LoadBE32(&fData[offset]), fData.size()))
+        const uint8_t* reference = &fMap[type.firstReference - fMapOffset];
+        for (uint32_t i = 0; i < type.count; ++i, reference += kReferenceLength) {
+            uint32_t length;
+            if (!LengthAt(LoadBE32(reference + 4) & 0xFFFFFF, &length))
                 return false;
-            const uint16_t nameOffset = LoadBE16(&fBytes[at + 2]);
+            const uint16_t nameOffset = LoadBE16(reference + 2);
             const size_t name = (size_t)fNameList + nameOffset;
-            if (nameOffset != 0xFFFF && (name >= map.size() || !Fits(name + 1, map[name], map.size())))
+            if (nameOffset != 0xFFFF && (name >= fMap.size() || !Fits(name + 1, fMap[name], fMap.size())))
                 return false;
         }
     }
@@ -238,10 +289,10 @@ std::vector<std::string> ResourceFork::Check() const
         const OSType type = __builtin_bswap32(info.type);
         const std::string name =
             foundation::Utf8FromMacRoman({ (const char*)&type, 4 }) + " " + std::to_string(info.id);
-        Bytes data;
-        if (!Data(ref, &data))
+        DataPlace place;
+        if (!PlaceOf(ref, &place))
             problems.push_back(name + ": the data run past the end of the fork");
-        if (!info.hasName && LoadBE16(&fBytes[ref.offset + 2]) != 0xFFFF)
+        if (!info.hasName && LoadBE16(Reference(ref) + 2) != 0xFFFF)
             problems.push_back(name + ": the name runs past the end of the map");
     });
     return problems;

@@ -6,6 +6,9 @@
 //     if (const ResourceRef ref = fork.Find('STR#', 128))
 //         Bytes data; fork.Data(ref, &data);               // false: the data are cut off
 //
+// Of a large fork the map alone may be in memory (OpenMap): data are read from where they lie, by a
+// DataReader.
+//
 // Counts and offsets come from strangers. Open trusts none: type list and reference lists must lie within the
 // map and the map within the fork, and a map of N bytes holds at most N / 12 references. What costs reading
 // all of the file, the place of each resource's data, is checked when the resource is asked for, or by Check.
@@ -42,6 +45,19 @@ struct ResourceInfo {
     uint32_t dataOffset = 0; // of the length word, from the start of the data area
 };
 
+// Reads bytes of a fork that do not lie in memory.
+class DataReader {
+public:
+    virtual ~DataReader() = default;
+    // From the start of the fork. False: not all of them are there any more.
+    virtual bool Read(size_t inOffset, size_t inCount, void* outBytes) const = 0;
+};
+
+// Where data lie in a fork, from its start.
+struct DataPlace {
+    size_t offset = 0, length = 0;
+};
+
 class ResourceFork {
 public:
     // Open
@@ -50,6 +66,11 @@ public:
     // what is wrong; then the fork is as empty.
     const char* Open(Bytes inFork);
 
+    // The same with the map alone. inHeader are the first 16 bytes; MapPlace says where the map is that they
+    // tell of, or nothing of what can be none. The reader must last as long.
+    static DataPlace MapPlace(Bytes inHeader, size_t inForkSize);
+    const char* OpenMap(Bytes inHeader, Bytes inMap, size_t inForkSize, const DataReader*);
+
     UInt16 Attributes() const { return fAttributes; }
 
     // Where the areas lie, from the start of the fork.
@@ -57,7 +78,8 @@ public:
         uint32_t dataOffset = 0, dataLength = 0, mapOffset = 0, mapLength = 0;
     };
     Shape Areas() const;
-    Bytes AllBytes() const { return fBytes; }
+    Bytes AllBytes() const { return fBytes; } // none when the map alone is in memory
+    const DataReader* Reader() const { return fReader; }
 
     // Types in the order of the file.
     size_t TypeCount() const { return fTypes.size(); }
@@ -83,8 +105,12 @@ public:
     uint32_t FindOrdinal(OSType inType, SInt16 inID) const;
     ResourceRef WithOrdinal(size_t inOrdinal) const;
 
-    // The resource's data where they lie. Answers false, with outData empty, when they pass the end.
+    UInt32 HandleField(ResourceRef) const; // four bytes of the reference that nobody reads
+
+    // The resource's data where they lie. Answers false, with outData empty, when they pass the end; always
+    // when the map alone is in memory.
     bool Data(ResourceRef, Bytes* outData) const;
+    bool PlaceOf(ResourceRef, DataPlace* outPlace) const; // with either
 
     // Calls inVisit(ResourceRef) for every resource in the order of the file.
     template <class Visitor>
@@ -116,15 +142,19 @@ private:
         uint16_t id;
     };
 
-    const char* ReadHeader();
+    const char* ReadHeader(Bytes inHeader);
+    bool LengthAt(size_t inDataOffset, uint32_t* outLength) const;
+    const uint8_t* Reference(ResourceRef) const;
     const char* ReadTypes();
     void BuildIndex();
     size_t SlotOf(OSType inType, uint16_t inID) const;
     size_t IndexOfType(OSType inType) const;
 
-    Bytes fBytes;
-    Bytes fData; // the data area
-    uint32_t fDataOffset = 0;
+    Bytes fBytes; // all, or none
+    const DataReader* fReader = nullptr;
+    size_t fSize = 0;
+    Bytes fMap;
+    uint32_t fDataOffset = 0, fDataLength = 0;
     uint32_t fMapOffset = 0, fMapLength = 0;
     uint32_t fTypeList = 0; // from the start of the map
     uint32_t fNameList = 0;

@@ -23,11 +23,11 @@ Resource Checked(Handle inHandle)
 long SizeOnDisk(Handle inHandle)
 {
     const Resource resource = Checked(inHandle);
-    Bytes data;
+    DataPlace place;
     if (!resource)
         return -1;
-    if (resource.file->map.Data(resource.entry, &data))
-        return (long)data.size();
+    if (resource.file->map.PlaceOf(resource.entry, &place))
+        return (long)place.length;
     if (resource.IsChanged())
         return 0; // it was added and never written
     SetResourceError(eofErr);
@@ -116,21 +116,20 @@ try {
     const Resource resource = Checked(theResource);
     if (!resource)
         return;
-    Bytes data;
-    OSErr error = noErr;
-    if (!buffer || offset < 0 || count < 0)
-        error = paramErr;
-    else if (!resource.file->map.Data(resource.entry, &data))
-        error = eofErr;
-    if (error != noErr) {
-        SetResourceError(error);
+    DataPlace place;
+    const ResourceMap& map = resource.file->map;
+    if (!buffer || offset < 0 || count < 0) {
+        SetResourceError(paramErr);
         return;
     }
-    const size_t start = std::min((size_t)offset, data.size());
-    const size_t length = std::min((size_t)count, data.size() - start);
-    if (length > 0)
-        std::memcpy(buffer, data.data() + start, length);
-    const bool isOut = length < (size_t)count || (size_t)offset > data.size();
+    const bool isThere = map.PlaceOf(resource.entry, &place);
+    const size_t start = std::min((size_t)offset, place.length);
+    const size_t length = std::min((size_t)count, place.length - start);
+    if (!isThere || !map.Read(place.offset + start, length, buffer)) {
+        SetResourceError(eofErr);
+        return;
+    }
+    const bool isOut = length < (size_t)count || (size_t)offset > place.length;
     SetResourceError(isOut ? inputOutOfBounds : *theResource ? resourceInMemory : noErr);
 } catch (const std::bad_alloc&) {
     LMSetResErr(memFullErr);

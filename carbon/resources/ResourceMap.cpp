@@ -4,11 +4,11 @@
 #include <foundation/MacRoman.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace lampblack::resources {
 
 using foundation::Fits;
-using foundation::LoadBE32;
 
 namespace {
 
@@ -24,8 +24,13 @@ uint64_t KeyOf(OSType inType, SInt16 inID)
 
 void ResourceMap::Open(const ResourceFork* inFork)
 {
+    const ResourceFork::Shape areas = inFork->Areas();
     fFork = inFork;
     fEdits.reset();
+    fReader = inFork->Reader();
+    fBytes = inFork->AllBytes();
+    fDataOffset = areas.dataOffset;
+    fDataLength = areas.dataLength;
 }
 
 ResourceMap::Edits& ResourceMap::Edit()
@@ -42,17 +47,17 @@ ResourceMap::Edits& ResourceMap::Edit()
         for (size_t i = 0; i < fork.CountAtType(t); ++i) {
             const ResourceRef ref = fork.AtType(t, i);
             const ResourceInfo info = fork.Info(ref);
-            Bytes data;
-            const bool isThere = fork.Data(ref, &data);
+            DataPlace data;
+            const bool isThere = fork.PlaceOf(ref, &data);
             MapEntry entry = { info.type,
                                info.id,
                                info.attributes,
                                info.hasName,
                                false,
                                false,
-                               LoadBE32(&fork.AllBytes()[ref.offset + 8]),
+                               fork.HandleField(ref),
                                isThere ? info.dataOffset : kNotWritten,
-                               (uint32_t)data.size(),
+                               (uint32_t)data.length,
                                ref.offset,
                                std::string(info.name) };
             const uint32_t number = (uint32_t)edits->entries.size();
@@ -63,15 +68,16 @@ ResourceMap::Edits& ResourceMap::Edit()
         }
     }
     edits->liveCount = edits->entries.size();
-    const ResourceFork::Shape areas = fork.Areas();
-    fData = fork.AllBytes().subspan(areas.dataOffset, areas.dataLength);
     fEdits = std::move(edits);
     return *fEdits;
 }
 
 void ResourceMap::Rebase(Bytes inFork, uint32_t inDataOffset, uint32_t inDataLength)
 {
-    fData = inFork.subspan(inDataOffset, inDataLength);
+    fBytes = inFork;
+    fReader = nullptr;
+    fDataOffset = inDataOffset;
+    fDataLength = inDataLength;
 }
 
 UInt16 ResourceMap::Attributes() const
@@ -166,15 +172,32 @@ bool ResourceMap::IsChanged(uint32_t inEntry) const
     return fEdits && inEntry < fEdits->entries.size() && fEdits->entries[inEntry].isChanged;
 }
 
-bool ResourceMap::Data(uint32_t inEntry, Bytes* outData) const
+bool ResourceMap::PlaceOf(uint32_t inEntry, DataPlace* outPlace) const
 {
-    *outData = Bytes();
+    *outPlace = {};
     if (!fEdits)
-        return fFork->Data(fFork->WithOrdinal(inEntry), outData);
+        return fFork->PlaceOf(fFork->WithOrdinal(inEntry), outPlace);
     const MapEntry& entry = fEdits->entries[inEntry];
-    if (entry.data == kNotWritten || !Fits((size_t)entry.data + 4, entry.length, fData.size()))
+    if (entry.data == kNotWritten || !Fits((size_t)entry.data + 4, entry.length, fDataLength))
         return false;
-    *outData = fData.subspan((size_t)entry.data + 4, entry.length);
+    *outPlace = { fDataOffset + entry.data + 4, entry.length };
+    return true;
+}
+
+bool ResourceMap::IsInFile(uint32_t inEntry) const
+{
+    DataPlace ignored;
+    return PlaceOf(inEntry, &ignored);
+}
+
+bool ResourceMap::Read(size_t inOffset, size_t inCount, void* outBytes) const
+{
+    if (fReader)
+        return fReader->Read(inOffset, inCount, outBytes);
+    if (!Fits(inOffset, inCount, fBytes.size()))
+        return false;
+    if (inCount > 0)
+        std::memcpy(outBytes, fBytes.data() + inOffset, inCount);
     return true;
 }
 

@@ -58,8 +58,12 @@ public:
     ResourceInfo Info(uint32_t inEntry) const;
     bool IsChanged(uint32_t inEntry) const;
 
-    // The data as they are in the file. False when they pass its end, or were never written.
-    bool Data(uint32_t inEntry, Bytes* outData) const;
+    // Where the data are in the fork. False when they pass its end, or were never written.
+    bool PlaceOf(uint32_t inEntry, DataPlace* outPlace) const;
+    bool IsInFile(uint32_t inEntry) const;
+
+    // Bytes of the fork; false when they cannot be read any more.
+    bool Read(size_t inOffset, size_t inCount, void* outBytes) const;
 
     // Changing. IsEdited says that there are records; the calls below make them.
     bool IsEdited() const { return fEdits != nullptr; }
@@ -98,7 +102,9 @@ private:
 
     const ResourceFork* fFork = nullptr;
     std::unique_ptr<Edits> fEdits;
-    Bytes fData; // the data area, when edited
+    Bytes fBytes; // the fork; none when it is read
+    const DataReader* fReader = nullptr;
+    size_t fDataOffset = 0, fDataLength = 0;
 };
 
 } // namespace lampblack::resources

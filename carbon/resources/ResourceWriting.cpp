@@ -86,9 +86,13 @@ OSErr Remove(Handle inHandle)
 // The data of a resource as the file has them; of one that was never written, as its handle has them.
 std::vector<uint8_t> DataInFile(const Resource& inResource)
 {
-    Bytes data;
-    inResource.file->map.Data(inResource.entry, &data);
-    return std::vector<uint8_t>(data.begin(), data.end());
+    DataPlace place;
+    const ResourceMap& map = inResource.file->map;
+    map.PlaceOf(inResource.entry, &place);
+    std::vector<uint8_t> data(place.length);
+    if (!map.Read(place.offset, place.length, data.data()))
+        data.clear();
+    return data;
 }
 
 OSErr WritePart(Handle inHandle, long inOffset, const void* inBytes, long inCount)
@@ -209,8 +213,7 @@ try {
         const OSErr error = isChanged && !resource.IsChanged() ? EnsureWritable(resource.file) : (OSErr)noErr;
         if (error != noErr)
             return error;
-        Bytes data;
-        const bool mustStay = !isChanged && !map.Data(resource.entry, &data); // never written
+        const bool mustStay = !isChanged && !map.IsInFile(resource.entry); // never written
         map.SetAttributes(resource.entry, (UInt8)attrs);
         map.SetChanged(resource.entry, isChanged || (mustStay && resource.IsChanged()));
         return noErr;

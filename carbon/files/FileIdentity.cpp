@@ -1,0 +1,51 @@
+// Asking the host for what a file is known by.
+#include "FileIdentity.h"
+
+#include <ctime>
+
+namespace lampblack::files {
+namespace {
+
+constexpr int64_t kSecond = 1000000000;
+// Linux steps by at most 10 ms; systems without nanoseconds by up to 2 s.
+constexpr int64_t kFineStep = 20000000, kCoarseStep = 2 * kSecond + kFineStep;
+
+int64_t Nanoseconds(const timespec& inTime)
+{
+    return (int64_t)inTime.tv_sec * kSecond + inTime.tv_nsec;
+}
+
+} // namespace
+
+FileIdentity::FileIdentity(const struct stat& inStatus)
+    : exists(true),
+      device(inStatus.st_dev),
+      inode(inStatus.st_ino),
+      size(inStatus.st_size),
+      modified(Nanoseconds(inStatus.st_mtim)),
+      changed(Nanoseconds(inStatus.st_ctim))
+{
+}
+
+FileIdentity FileIdentity::At(const std::string& inPath)
+{
+    struct stat status;
+    return stat(inPath.c_str(), &status) == 0 ? FileIdentity(status) : FileIdentity();
+}
+
+FileIdentity FileIdentity::Of(int inFile)
+{
+    struct stat status;
+    return fstat(inFile, &status) == 0 ? FileIdentity(status) : FileIdentity();
+}
+
+bool FileIdentity::WouldShowChange() const
+{
+    timespec now;
+    clock_gettime(CLOCK_REALTIME, &now);
+    const int64_t step = modified % kSecond == 0 ? kCoarseStep : kFineStep;
+    const int64_t age = Nanoseconds(now) - modified;
+    return age > step || age < -step; // a time to come is left behind by any change
+}
+
+} // namespace lampblack::files
