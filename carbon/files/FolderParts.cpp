@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <dirent.h>
 #include <list>
+#include <memory>
 #include <vector>
 
 namespace lampblack::files {
@@ -55,15 +56,19 @@ bool MayBePart(std::string_view inName)
            EndsInSmall(inName, ".rsrc");
 }
 
+struct CloseFolder {
+    void operator()(DIR* inFolder) const { closedir(inFolder); }
+};
+
 void Read(KnownParts* ioParts)
 {
-    DIR* folder = opendir(ioParts->folder.c_str());
+    ioParts->names.clear();
+    const std::unique_ptr<DIR, CloseFolder> folder(opendir(ioParts->folder.c_str()));
     if (!folder)
         return;
-    while (const dirent* entry = readdir(folder))
+    while (const dirent* entry = readdir(folder.get()))
         if (MayBePart(entry->d_name))
             ioParts->names.push_back(HashOf(entry->d_name));
-    closedir(folder);
     std::sort(ioParts->names.begin(), ioParts->names.end());
     ioParts->isRead = true;
 }

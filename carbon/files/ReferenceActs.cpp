@@ -116,6 +116,15 @@ OSErr MakeFolder(FSCatalogInfoBitmap inWhich, const FSCatalogInfo* inInfo, Item*
     return error != noErr ? error : SetInfo(inWhich, inInfo, *ioItem);
 }
 
+OSErr MakeNamed(OSErr (*inMake)(FSCatalogInfoBitmap, const FSCatalogInfo*, Item*), const FSRef* inParent,
+                UniCharCount inLength, const UniChar* inName, FSCatalogInfoBitmap inWhich,
+                const FSCatalogInfo* inInfo, Item* outItem)
+{
+    OSErr error = IsSettable(inWhich, inInfo) ? noErr : paramErr;
+    error = error == noErr ? FindNewPlace(inParent, inLength, inName, outItem) : error;
+    return error == noErr ? inMake(inWhich, inInfo, outItem) : error;
+}
+
 } // namespace
 
 OSErr FSSetCatalogInfo(const FSRef* ref, FSCatalogInfoBitmap whichInfo, const FSCatalogInfo* catalogInfo)
@@ -135,11 +144,7 @@ OSErr FSCreateFileUnicode(const FSRef* parentRef, UniCharCount nameLength, const
                           FSSpec* newSpec)
 try {
     Item item;
-    OSErr error = IsSettable(whichInfo, catalogInfo) ? noErr : paramErr;
-    if (error == noErr)
-        error = FindNewPlace(parentRef, nameLength, name, &item);
-    if (error == noErr)
-        error = MakeFile(whichInfo, catalogInfo, &item);
+    const OSErr error = MakeNamed(MakeFile, parentRef, nameLength, name, whichInfo, catalogInfo, &item);
     if (error == noErr)
         GiveResults(item, newRef, newSpec);
     return error;
@@ -152,11 +157,7 @@ OSErr FSCreateDirectoryUnicode(const FSRef* parentRef, UniCharCount nameLength, 
                                FSSpec* newSpec, UInt32* newDirID)
 try {
     Item item;
-    OSErr error = IsSettable(whichInfo, catalogInfo) ? noErr : paramErr;
-    if (error == noErr)
-        error = FindNewPlace(parentRef, nameLength, name, &item);
-    if (error == noErr)
-        error = MakeFolder(whichInfo, catalogInfo, &item);
+    const OSErr error = MakeNamed(MakeFolder, parentRef, nameLength, name, whichInfo, catalogInfo, &item);
     if (error != noErr)
         return error;
     GiveResults(item, newRef, newSpec);

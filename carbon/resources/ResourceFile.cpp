@@ -64,6 +64,12 @@ OSErr ResourceChain::OpenFork(int inPermission, ResourceFile* ioFile)
 
 namespace {
 
+bool IsOf(const ResourceFile& inFile, const files::Item& inItem, bool inResourceFork)
+{
+    return inFile.isResourceFork == inResourceFork && inFile.item.parent == inItem.parent &&
+           inFile.item.hostName == inItem.hostName;
+}
+
 // What the host said of an item when its name was resolved, a moment ago; of a link that says nothing.
 const files::FileIdentity* SeenJustNow(const files::Item& inItem)
 {
@@ -165,15 +171,14 @@ const ResourceFile* ResourceChain::FindReusable(const files::Item& inItem, bool 
 {
     if (inPermission != fsRdPerm && inPermission != fsCurPerm)
         return nullptr;
-    const files::Item& wanted = inItem;
     for (const auto& file : fFiles) {
-        const bool isSame = file->isResourceFork == inResourceFork && file->item.parent == wanted.parent &&
-                            file->item.hostName == wanted.hostName;
-        const bool serves = inPermission == fsCurPerm ? file->home || file->mayWriteLater
-                                                      : !file->home && !file->map.HasChanges();
-        const bool isCurrent = inPermission == fsCurPerm ||
-                               ForkCache::IsCurrent(*file->located, file->path, SeenJustNow(inItem));
-        if (isSame && serves && isCurrent)
+        if (!IsOf(*file, inItem, inResourceFork))
+            continue;
+        const bool serves = inPermission == fsCurPerm
+                                ? file->home || file->mayWriteLater
+                                : !file->home && !file->map.HasChanges() &&
+                                      ForkCache::IsCurrent(*file->located, file->path, SeenJustNow(inItem));
+        if (serves)
             return file.get();
     }
     return nullptr;
@@ -182,8 +187,7 @@ const ResourceFile* ResourceChain::FindReusable(const files::Item& inItem, bool 
 const ResourceFile* ResourceChain::FindItem(const files::Item& inItem, bool inResourceFork) const
 {
     for (const auto& file : fFiles)
-        if (file->isResourceFork == inResourceFork && file->item.parent == inItem.parent &&
-            file->item.hostName == inItem.hostName)
+        if (IsOf(*file, inItem, inResourceFork))
             return file.get();
     return nullptr;
 }

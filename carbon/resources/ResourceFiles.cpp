@@ -129,8 +129,10 @@ try {
 
 void UseResFile(SInt16 refNum)
 try {
-    const bool isKnown = refNum == kSystemResFile || Chain().Find(refNum);
-    if (isKnown)
+    const ResourceFile* current = Chain().Current();
+    const bool isCurrent = current && current->refNum == refNum;
+    const bool isKnown = isCurrent || refNum == kSystemResFile || Chain().Find(refNum);
+    if (isKnown && !isCurrent)
         Chain().SetCurrent(refNum);
     SetResourceError(isKnown ? noErr : resFNotFound);
 } catch (const std::bad_alloc&) {

@@ -31,12 +31,18 @@ bool IsProtected(const Resource& inResource)
     return inResource.Info().attributes & resProtected;
 }
 
-// Whether a resource may be changed.
-OSErr CheckChange(const Resource& inResource)
+OSErr CheckUnprotected(const Resource& inResource)
 {
     if (!inResource)
         return resNotFound;
-    return IsProtected(inResource) ? (OSErr)resAttrErr : EnsureWritable(inResource.file);
+    return IsProtected(inResource) ? resAttrErr : noErr;
+}
+
+// Whether a resource may be changed.
+OSErr CheckChange(const Resource& inResource)
+{
+    const OSErr error = CheckUnprotected(inResource);
+    return error == noErr ? EnsureWritable(inResource.file) : error;
 }
 
 std::string_view NameOf(ConstStr255Param inName)
@@ -174,11 +180,8 @@ void WriteResource(Handle theResource)
 try {
     Guarded([&]() -> OSErr {
         const Resource resource = Chain().ResourceOf(theResource);
-        if (!resource)
-            return resNotFound;
-        if (IsProtected(resource))
-            return resAttrErr;
-        return UpdateOne(resource.file, resource.entry);
+        const OSErr error = CheckUnprotected(resource);
+        return error == noErr ? UpdateOne(resource.file, resource.entry) : error;
     });
 } catch (const std::bad_alloc&) {
     LMSetResErr(memFullErr);
@@ -188,10 +191,8 @@ void SetResInfo(Handle theResource, SInt16 theID, ConstStr255Param name)
 try {
     Guarded([&]() -> OSErr {
         const Resource resource = Chain().ResourceOf(theResource);
-        if (!resource)
-            return resNotFound;
-        if (IsProtected(resource))
-            return resAttrErr;
+        if (const OSErr error = CheckUnprotected(resource); error != noErr)
+            return error;
         const std::string_view newName = NameOf(name);
         resource.file->loaded.Clear();
         resource.file->map.SetInfo(resource.entry, theID, !newName.empty(), newName);
