@@ -127,34 +127,45 @@ void TakeEvent(SDL_Event& ioEvent)
     host.translator.Translate(ioEvent);
 }
 
-void TakeEvents()
-{
-    DesktopHost& host = TheHost();
-    if (!host.videoIsUp)
-        return;
-    SDL_Event event;
-    host.looked = RealNow();
-    host.translator.Begin(host.looked);
-    while (SDL_PollEvent(&event))
-        TakeEvent(event);
-    host.translator.End();
-}
-
-// Programs ask where the mouse is, and for input, as fast as they can. Each time the display would be asked;
-// what happened is old enough to be seen a millisecond later.
+// Programs ask where the mouse is, and for input, as fast as they can, and the display would be asked each
+// time. What happened is seen a millisecond later at most.
 bool IsTimeToLook()
 {
     constexpr double kBetweenLooks = 0.001;
     return RealNow() - TheHost().looked >= kBetweenLooks;
 }
 
-// Brings the state of mouse and keys up to date; the events stay where they are.
+// Brings the state of mouse and keys up to date; what happened stays in line.
+void Look()
+{
+    TheHost().looked = RealNow();
+    SDL_PumpEvents();
+}
+
 void LookAtState()
 {
-    if (!IsTimeToLook())
+    if (IsTimeToLook())
+        Look();
+}
+
+// Takes what is in line. State that was looked at never runs ahead of it.
+void TakeSeen()
+{
+    DesktopHost& host = TheHost();
+    SDL_Event event;
+    host.translator.Begin(host.looked);
+    while (SDL_PeepEvents(&event, 1, SDL_GETEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) > 0)
+        if (event.type != SDL_POLLSENTINEL)
+            TakeEvent(event);
+    host.translator.End();
+}
+
+void TakeEvents()
+{
+    if (!TheHost().videoIsUp)
         return;
-    SDL_PumpEvents();
-    TheHost().looked = RealNow();
+    Look();
+    TakeSeen();
 }
 
 int Milliseconds(double inSeconds)
@@ -196,8 +207,10 @@ bool TakeInput(Input* outInput)
 {
     DesktopHost& host = TheHost();
     const bool opens = host.window.IsOpen() && !host.window.WasShown();
-    if (!host.translator.HasInput() && !opens && IsTimeToLook())
-        TakeEvents();
+    if (host.translator.HasInput() || !host.videoIsUp || opens)
+        return host.translator.Take(outInput);
+    LookAtState();
+    TakeSeen();
     return host.translator.Take(outInput);
 }
 
