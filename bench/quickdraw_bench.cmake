@@ -1,1 +1,5 @@
 target_link_libraries(quickdraw_bench PRIVATE PkgConfig::PIXMAN)
+if(TARGET PkgConfig::SDL2) # a peer; left out where it is not found
+  target_link_libraries(quickdraw_bench PRIVATE PkgConfig::SDL2)
+  target_compile_definitions(quickdraw_bench PRIVATE LAMPBLACK_BENCH_SDL)
+endif()

@@ -1,10 +1,13 @@
 // Text, copying and regions beside the leanest code that does the same work. Ratios of one run are what
-// counts: Limit rows are plain loops, Peer rows are pixman.
+// counts: Limit rows are plain loops, the others pixman and SDL.
 #include <Carbon/Fonts.h>
 #include <Carbon/Quickdraw.h>
 
 #include <benchmark/benchmark.h>
 #include <pixman.h>
+#ifdef LAMPBLACK_BENCH_SDL
+#include <SDL.h>
+#endif
 
 #include <cstring>
 #include <random>
@@ -34,10 +37,10 @@ const std::vector<std::string>& Strings()
 
 class World {
 public:
-    World(int width, int height)
+    World(int width, int height, short depth = 32)
     {
         const Rect bounds = { 0, 0, (short)height, (short)width };
-        NewGWorld(&fWorld, 32, &bounds, nullptr, nullptr, 0);
+        NewGWorld(&fWorld, depth, &bounds, nullptr, nullptr, 0);
         SetGWorld(fWorld, nullptr);
         EraseRect(&bounds);
     }
@@ -179,31 +182,215 @@ void Copy(benchmark::State& state)
 }
 BENCHMARK(Copy)->Args({ 64, 64 })->Args({ 640, 480 })->Args({ 1920, 1080 });
 
-// What doubling or halving moves: the larger of the two pictures.
+class PixmanImage {
+public:
+    PixmanImage(pixman_format_code_t format, int width, int height)
+        : image(pixman_image_create_bits(format, width, height, nullptr, 0))
+    {
+    }
+    ~PixmanImage() { pixman_image_unref(image); }
+    PixmanImage(const PixmanImage&) = delete;
+    PixmanImage& operator=(const PixmanImage&) = delete;
+
+    pixman_image_t* image;
+};
+
+void CopyPixman(benchmark::State& state)
+{
+    const int width = (int)state.range(0), height = (int)state.range(1);
+    PixmanImage from(PIXMAN_x8r8g8b8, width, height), to(PIXMAN_x8r8g8b8, width, height);
+    for (auto _ : state) {
+        pixman_image_composite32(PIXMAN_OP_SRC, from.image, nullptr, to.image, 0, 0, 0, 0, 0, 0, width,
+                                 height);
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(CopyPixman)->Args({ 64, 64 })->Args({ 640, 480 })->Args({ 1920, 1080 });
+
+// The scales: what doubling or halving moves is the rows that are read, once, and what is written.
 void Scale(benchmark::State& state, int numerator, int denominator)
 {
-    World from(320, 240), to(320 * numerator / denominator, 240 * numerator / denominator);
-    const Rect source = { 0, 0, 240, 320 };
-    const Rect destination = { 0, 0, (short)(240 * numerator / denominator),
-                               (short)(320 * numerator / denominator) };
+    const int width = (int)state.range(0), height = (int)state.range(1);
+    World from(width, height), to(width * numerator / denominator, height * numerator / denominator);
+    const Rect source = { 0, 0, (short)height, (short)width };
+    const Rect destination = { 0, 0, (short)(height * numerator / denominator),
+                               (short)(width * numerator / denominator) };
     for (auto _ : state) {
         CopyBits(from.Bits(), to.Bits(), &source, &destination, srcCopy, nullptr);
         benchmark::ClobberMemory();
     }
 }
-BENCHMARK_CAPTURE(Scale, Doubling, 2, 1);
-BENCHMARK_CAPTURE(Scale, Halving, 1, 2);
+BENCHMARK_CAPTURE(Scale, Doubling, 2, 1)->Args({ 320, 240 });
+BENCHMARK_CAPTURE(Scale, Halving, 1, 2)->Args({ 320, 240 })->Args({ 640, 480 });
 
-void ScaleLimit(benchmark::State& state, int width, int height)
+void BytesMoved(benchmark::State& state, size_t bytes) // half of them read, half written
 {
-    std::vector<uint32_t> from((size_t)(width * height)), to(from.size());
+    std::vector<uint8_t> from(bytes / 2, 1), to(bytes / 2);
     for (auto _ : state) {
-        std::memcpy(to.data(), from.data(), from.size() * 4);
+        std::memcpy(to.data(), from.data(), to.size());
         benchmark::ClobberMemory();
     }
 }
-BENCHMARK_CAPTURE(ScaleLimit, Doubling, 640, 480);
-BENCHMARK_CAPTURE(ScaleLimit, Halving, 160, 120);
+
+void ScaleLimit(benchmark::State& state, int numerator, int denominator)
+{
+    const auto pixels = (size_t)(state.range(0) * state.range(1));
+    const size_t read = (denominator == 2 ? pixels / 2 : pixels) * 4;
+    const size_t written = pixels * (size_t)(numerator * numerator) / (size_t)(denominator * denominator) * 4;
+    BytesMoved(state, read + written);
+}
+BENCHMARK_CAPTURE(ScaleLimit, Doubling, 2, 1)->Args({ 320, 240 });
+BENCHMARK_CAPTURE(ScaleLimit, Halving, 1, 2)->Args({ 320, 240 })->Args({ 640, 480 });
+
+void ScalePixman(benchmark::State& state, int numerator, int denominator)
+{
+    const int width = (int)state.range(0), height = (int)state.range(1);
+    PixmanImage from(PIXMAN_x8r8g8b8, width, height),
+        to(PIXMAN_x8r8g8b8, width * numerator / denominator, height * numerator / denominator);
+    pixman_transform_t scale;
+    pixman_transform_init_scale(&scale, pixman_int_to_fixed(denominator) / numerator,
+                                pixman_int_to_fixed(denominator) / numerator);
+    pixman_image_set_transform(from.image, &scale);
+    pixman_image_set_filter(from.image, PIXMAN_FILTER_NEAREST, nullptr, 0);
+    for (auto _ : state) {
+        pixman_image_composite32(PIXMAN_OP_SRC, from.image, nullptr, to.image, 0, 0, 0, 0, 0, 0,
+                                 width * numerator / denominator, height * numerator / denominator);
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK_CAPTURE(ScalePixman, Doubling, 2, 1)->Args({ 320, 240 });
+BENCHMARK_CAPTURE(ScalePixman, Halving, 1, 2)->Args({ 320, 240 })->Args({ 640, 480 });
+
+// A sprite's mask: a third of it set in a disc, as rows of bits.
+std::vector<UInt8> DiscMask(int width, int height, int rowBytes)
+{
+    std::vector<UInt8> bits((size_t)(rowBytes * height));
+    for (int v = 0; v < height; ++v)
+        for (int h = 0; h < width; ++h) {
+            const double x = (h + 0.5) / width - 0.5, y = (v + 0.5) / height - 0.5;
+            if (x * x + y * y < 0.11)
+                bits[(size_t)(v * rowBytes + h / 8)] |= (UInt8)(0x80 >> h % 8);
+        }
+    return bits;
+}
+
+void CopyThroughMask(benchmark::State& state)
+{
+    const short width = (short)state.range(0), height = (short)state.range(1);
+    World from(width, height), to(width, height);
+    const short rowBytes = (short)((width + 15) / 16 * 2);
+    std::vector<UInt8> bits = DiscMask(width, height, rowBytes);
+    const Rect r = { 0, 0, height, width };
+    const BitMap mask = { reinterpret_cast<Ptr>(bits.data()), rowBytes, r };
+    for (auto _ : state) {
+        CopyMask(from.Bits(), &mask, to.Bits(), &r, &r, &r);
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(CopyThroughMask)->Args({ 64, 64 })->Args({ 640, 480 });
+
+void CopyThroughMaskLimit(benchmark::State& state)
+{
+    BytesMoved(state, (size_t)(state.range(0) * state.range(1)) * 8);
+}
+BENCHMARK(CopyThroughMaskLimit)->Args({ 64, 64 })->Args({ 640, 480 });
+
+void CopyThroughMaskPixman(benchmark::State& state)
+{
+    const int width = (int)state.range(0), height = (int)state.range(1);
+    PixmanImage from(PIXMAN_x8r8g8b8, width, height), to(PIXMAN_x8r8g8b8, width, height),
+        mask(PIXMAN_a8, width, height);
+    const int rowBytes = (width + 7) / 8;
+    const std::vector<UInt8> bits = DiscMask(width, height, rowBytes);
+    auto* alpha = reinterpret_cast<uint8_t*>(pixman_image_get_data(mask.image));
+    for (int v = 0; v < height; ++v)
+        for (int h = 0; h < width; ++h)
+            alpha[v * pixman_image_get_stride(mask.image) + h] =
+                bits[(size_t)(v * rowBytes + h / 8)] >> (7 - h % 8) & 1 ? 0xFF : 0;
+    for (auto _ : state) {
+        pixman_image_composite32(PIXMAN_OP_OVER, from.image, mask.image, to.image, 0, 0, 0, 0, 0, 0, width,
+                                 height);
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(CopyThroughMaskPixman)->Args({ 64, 64 })->Args({ 640, 480 });
+
+void Convert(benchmark::State& state, short fromDepth, short toDepth)
+{
+    World from(640, 480, fromDepth), to(640, 480, toDepth);
+    const Rect r = { 0, 0, 480, 640 };
+    for (auto _ : state) {
+        CopyBits(from.Bits(), to.Bits(), &r, &r, srcCopy, nullptr);
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK_CAPTURE(Convert, 32To16, 32, 16);
+BENCHMARK_CAPTURE(Convert, 16To32, 16, 32);
+BENCHMARK_CAPTURE(Convert, 8To32, 8, 32);
+BENCHMARK_CAPTURE(Convert, 1To32, 1, 32);
+BENCHMARK_CAPTURE(Convert, 32To8, 32, 8);
+
+void ConvertLimit(benchmark::State& state, int fromDepth, int toDepth)
+{
+    BytesMoved(state, (size_t)640 * 480 * (size_t)(fromDepth + toDepth) / 8);
+}
+BENCHMARK_CAPTURE(ConvertLimit, 32To16, 32, 16);
+BENCHMARK_CAPTURE(ConvertLimit, 16To32, 16, 32);
+BENCHMARK_CAPTURE(ConvertLimit, 8To32, 8, 32);
+BENCHMARK_CAPTURE(ConvertLimit, 1To32, 1, 32);
+BENCHMARK_CAPTURE(ConvertLimit, 32To8, 32, 8);
+
+void ConvertPixman(benchmark::State& state, pixman_format_code_t fromFormat, pixman_format_code_t toFormat)
+{
+    PixmanImage from(fromFormat, 640, 480), to(toFormat, 640, 480);
+    for (auto _ : state) {
+        pixman_image_composite32(PIXMAN_OP_SRC, from.image, nullptr, to.image, 0, 0, 0, 0, 0, 0, 640, 480);
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK_CAPTURE(ConvertPixman, 32To16, PIXMAN_x8r8g8b8, PIXMAN_x1r5g5b5);
+BENCHMARK_CAPTURE(ConvertPixman, 16To32, PIXMAN_x1r5g5b5, PIXMAN_x8r8g8b8);
+
+#ifdef LAMPBLACK_BENCH_SDL
+void BlitSDL(benchmark::State& state, int width, int height, uint32_t fromFormat, uint32_t toFormat)
+{
+    const int fromDepth = (int)SDL_BITSPERPIXEL(fromFormat), toDepth = (int)SDL_BITSPERPIXEL(toFormat);
+    SDL_Surface* from = SDL_CreateRGBSurfaceWithFormat(0, width, height, fromDepth, fromFormat);
+    SDL_Surface* to = SDL_CreateRGBSurfaceWithFormat(0, width, height, toDepth, toFormat);
+    for (auto _ : state) {
+        SDL_BlitSurface(from, nullptr, to, nullptr);
+        benchmark::ClobberMemory();
+    }
+    SDL_FreeSurface(from);
+    SDL_FreeSurface(to);
+}
+BENCHMARK_CAPTURE(BlitSDL, Copy64, 64, 64, SDL_PIXELFORMAT_RGB888, SDL_PIXELFORMAT_RGB888);
+BENCHMARK_CAPTURE(BlitSDL, Copy640, 640, 480, SDL_PIXELFORMAT_RGB888, SDL_PIXELFORMAT_RGB888);
+BENCHMARK_CAPTURE(BlitSDL, 32To16, 640, 480, SDL_PIXELFORMAT_RGB888, SDL_PIXELFORMAT_RGB555);
+BENCHMARK_CAPTURE(BlitSDL, 8To32, 640, 480, SDL_PIXELFORMAT_INDEX8, SDL_PIXELFORMAT_RGB888);
+
+// Its masked copy: runs of the picture itself, prepared once.
+void CopyThroughMaskSDL(benchmark::State& state)
+{
+    const int width = (int)state.range(0), height = (int)state.range(1), rowBytes = (width + 7) / 8;
+    SDL_Surface* from = SDL_CreateRGBSurfaceWithFormat(0, width, height, 32, SDL_PIXELFORMAT_RGB888);
+    SDL_Surface* to = SDL_CreateRGBSurfaceWithFormat(0, width, height, 32, SDL_PIXELFORMAT_RGB888);
+    const std::vector<UInt8> bits = DiscMask(width, height, rowBytes);
+    auto* pixels = static_cast<uint32_t*>(from->pixels);
+    for (int i = 0; i < width * height; ++i)
+        pixels[i] =
+            bits[(size_t)(i / width * rowBytes + i % width / 8)] >> (7 - i % width % 8) & 1 ? 0x123456 : 0;
+    SDL_SetColorKey(from, SDL_TRUE, 0);
+    SDL_SetSurfaceRLE(from, 1);
+    for (auto _ : state) {
+        SDL_BlitSurface(from, nullptr, to, nullptr);
+        benchmark::ClobberMemory();
+    }
+    SDL_FreeSurface(from);
+    SDL_FreeSurface(to);
+}
+BENCHMARK(CopyThroughMaskSDL)->Args({ 64, 64 })->Args({ 640, 480 });
+#endif
 
 // 200 rectangles in rows of ten, with gaps.
 std::vector<Rect> Checkers(int count, int columns)

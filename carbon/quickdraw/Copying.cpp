@@ -1,161 +1,207 @@
-// The row loops of copying.
+// The row loops of converting and combining.
 #include "Copying.h"
 
+#include <algorithm>
 #include <cstring>
-#include <vector>
-
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
 
 namespace lampblack::quickdraw {
 
-static uint32_t BitAt(const uint8_t* inRow, int inColumn)
+bool IsBitMap(const Surface& s)
 {
-    return inRow[inColumn >> 3] >> (7 - (inColumn & 7)) & 1 ? kBlackPixel : kWhitePixel;
+    return s.depth == 1 && ColorsOf(s).At(0) == kWhitePixel && ColorsOf(s).At(1) == kBlackPixel;
 }
 
-void FetchRow(const Source& inSource, int v, int h, int inCount, uint32_t* outPixels)
+void Converter::Begin(const Surface& inFrom, const Meaning& inMeaning)
 {
-    const uint8_t* row = inSource.RowAt(v);
-    const int first = h - inSource.bounds.left;
-    if (inSource.depth == 32) {
-        std::memcpy(outPixels, row + (ptrdiff_t)first * 4, (size_t)inCount * 4);
+    fFore = inMeaning.fore & kColorBits;
+    fBack = inMeaning.back & kColorBits;
+    fFromWords = inFrom.depth == 16;
+    fTo.depth = 0;
+    fTable = nullptr;
+    fKind = Kind::Any;
+    if (!IsBitMap(inFrom))
         return;
+    fOwn[0] = inMeaning.clear;
+    fOwn[1] = inMeaning.set;
+    TakeTable(fOwn);
+}
+
+void Converter::MakeTable(const Surface& inFrom, const Surface* inTo)
+{
+    const uint32_t* colors = ColorsOf(inFrom).Colors();
+    const bool keepsColors = !inTo || inTo->depth == 32;
+    if (keepsColors && !Colorizes())
+        return TakeTable(colors);
+    const int count = 1 << inFrom.depth;
+    for (int i = 0; i < count; ++i)
+        fOwn[i] = Colorized(colors[i]);
+    if (!keepsColors)
+        for (int i = 0; i < count; ++i)
+            fOwn[i] = PixelOf555(fOwn[i]);
+    TakeTable(fOwn);
+}
+
+namespace {
+
+// The last table between two colour tables. It is known by the colours themselves, so that a table whose
+// owner forgot to change its seed is no trap.
+struct IndexTable {
+    int depth = 0;
+    uint32_t fore = 0, back = 0;
+    uint32_t from[256], to[256], indexes[256];
+
+    bool IsOf(int inDepth, uint32_t inFore, uint32_t inBack, const uint32_t* inFrom, int inToCount,
+              const uint32_t* inTo) const
+    {
+        return depth == inDepth && fore == inFore && back == inBack && count == inToCount &&
+               std::memcmp(from, inFrom, sizeof from) == 0 && std::memcmp(to, inTo, sizeof to) == 0;
     }
+    int count = 0;
+};
+IndexTable gIndexTable;
+
+} // namespace
+
+void Converter::MakeIndexTable(const Surface& inFrom, const Surface& inTo)
+{
+    const ColorSpace &from = ColorsOf(inFrom), &to = ColorsOf(inTo);
+    IndexTable& table = gIndexTable;
+    if (!table.IsOf(inFrom.depth, fFore, fBack, from.Colors(), to.Count(), to.Colors())) {
+        table.depth = inFrom.depth;
+        table.fore = fFore;
+        table.back = fBack;
+        table.count = to.Count();
+        std::memcpy(table.from, from.Colors(), sizeof table.from);
+        std::memcpy(table.to, to.Colors(), sizeof table.to);
+        for (int i = 0; i < 1 << inFrom.depth; ++i)
+            table.indexes[i] = PixelFor(inTo, Colorized(from.At(i)));
+    }
+    TakeTable(table.indexes);
+}
+
+static bool HaveEqualTables(const Surface& a, const Surface& b)
+{
+    return &ColorsOf(a) == &ColorsOf(b) || ColorsOf(a).Seed() == ColorsOf(b).Seed();
+}
+
+// Whether a table of a whole depth changes nothing.
+static bool IsIdentity(const uint32_t* inTable, int inDepth)
+{
+    for (uint32_t i = 0; i < 1u << inDepth; ++i)
+        if (inTable[i] != i)
+            return false;
+    return true;
+}
+
+void Converter::BeginPixels(const Surface& from, const Surface& to, const Meaning& meaning)
+{
+    Begin(from, meaning);
+    if (!fTable && from.depth <= 8) {
+        if (!Colorizes() && from.depth == to.depth && HaveEqualTables(from, to))
+            fKind = Kind::Same;
+        else if (to.depth <= 8)
+            MakeIndexTable(from, to);
+        else
+            MakeTable(from, &to);
+    }
+    if (fTable && from.depth == to.depth && IsIdentity(fTable, from.depth))
+        fKind = Kind::Same;
+    fTo = to;
+    if (from.depth >= 16 && to.depth >= 16 && !Colorizes())
+        fKind = from.depth == to.depth ? Kind::Same : to.depth == 16 ? Kind::Narrow : Kind::Widen;
+}
+
+void Converter::BeginColors(const Surface& from, const Meaning& meaning)
+{
+    Begin(from, meaning);
+    if (!fTable && from.depth <= 8)
+        MakeTable(from, nullptr);
+    if (from.depth >= 16 && !Colorizes())
+        fKind = fFromWords ? Kind::Widen : Kind::Mask;
+}
+
+// Neighbours are often alike: the nearest index of a colour is looked for once.
+static void IndexRow(const ColorSpace& inColors, uint32_t* ioValues, int inCount)
+{
+    uint32_t lastColor = 0xFFFFFFFF, lastIndex = 0;
+    for (int i = 0; i < inCount; ++i) {
+        if (ioValues[i] != lastColor) {
+            lastColor = ioValues[i];
+            lastIndex = inColors.IndexOf(lastColor);
+        }
+        ioValues[i] = lastIndex;
+    }
+}
+
+void Converter::ColorizeRow(uint32_t* ioColors, int inCount) const
+{
     for (int i = 0; i < inCount; ++i)
-        outPixels[i] = BitAt(row, first + i);
+        ioColors[i] = Colorized(ioColors[i]) & kColorBits;
 }
 
-// Every other pixel, four at a time; the plain loop behind it ends what is left and says what is meant.
-static void HalveRow(const uint32_t* inPixels, int inCount, uint32_t* outPixels)
+void Converter::AnyRow(uint32_t* ioValues, int inCount) const
 {
-    int i = 0;
-#ifdef __SSE2__
-    for (; i + 4 < inCount; i += 4) { // one pixel beyond the last one taken is read
-        const __m128 first = _mm_loadu_ps(reinterpret_cast<const float*>(inPixels + 2 * i));
-        const __m128 second = _mm_loadu_ps(reinterpret_cast<const float*>(inPixels + 2 * i + 4));
-        _mm_storeu_ps(reinterpret_cast<float*>(outPixels + i),
-                      _mm_shuffle_ps(first, second, _MM_SHUFFLE(2, 0, 2, 0)));
-    }
-#endif
-    for (; i < inCount; ++i)
-        outPixels[i] = inPixels[2 * i];
+    if (fFromWords)
+        for (int i = 0; i < inCount; ++i)
+            ioValues[i] = ColorOf555(ioValues[i]);
+    ColorizeRow(ioValues, inCount);
+    if (fTo.depth == 16)
+        for (int i = 0; i < inCount; ++i)
+            ioValues[i] = PixelOf555(ioValues[i]);
+    else if (fTo.depth != 0 && fTo.depth <= 8)
+        IndexRow(ColorsOf(fTo), ioValues, inCount);
 }
 
-// Every pixel twice; the first one only once when the row begins with its second half.
-static void DoubleRow(const uint32_t* inPixels, bool inWholeFirst, int inCount, uint32_t* outPixels)
+void Converter::Row(uint32_t* ioValues, int inCount) const
 {
-    if (!inWholeFirst && inCount > 0) {
-        *outPixels++ = *inPixels++;
-        --inCount;
-    }
-    int i = 0;
-#ifdef __SSE2__
-    for (; i + 8 <= inCount; i += 8) {
-        const __m128i four = _mm_loadu_si128(reinterpret_cast<const __m128i*>(inPixels + i / 2));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(outPixels + i), _mm_unpacklo_epi32(four, four));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(outPixels + i + 4), _mm_unpackhi_epi32(four, four));
-    }
-#endif
-    for (; i < inCount; ++i)
-        outPixels[i] = inPixels[i / 2];
-}
-
-void FetchScaledRow(const Source& inSource, int v, int inLeft, Steps inSteps, int inCount,
-                    uint32_t* outPixels)
-{
-    const uint8_t* row = inSource.RowAt(v);
-    const int first = inLeft - inSource.bounds.left;
-    if (inSource.depth == 32) {
-        const auto* pixels = reinterpret_cast<const uint32_t*>(row) + first;
-        if (inSteps.Halves())
-            return HalveRow(pixels + inSteps.At(), inCount, outPixels);
-        if (inSteps.Doubles())
-            return DoubleRow(pixels + inSteps.At(), inSteps.IsFirstOfTwo(), inCount, outPixels);
-        for (int i = 0; i < inCount; ++i, inSteps.Next())
-            outPixels[i] = pixels[inSteps.At()];
+    switch (fKind) {
+    case Kind::Same: return;
+    case Kind::Table:
+        for (int i = 0; i < inCount; ++i)
+            ioValues[i] = fTable[ioValues[i]];
         return;
+    case Kind::Narrow:
+        for (int i = 0; i < inCount; ++i)
+            ioValues[i] = PixelOf555(ioValues[i]);
+        return;
+    case Kind::Widen:
+        for (int i = 0; i < inCount; ++i)
+            ioValues[i] = ColorOf555(ioValues[i]);
+        return;
+    case Kind::Mask:
+        for (int i = 0; i < inCount; ++i)
+            ioValues[i] &= kColorBits;
+        return;
+    case Kind::Any: return AnyRow(ioValues, inCount);
     }
-    for (int i = 0; i < inCount; ++i, inSteps.Next())
-        outPixels[i] = BitAt(row, first + inSteps.At());
 }
 
-Combination::Combination(short inMode, uint32_t inFore, uint32_t inBack) : fBack(inBack & kColorBits)
+static Change ChangeWithin(Action inAction, uint32_t inFore, uint32_t inBack, uint32_t inBits)
 {
-    const short mode = (short)(inMode & ~ditherCopy);
-    fTransparent = mode == transparent;
-    const Transfer transfer = TransferOf(mode > notSrcBic ? (short)srcCopy : mode);
-    fSet = ChangeOf(transfer.set, inFore, inBack);
-    fClear = ChangeOf(transfer.clear, inFore, inBack);
-    fPlain = !fTransparent && fSet == Change{ 0, kBlackPixel } && fClear == Change{ 0, kWhitePixel };
+    const Change change = ChangeOf(inAction, inFore, inBack);
+    return { change.keep & inBits, change.value & inBits };
+}
+
+Combination::Combination(short inMode, int inDepth, uint32_t inFore, uint32_t inBack)
+    : fPlain(false), fFlip(inDepth >= 16 ? 0xFFFFFFFF : 0), fBits(PixelBits(inDepth))
+{
+    const Transfer transfer = TransferOf(inMode);
+    fSet = ChangeWithin(transfer.set, inFore, inBack, fBits);
+    fClear = ChangeWithin(transfer.clear, inFore, inBack, fBits);
 }
 
 void Combination::Row(const uint32_t* inSource, uint32_t* ioDestination, int inCount) const
 {
     if (fPlain) {
-        std::memmove(ioDestination, inSource, (size_t)inCount * 4);
-        return;
-    }
-    if (fTransparent) {
-        for (int i = 0; i < inCount; ++i)
-            if ((inSource[i] & kColorBits) != fBack)
-                ioDestination[i] = inSource[i] & kColorBits;
+        std::memcpy(ioDestination, inSource, (size_t)inCount * 4);
         return;
     }
     const Change set = fSet, clear = fClear;
+    const uint32_t flip = fFlip, bits = fBits;
     for (int i = 0; i < inCount; ++i) {
-        const uint32_t clearBits = inSource[i], old = ioDestination[i];
-        ioDestination[i] = ((~clearBits & set.Of(old)) | (clearBits & clear.Of(old))) & kColorBits;
+        const uint32_t setBits = inSource[i] ^ flip, old = ioDestination[i];
+        ioDestination[i] = ((setBits & set.Of(old)) | (~setBits & clear.Of(old))) & bits;
     }
-}
-
-void Stretch(const uint32_t* from, int fromRow, int fromWidth, int fromHeight, uint32_t* to, int toRow,
-             int toWidth, int toHeight)
-{
-    Steps rows(fromHeight, toHeight, 0);
-    for (int v = 0; v < toHeight; ++v, rows.Next()) {
-        const uint32_t* source = from + (ptrdiff_t)rows.At() * fromRow;
-        uint32_t* destination = to + (ptrdiff_t)v * toRow;
-        Steps columns(fromWidth, toWidth, 0);
-        for (int h = 0; h < toWidth; ++h, columns.Next())
-            destination[h] = source[columns.At()];
-    }
-}
-
-// With one rectangle the rows are taken in the order that reads each pixel before it is written.
-static void MoveBox(PortRecord& ioPort, const Box& to, int dh, int dv)
-{
-    const int rows = to.y2 - to.y1;
-    const size_t bytes = (size_t)(to.x2 - to.x1) * 4;
-    for (int i = 0; i < rows; ++i) {
-        const int v = dv > 0 ? to.y2 - 1 - i : to.y1 + i;
-        std::memmove(ioPort.PixelAt(to.x1, v), ioPort.PixelAt(to.x1 - dh, v - dv), bytes);
-    }
-}
-
-// With more, one may overwrite what another has yet to read: they go through a copy.
-static void MoveBoxes(PortRecord& ioPort, const Region& to, int dh, int dv)
-{
-    static std::vector<uint32_t> copy;
-    copy.clear();
-    for (const Box& box : to.Boxes())
-        for (int v = box.y1; v < box.y2; ++v) {
-            const uint32_t* row = ioPort.PixelAt(box.x1 - dh, v - dv);
-            copy.insert(copy.end(), row, row + (box.x2 - box.x1));
-        }
-    const uint32_t* next = copy.data();
-    for (const Box& box : to.Boxes())
-        for (int v = box.y1; v < box.y2; ++v, next += box.x2 - box.x1)
-            std::memcpy(ioPort.PixelAt(box.x1, v), next, (size_t)(box.x2 - box.x1) * 4);
-}
-
-void MovePixels(PortRecord& ioPort, const Region& to, int dh, int dv)
-{
-    if (to.IsRectangle())
-        MoveBox(ioPort, to.Extents(), dh, dv);
-    else
-        MoveBoxes(ioPort, to, dh, dv);
 }
 
 } // namespace lampblack::quickdraw

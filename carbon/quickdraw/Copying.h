@@ -1,76 +1,91 @@
-// Copying of pixels. Begin with CopyBits.cpp; here are the loops that know nothing of ports.
+// What becomes of source pixels on their way into a destination: they are converted into its pixel values,
+// then combined with what is there. Begin with CopyJob.h; these are its rows.
 #ifndef LAMPBLACK_QUICKDRAW_COPYING_H
 #define LAMPBLACK_QUICKDRAW_COPYING_H
 
 #include "Ink.h"
+#include "Surface.h"
 
 namespace lampblack::quickdraw {
 
-// The nearest pixel along one axis: destination pixel i shows source pixel i * source / destination, rounded
-// down.
-class Steps {
+// Rows go through buffers of this many pixels.
+inline constexpr int kRowPiece = 512;
+
+// Whether pixels mean what those of a bit map mean: clear is white, set is black.
+bool IsBitMap(const Surface&);
+
+// Turns pixel values of a source into pixel values of a destination, or into colours 0x00RRGGBB.
+class Converter {
 public:
-    Steps(int source, int destination, int first)
-        : fWhole(source / destination),
-          fRest(source % destination),
-          fDestination(destination),
-          fAt((int)((int64_t)first * source / destination)),
-          fError((int)((int64_t)first * source % destination))
-    {
-    }
-    int At() const { return fAt; }
-    bool Halves() const { return fWhole == 2 && fRest == 0; }
-    bool Doubles() const { return fWhole == 0 && 2 * fRest == fDestination; }
-    bool IsFirstOfTwo() const { return fError == 0; } // when it doubles
-    void Next()
-    {
-        fAt += fWhole;
-        fError += fRest;
-        if (fError >= fDestination) {
-            fError -= fDestination;
-            ++fAt;
-        }
-    }
+    // What becomes of a bit map's pixels, in terms of the result. All other pixels are colourised, where
+    // fore is not black or back not white: bit by bit, a zero bit of the colour taking the bit of fore, a one
+    // bit that of back.
+    struct Meaning {
+        uint32_t set, clear;
+        uint32_t fore = kBlackPixel, back = kWhitePixel;
+    };
+    Converter() = default;
+    void BeginPixels(const Surface& from, const Surface& to, const Meaning&);
+    void BeginColors(const Surface& from, const Meaning&);
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+
+    bool IsSame() const { return fKind == Kind::Same; }        // values stay what they are
+    const uint32_t* Table() const { return fTable; }           // of indexes; null for direct pixels
+    bool JustNarrows() const { return fKind == Kind::Narrow; } // from depth 32 to 16
+    bool JustWidens() const { return fKind == Kind::Widen; }   // from depth 16 to 32
+    void Row(uint32_t* ioValues, int count) const;
+    // Only the colourising, of colours.
+    void ColorizeRow(uint32_t* ioColors, int count) const;
 
 private:
-    int fWhole, fRest, fDestination, fAt, fError;
+    enum class Kind : uint8_t { Same, Table, Narrow, Widen, Mask, Any };
+
+    void Begin(const Surface& from, const Meaning&);
+    void TakeTable(const uint32_t* inTable)
+    {
+        fTable = inTable;
+        fKind = Kind::Table;
+    }
+    void MakeTable(const Surface& from, const Surface* to);
+    void MakeIndexTable(const Surface& from, const Surface& to);
+    uint32_t Colorized(uint32_t color) const { return (~color & fFore) | (color & fBack); }
+    bool Colorizes() const { return fFore != kBlackPixel || fBack != kWhitePixel; }
+    void AnyRow(uint32_t* ioValues, int count) const;
+
+    Kind fKind = Kind::Any;
+    bool fFromWords = false; // of depth 16
+    Surface fTo;             // depth 0: colours
+    uint32_t fFore = kBlackPixel, fBack = kWhitePixel;
+    const uint32_t* fTable = nullptr;
+    uint32_t fOwn[256];
 };
 
-// Pixels as they are read.
-struct Source {
-    const uint8_t* base = nullptr;
-    int rowBytes = 0;
-    int depth = 0; // 1 or 32
-    Rect bounds = { 0, 0, 0, 0 };
-    const PortRecord* port = nullptr; // whose they are
-
-    const uint8_t* RowAt(int v) const { return base + (ptrdiff_t)(v - bounds.top) * rowBytes; }
-};
-
-// count pixels of a row, the first being column h.
-void FetchRow(const Source&, int v, int h, int count, uint32_t* out);
-void FetchScaledRow(const Source&, int v, int left, Steps, int count, uint32_t* out);
-
-// How source pixels meet destination pixels: bit by bit, a zero bit of the source counting as set.
+// How converted pixels meet those of the destination in a boolean mode, bit by bit. In indexes a one bit of
+// the source is set, in direct pixels a zero bit, so that black is set in both.
 class Combination {
 public:
-    Combination(short mode, uint32_t fore, uint32_t back);
+    Combination() = default; // plain copy
+    Combination(short mode, int depth, uint32_t forePixel, uint32_t backPixel);
 
     bool IsPlainCopy() const { return fPlain; }
-    void Row(const uint32_t* source, uint32_t* destination, int count) const;
+    void Row(const uint32_t* source, uint32_t* ioDestination, int count) const;
 
 private:
-    bool fPlain = false, fTransparent = false;
-    uint32_t fBack;
-    Change fSet, fClear;
+    bool fPlain = true;
+    uint32_t fFlip = 0, fBits = 0;
+    Change fSet = {}, fClear = {};
 };
 
-// Scales whole images of depth 32; the rows are given in pixels.
-void Stretch(const uint32_t* from, int fromRow, int fromWidth, int fromHeight, uint32_t* to, int toRow,
-             int toWidth, int toHeight);
-
-// Moves the pixels of a port that come from (dh, dv) away into a region; the two may overlap.
-void MovePixels(PortRecord&, const Region& to, int dh, int dv);
+// The pixel values in which every bit is set, and none.
+inline uint32_t AllSet(int inDepth)
+{
+    return inDepth >= 16 ? 0 : PixelBits(inDepth);
+}
+inline uint32_t NoneSet(int inDepth)
+{
+    return inDepth >= 16 ? PixelBits(inDepth) : 0;
+}
 
 } // namespace lampblack::quickdraw
 

@@ -1,0 +1,213 @@
+// Rows copied in place.
+#include "Blit.h"
+
+#include <bit>
+#include <cstring>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
+namespace lampblack::quickdraw {
+
+// Up to eight bits from any place, at the top of the answer.
+static uint8_t BitsAt(const uint8_t* inRow, int inBit, int inCount)
+{
+    const uint8_t* at = inRow + (inBit >> 3);
+    const int shift = inBit & 7;
+    uint32_t bits = (uint32_t)*at << shift;
+    if (shift + inCount > 8)
+        bits |= at[1] >> (8 - shift);
+    return (uint8_t)bits;
+}
+
+static void PutBits(uint8_t* ioRow, int inBit, uint8_t inBits, int inCount)
+{
+    uint8_t* at = ioRow + (inBit >> 3);
+    const int shift = inBit & 7; // shift + inCount is at most 8
+    const auto mask = (uint8_t)((0xFF00u >> inCount & 0xFF) >> shift);
+    *at = (uint8_t)((*at & ~mask) | (inBits >> shift & mask));
+}
+
+static void MoveBytes(const uint8_t* inFrom, int inShift, uint8_t* outTo, int inCount)
+{
+    if (inShift == 0) {
+        std::memmove(outTo, inFrom, (size_t)inCount);
+        return;
+    }
+    for (int i = 0; i < inCount; ++i)
+        outTo[i] = (uint8_t)(inFrom[i] << inShift | inFrom[i + 1] >> (8 - inShift));
+}
+
+void MoveBits(const uint8_t* from, int fromBit, uint8_t* to, int toBit, int count)
+{
+    const int head = std::min(count, (8 - (toBit & 7)) & 7);
+    if (head > 0)
+        PutBits(to, toBit, BitsAt(from, fromBit, head), head);
+    fromBit += head, toBit += head, count -= head;
+    const int bytes = count / 8;
+    MoveBytes(from + (fromBit >> 3), fromBit & 7, to + (toBit >> 3), bytes);
+    fromBit += bytes * 8, toBit += bytes * 8, count -= bytes * 8;
+    if (count > 0)
+        PutBits(to, toBit, BitsAt(from, fromBit, count), count);
+}
+
+static void BlitBits(const Surface& from, const Surface& to, const Box& box, int dh, int dv)
+{
+    const int depth = to.depth;
+    for (int v = box.y1; v < box.y2; ++v)
+        MoveBits(from.RowAt(v + dv), (box.x1 + dh - from.bounds.left) * depth, to.RowAt(v),
+                 (box.x1 - to.bounds.left) * depth, (box.x2 - box.x1) * depth);
+}
+
+void BlitBox(const Surface& from, const Surface& to, const Box& box, int dh, int dv)
+{
+    if (to.depth < 8)
+        return BlitBits(from, to, box, dh, dv);
+    const ptrdiff_t pixel = to.depth / 8;
+    const size_t bytes = (size_t)(box.x2 - box.x1) * (size_t)pixel;
+    const bool upwards = dv < 0; // so that a row is read before it is written
+    const int first = upwards ? box.y2 - 1 : box.y1;
+    const uint8_t* source = from.RowAt(first + dv) + (box.x1 + dh - from.bounds.left) * pixel;
+    uint8_t* destination = to.RowAt(first) + (box.x1 - to.bounds.left) * pixel;
+    const ptrdiff_t fromStep = upwards ? -from.rowBytes : from.rowBytes,
+                    toStep = upwards ? -to.rowBytes : to.rowBytes;
+    for (int rows = box.y2 - box.y1; rows > 0; --rows, source += fromStep, destination += toStep)
+        std::memmove(destination, source, bytes);
+}
+
+template <class From, class To>
+static void TableRow(const uint8_t* from, int fromPixel, uint8_t* to, int toPixel, int count,
+                     const uint32_t* table)
+{
+    const From* source = reinterpret_cast<const From*>(from) + fromPixel;
+    To* destination = reinterpret_cast<To*>(to) + toPixel;
+    for (int i = 0; i < count; ++i)
+        destination[i] = (To)table[source[i]];
+}
+
+// Eight pixels of a byte of mask bits at a time; set and clear are entries 1 and 0 of the table.
+template <class To>
+static void BitRow(const uint8_t* from, int fromPixel, uint8_t* to, int toPixel, int count,
+                   const uint32_t* table)
+{
+    To* destination = reinterpret_cast<To*>(to) + toPixel;
+    const uint32_t clear = table[0], change = table[0] ^ table[1];
+    int i = 0;
+    for (; i + 8 <= count; i += 8) {
+        const uint32_t bits = BitsAt(from, fromPixel + i, 8);
+        for (int j = 0; j < 8; ++j)
+            destination[i + j] = (To)(clear ^ (change & (0u - (bits >> (7 - j) & 1))));
+    }
+    if (i < count) {
+        const uint32_t bits = BitsAt(from, fromPixel + i, count - i);
+        for (int j = 0; i + j < count; ++j)
+            destination[i + j] = (To)(clear ^ (change & (0u - (bits >> (7 - j) & 1))));
+    }
+}
+
+static void WidenRow(const uint8_t* from, int fromPixel, uint8_t* to, int toPixel, int count, const uint32_t*)
+{
+    const auto* source = reinterpret_cast<const uint16_t*>(from) + fromPixel;
+    uint32_t* destination = reinterpret_cast<uint32_t*>(to) + toPixel;
+    for (int i = 0; i < count; ++i)
+        destination[i] = ColorOf555(source[i]);
+}
+
+#ifdef __SSE2__
+// Four colours as words of 5 bits a channel. The product brings red above green, and blue to the bottom by
+// the other half: 8 * red << 10 and so on are sums that never meet.
+static __m128i NarrowFour(__m128i inColors)
+{
+    const __m128i red = _mm_and_si128(_mm_srli_epi32(inColors, 9), _mm_set1_epi32(0x7C00));
+    const __m128i green = _mm_and_si128(_mm_srli_epi32(inColors, 6), _mm_set1_epi32(0x03E0));
+    const __m128i blue = _mm_and_si128(_mm_srli_epi32(inColors, 3), _mm_set1_epi32(0x001F));
+    return _mm_or_si128(_mm_or_si128(red, green), blue);
+}
+
+static int NarrowEights(const uint32_t* inColors, int inCount, uint16_t* outWords)
+{
+    int i = 0;
+    for (; i + 8 <= inCount; i += 8) {
+        const auto* from = reinterpret_cast<const __m128i*>(inColors + i);
+        // No word has its highest bit set, so that packing with signs keeps them all.
+        _mm_storeu_si128(
+            reinterpret_cast<__m128i*>(outWords + i),
+            _mm_packs_epi32(NarrowFour(_mm_loadu_si128(from)), NarrowFour(_mm_loadu_si128(from + 1))));
+    }
+    return i;
+}
+#else
+static int NarrowEights(const uint32_t*, int, uint16_t*)
+{
+    return 0;
+}
+#endif
+
+static void NarrowRow(const uint8_t* from, int fromPixel, uint8_t* to, int toPixel, int count,
+                      const uint32_t*)
+{
+    const uint32_t* source = reinterpret_cast<const uint32_t*>(from) + fromPixel;
+    uint16_t* destination = reinterpret_cast<uint16_t*>(to) + toPixel;
+    for (int i = NarrowEights(source, count, destination); i < count; ++i)
+        destination[i] = (uint16_t)PixelOf555(source[i]);
+}
+
+ConvertRow ConvertRowOf(int inFrom, int inTo, const Converter& inConverter)
+{
+    if (inConverter.JustNarrows())
+        return NarrowRow;
+    if (inConverter.JustWidens())
+        return WidenRow;
+    if (!inConverter.Table() || inTo < 8 || (inFrom != 8 && inFrom != 1))
+        return nullptr;
+    if (inFrom == 1)
+        return inTo == 8 ? BitRow<uint8_t> : inTo == 16 ? BitRow<uint16_t> : BitRow<uint32_t>;
+    return inTo == 8    ? TableRow<uint8_t, uint8_t>
+           : inTo == 16 ? TableRow<uint8_t, uint16_t>
+                        : TableRow<uint8_t, uint32_t>;
+}
+
+// Up to 64 mask bits, the first one at the top; bits beyond the count are clear.
+static uint64_t MaskBits(const uint8_t* inMask, int inBit, int inCount)
+{
+    const uint8_t* at = inMask + (inBit >> 3);
+    const int shift = inBit & 7;
+    uint64_t bits = 0;
+    if (shift == 0 && inCount == 64) {
+        std::memcpy(&bits, at, 8);
+        return __builtin_bswap64(bits);
+    }
+    const int bytes = (shift + inCount + 7) / 8; // at most nine
+    for (int i = 0; i < bytes && i < 8; ++i)
+        bits |= (uint64_t)at[i] << (56 - 8 * i);
+    bits <<= shift;
+    if (bytes == 9)
+        bits |= at[8] >> (8 - shift);
+    return inCount == 64 ? bits : bits & ~(~0ull >> inCount);
+}
+
+template <class Pixel>
+void CopyWhereSet(const uint8_t* mask, int maskBit, const Pixel* from, Pixel* to, int count)
+{
+    for (int i = 0; i < count; i += 64) {
+        uint64_t bits = MaskBits(mask, maskBit + i, std::min(64, count - i));
+        if (bits == ~0ull) { // a whole run, whose length is known
+            std::memcpy(to + i, from + i, 64 * sizeof(Pixel));
+            continue;
+        }
+        while (bits != 0) {
+            const int first = std::countl_zero(bits);
+            const int length = std::countl_one(bits << first);
+            for (int j = first; j < first + length; ++j)
+                to[i + j] = from[i + j];
+            bits &= ~0ull >> 1 >> (first + length - 1);
+        }
+    }
+}
+
+template void CopyWhereSet(const uint8_t*, int, const uint8_t*, uint8_t*, int);
+template void CopyWhereSet(const uint8_t*, int, const uint16_t*, uint16_t*, int);
+template void CopyWhereSet(const uint8_t*, int, const uint32_t*, uint32_t*, int);
+
+} // namespace lampblack::quickdraw
