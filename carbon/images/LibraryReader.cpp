@@ -18,10 +18,24 @@ struct FreeSurface {
 using SurfacePtr = std::unique_ptr<SDL_Surface, FreeSurface>;
 using Loader = SDL_Surface* (*)(SDL_RWops*);
 
+// The TIFF library gives colours that are multiplied by alpha.
+uint32_t Unmultiplied(uint32_t inPixel)
+{
+    const uint32_t alpha = inPixel >> 24;
+    if (alpha == 0 || alpha == 255)
+        return inPixel;
+    const auto whole = [alpha](uint32_t channel) {
+        return std::min(255u, (channel * 255 + alpha / 2) / alpha);
+    };
+    return alpha << 24 | whole(inPixel >> 16 & 0xFF) << 16 | whole(inPixel >> 8 & 0xFF) << 8 |
+           whole(inPixel & 0xFF);
+}
+
 class LibraryReader final : public ImageReader {
 public:
-    LibraryReader(Bytes inBytes, Loader inLoader, const ImageFacts& inFacts, const Frame& inFrame)
-        : fBytes(inBytes), fLoader(inLoader), fFrame(inFrame)
+    LibraryReader(Bytes inBytes, Loader inLoader, bool inIsMultiplied, const ImageFacts& inFacts,
+                  const Frame& inFrame)
+        : fBytes(inBytes), fLoader(inLoader), fFrame(inFrame), fIsMultiplied(inIsMultiplied)
     {
         fFacts = inFacts;
     }
@@ -36,6 +50,7 @@ private:
     Bytes fBytes;
     Loader fLoader;
     Frame fFrame;
+    bool fIsMultiplied;
     SurfacePtr fSurface;
     std::array<uint32_t, 256> fColors = {}; // of indexed pixels
     std::vector<uint32_t> fFrameRow;        // where the frame is not the whole image
@@ -81,9 +96,10 @@ void LibraryReader::ConvertRow(int inRow, uint32_t* outRow) const
     else
         SDL_ConvertPixels(fFrame.width, 1, fSurface->format->format, from, fSurface->pitch,
                           SDL_PIXELFORMAT_ARGB8888, outRow, fFrame.width * 4);
-    if (!fFacts.hasAlpha)
-        for (int i = 0; i < fFrame.width; ++i)
-            outRow[i] &= kColorBits;
+    for (int i = 0; i < fFrame.width && !fFacts.hasAlpha; ++i)
+        outRow[i] &= kColorBits;
+    for (int i = 0; i < fFrame.width && fFacts.hasAlpha && fIsMultiplied; ++i)
+        outRow[i] = Unmultiplied(outRow[i]);
 }
 
 // A row of the whole image, of which the frame may be a part and which it may exceed.
@@ -123,7 +139,8 @@ OSStatus MakeReader(OSStatus inError, Bytes inBytes, Loader ImageLibrary::*inLoa
         return cantOpenHandler;
     const Frame whole = { 0, 0, inFacts.width, inFacts.height };
     *outReader =
-        std::make_unique<LibraryReader>(inBytes, library->*inLoader, inFacts, inFrame ? *inFrame : whole);
+        std::make_unique<LibraryReader>(inBytes, library->*inLoader, inLoader == &ImageLibrary::loadTiff,
+                                        inFacts, inFrame ? *inFrame : whole);
     return noErr;
 }
 

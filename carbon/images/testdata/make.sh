@@ -23,8 +23,16 @@ plain -colorspace CMYK -quality 95 cmyk.jpg
 plain PNG24:plain.png
 plain -interlace PNG PNG24:interlaced.png
 plain -depth 16 -colorspace Gray -define png:color-type=0 -define png:bit-depth=16 grey16.png
-plain -transparent 'rgb(0,0,0)' -define png:color-type=3 palette.png
 plain -alpha set -channel A -evaluate set 50% PNG32:alpha.png
+
+python3 - <<'PYTHON'
+import struct, zlib
+chunk = lambda kind, data: struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+colors = bytes(c for y in range(12) for x in range(16) for c in (16 * x, 20 * y, 8 * x + 4 * y))
+rows = b"".join(b"\0" + bytes(range(16 * y, 16 * y + 16)) for y in range(12))
+open("palette.png", "wb").write(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", 16, 12, 8, 3, 0, 0, 0)) +
+    chunk(b"PLTE", colors) + chunk(b"tRNS", b"\0") + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b""))
+PYTHON
 
 plain plain.gif
 plain -interlace GIF interlaced.gif
@@ -46,9 +54,16 @@ struct.pack_into("<i", data, 22, -12) # from the top down
 open("down.bmp", "wb").write(data[:start] + b"".join(reversed(rows)))
 PYTHON
 
+# The tool writes rows from the top and says that they come from the bottom.
 plain -compress none plain.tga
-plain -compress RLE rle.tga
+plain -flip -compress RLE rle.tga
 plain -alpha set -channel A -evaluate set 50% alpha.tga
+python3 - <<'PYTHON'
+for name in ("plain.tga", "alpha.tga"):
+    data = bytearray(open(name, "rb").read())
+    data[17] |= 0x20
+    open(name, "wb").write(data)
+PYTHON
 
 # 64 x 64 pixels of noise, none of them white, to be cut off half-way.
 python3 - <<'PYTHON' >source.ppm
