@@ -153,7 +153,7 @@ void TakeSeen()
 {
     DesktopHost& host = TheHost();
     SDL_Event event;
-    host.translator.Begin(host.looked);
+    host.translator.Begin(RealNow());
     while (SDL_PeepEvents(&event, 1, SDL_GETEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) > 0)
         if (event.type != SDL_POLLSENTINEL)
             TakeEvent(event);
@@ -164,7 +164,7 @@ void TakeEvents()
 {
     if (!TheHost().videoIsUp)
         return;
-    Look();
+    LookAtState();
     TakeSeen();
 }
 
@@ -182,8 +182,8 @@ void BlockUntil(double inUntil)
     if (!host.window.IsOpen())
         return host.waiter.Block(inUntil);
     host.window.FinishOpening();
-    SDL_WaitEventTimeout(nullptr, Milliseconds(inUntil - RealNow()));
-    TakeEvents();
+    SDL_WaitEventTimeout(nullptr, Milliseconds(inUntil - RealNow())); // looks by itself
+    TakeSeen();
 }
 
 // Events that mean nothing above (a window moved, a sound came to its end) do not end the wait.
@@ -207,10 +207,8 @@ bool TakeInput(Input* outInput)
 {
     DesktopHost& host = TheHost();
     const bool opens = host.window.IsOpen() && !host.window.WasShown();
-    if (host.translator.HasInput() || !host.videoIsUp || opens)
-        return host.translator.Take(outInput);
-    LookAtState();
-    TakeSeen();
+    if (!host.translator.HasInput() && !opens)
+        TakeEvents();
     return host.translator.Take(outInput);
 }
 
