@@ -143,23 +143,25 @@ static bool Use(const FontAssociation& inOne, Style inFace, StrikeSource* outSou
     return outSource->bitmaps != nullptr;
 }
 
-// The sizes of a family of old, of which only the plain style exists.
-static std::vector<FontAssociation> FamilyOfOld(SInt16 inFamily)
+// The sizes of a family of old, of which only the plain style exists, behind those of its 'FOND'. There are
+// families whose 'FOND' names fonts that went, while the 'FONT' resources of the family are there.
+static void AddFamilyOfOld(SInt16 inFamily, std::vector<FontAssociation>* ioFamily)
 {
-    std::vector<FontAssociation> family;
-    if (inFamily < 0 || inFamily >= kFamiliesOfOld)
-        return family;
+    const auto hasSome = [](const resources::ResourceMap& map) { return map.At('FONT', 0); };
+    if (inFamily < 0 || inFamily >= kFamiliesOfOld || !Search(hasSome))
+        return;
     for (int size = 1; size < kSizesOfOld; ++size)
         if (const int id = inFamily * kSizesOfOld + size; Find('FONT', id))
-            family.push_back({ (SInt16)size, normal, (SInt16)id });
-    return family;
+            ioFamily->push_back({ (SInt16)size, normal, (SInt16)id });
 }
 
 static std::vector<FontAssociation> AssociationsOf(SInt16 inFamily)
 {
+    std::vector<FontAssociation> family;
     if (const FoundResource found = Find('FOND', inFamily))
-        return FamilyIn(found);
-    return FamilyOfOld(inFamily);
+        family = FamilyIn(found);
+    AddFamilyOfOld(inFamily, &family);
+    return family;
 }
 
 bool FindResourceFont(SInt16 inFamily, SInt16 inSize, Style inFace, StrikeSource* outSource)

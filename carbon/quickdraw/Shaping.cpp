@@ -182,7 +182,8 @@ static bool ShapeAnew(const TextFontStyle& inStyle, std::string_view inText, Sha
         ink.width * ink.height > kMostPixels || std::abs(ink.x) > kWidest || std::abs(ink.y) > kWidest ||
         logical.width > kWidest)
         return false;
-    out->width = logical.width;
+    // Spacing is between letters there, and behind every letter here.
+    out->width = std::max(0, logical.width + (inText.empty() ? 0 : ExtraAdvance(inStyle.face, normal)));
     ListClusters(*pango, layout, inText.size(), out);
     SetInk(Render(*pango, line, ink), inStyle.face, out);
     return true;

