@@ -1,4 +1,4 @@
-// The whole toolkit in one include: windows, controls, resources, drawing-state savers, system checks.
+// The whole toolkit in one include: windows, controls, resources, drawing, strings, system checks.
 // Begin with CWindow (window/CWindow.h) and InitializeMacOSHelpers (window/Startup.h).
 #ifndef LAMPBLACK_LAMPBLACK_H
 #define LAMPBLACK_LAMPBLACK_H
@@ -10,7 +10,10 @@
 #include "controls/ControlsFromResources.h"
 #include "controls/Focus.h"
 #include "graphics/Geometry.h"
+#include "graphics/OffscreenWorlds.h"
+#include "graphics/PixelCopies.h"
 #include "graphics/StateSavers.h"
+#include "graphics/ThemeText.h"
 #include "prefs/ApplicationResources.h"
 #include "prefs/FileDescriptors.h"
 #include "prefs/FileHelpers.h"
