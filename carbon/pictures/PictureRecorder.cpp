@@ -124,7 +124,7 @@ bool PictureRecorder::Finish()
         return false;
     const std::vector<uint8_t>& data = fWriter.Data();
     SetHandleSize(handle, (Size)data.size());
-    if (MemError() != noErr)
+    if (GetHandleSize(handle) != (Size)data.size())
         return false;
     std::memcpy(*handle, data.data(), data.size());
     foundation::StoreBE16(*handle, (uint16_t)data.size());
@@ -329,8 +329,7 @@ void PictureRecorder::Text(const PortRecord& inPort, const TextSettings& inSetti
 // A bit map has no colours of its own: set bits are black, or the foreground.
 static bool IsBitMap(const Surface& inSurface)
 {
-    return inSurface.depth == 1 && (!inSurface.colors || (inSurface.colors->At(0) == kWhitePixel &&
-                                                          inSurface.colors->At(1) == kBlackPixel));
+    return inSurface.depth == 1 && !inSurface.colors;
 }
 
 static Rect Overlap(const Rect& a, const Rect& b)

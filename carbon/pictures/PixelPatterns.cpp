@@ -41,16 +41,16 @@ static bool FillPattern(PixPat& ioPattern, const MapHeader& inMap, CTabHandle in
                         BigEndianReader& ioReader)
 {
     PixMap& map = **ioPattern.patMap;
+    const CTabHandle before = map.pmTable;
     DescribePixels(map, inMap.depth);
     map.bounds = inMap.bounds;
     map.rowBytes = (short)(0x8000 | NativeRowBytes(inMap));
-    if (inTable) {
-        DisposeCTable(map.pmTable);
-        map.pmTable = inTable;
-    }
+    map.pmTable = inTable ? inTable : before;
+    if (inTable && before)
+        DisposeCTable(before);
     const Size size = (Size)NativeRowBytes(inMap) * inMap.Height();
     SetHandleSize(ioPattern.patData, size);
-    if (MemError() != noErr)
+    if (GetHandleSize(ioPattern.patData) != size)
         return false;
     return ReadRows(inMap, ioReader, reinterpret_cast<uint8_t*>(*ioPattern.patData));
 }

@@ -104,7 +104,7 @@ private:
     {
         const int64_t rowBytes = NativeRowBytes(fBits.map);
         fBandRows = (int)std::clamp<int64_t>(kBandBytes / rowBytes, 1, fLast - fFirst);
-        fPixels.reset(new (std::nothrow) uint8_t[(size_t)(rowBytes * fBandRows)]);
+        fPixels.reset(new (std::nothrow) uint8_t[(size_t)(rowBytes * fBandRows)]());
         if (!fPixels)
             fPlayer.Fail(noMemForPictPlaybackErr);
         return fPixels != nullptr;
@@ -125,8 +125,7 @@ private:
         for (int top = fFirst; top < fLast;) {
             const int bottom = std::min(fLast, top + fBandRows);
             int row = top;
-            while (row < bottom && fPlayer.CanAfford((int64_t)rowBytes / 4 + 8) &&
-                   ioRows.Read(fPixels.get() + (size_t)(row - top) * rowBytes))
+            while (row < bottom && ReadRow(ioRows, row, fPixels.get() + (size_t)(row - top) * rowBytes))
                 ++row;
             band.SetRows(top, row);
             if (row > top)
@@ -136,6 +135,18 @@ private:
             top = bottom;
         }
         return true;
+    }
+
+    // When the image is made smaller, rows that fall between those that show are only stepped over.
+    bool ReadRow(RowReader& ioRows, int inRow, uint8_t* outRow)
+    {
+        const int64_t rows = fBits.from.bottom - fBits.from.top, height = fTo.bottom - fTo.top;
+        const int64_t at = inRow - fBits.from.top;
+        const int64_t shownBy = (at * height + rows - 1) / rows; // the first row there that is not before it
+        const bool isShown = rows <= height || shownBy * rows / height == at;
+        if (!fPlayer.CanAfford(isShown ? NativeRowBytes(fBits.map) / 4 + 8 : 2))
+            return false;
+        return isShown ? ioRows.Read(outRow) : ioRows.Skip();
     }
 
     // The source rectangle is that of all bands, so that scaling is the same as in one piece.
