@@ -4,14 +4,18 @@
 #include "FontFaces.h"
 #include "FontFamilyRecord.h"
 
-#include <doctest/doctest.h>
+#include <Carbon/Fonts.h>
+#include <Carbon/QDOffscreen.h>
+#include <Carbon/Resources.h>
+
+#include <golden/Golden.h>
 #include <resources/Container.h>
 #include <resources/ResourceFork.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <set>
 
 using namespace lampblack;
 using namespace lampblack::quickdraw;
@@ -95,4 +99,57 @@ TEST_CASE("Real fonts: every strike and outline is read, and families lead to th
         CHECK(count.families == expected.families);
         CHECK(count.lost == expected.lost);
     }
+}
+
+TEST_CASE("Real fonts: text in every family of the open file shows, and is measured as it is drawn")
+{
+    if (!std::filesystem::exists(kFolder)) {
+        MESSAGE("skipped: no real files at " << kFolder.string());
+        return;
+    }
+    const Rect bounds = { 0, 0, 420, 600 };
+    GWorldPtr world = nullptr;
+    REQUIRE(NewGWorld(&world, 8, &bounds, nullptr, nullptr, 0) == noErr);
+    SetGWorld(world, nullptr);
+    EraseRect(&bounds);
+    short v = 4;
+    for (const char* name :
+         { "nethack/NHrsrc.hqx", "macssh/telnet.rsrc", "pararena2/Pararena.project.rsrc.bin",
+           "angband/Angband.rsrc.hqx", "boe/BOEScen.rsrc" }) {
+        FSRef ref;
+        const std::string path = (kFolder / name).string();
+        REQUIRE(FSPathMakeRef((const UInt8*)path.c_str(), &ref, nullptr) == noErr);
+        const SInt16 file = FSOpenResFile(&ref, fsRdPerm);
+        REQUIRE(file > 0);
+        for (SInt16 index = 1; index <= Count1Resources('FOND'); ++index) {
+            SInt16 family = 0;
+            ResType type;
+            Str255 familyName;
+            GetResInfo(Get1IndResource('FOND', index), &family, &type, familyName);
+            TextFont(family);
+            short h = 4;
+            v = (short)(v + 30);
+            for (const short size : { 9, 12, 18 }) {
+                TextSize(size);
+                MoveTo(h, v);
+                DrawText("Lamp @ 123 \x8E", 0, 12);
+                Point pen;
+                GetPen(&pen);
+                CAPTURE(path);
+                CAPTURE(family);
+                CHECK(pen.h - h == TextWidth("Lamp @ 123 \x8E", 0, 12));
+                CHECK(pen.h - h > 30);
+                h = (short)(pen.h + 16);
+            }
+        }
+        CloseResFile(file);
+    }
+    const golden::Picture picture = golden::PictureOf(world);
+    size_t ink = 0;
+    for (const uint32_t color : picture.colors)
+        ink += color != 0xFFFFFF;
+    CHECK(ink > 3000);
+    if (const char* folder = std::getenv("LAMPBLACK_TEXTCARD"))
+        CHECK(golden::SavePng(picture, std::string(folder) + "/real-fonts.png"));
+    DisposeGWorld(world);
 }
