@@ -14,22 +14,6 @@ namespace {
 constexpr int kRowsAtOnce = 16;
 constexpr uint32_t kAlphaBits = 0xFF000000;
 
-constexpr struct {
-    OSType codec, subType;
-} kCodecs[] = {
-    { kJPEGCodecType, kQTFileTypeJPEG }, { kPNGCodecType, kQTFileTypePNG },
-    { kGIFCodecType, kQTFileTypeGIF },   { kTIFFCodecType, kQTFileTypeTIFF },
-    { kBMPCodecType, kQTFileTypeBMP },   { kTargaCodecType, kQTFileTypeTargaImage },
-};
-
-OSType SubTypeOf(OSType inCodec)
-{
-    for (const auto& known : kCodecs)
-        if (known.codec == inCodec)
-            return known.subType;
-    return 0;
-}
-
 // Answers how many rows came.
 int ReadAll(ImageReader& ioReader, const pictures::DecodedImage& inImage)
 {
@@ -59,7 +43,7 @@ void MarkMissing(pictures::DecodedImage* ioImage, int inRows)
 bool Decode(const pictures::CompressedImage& inImage, pictures::DecodedImage* outImage)
 {
     ImageReaderPtr reader;
-    if (OpenImage(SubTypeOf(inImage.type), inImage.data, codecNormalQuality, &reader))
+    if (OpenImage(SubTypeOfCodec(inImage.type), inImage.data, codecNormalQuality, &reader))
         return false;
     const ImageFacts& facts = reader->Facts();
     outImage->width = facts.width;

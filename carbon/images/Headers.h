@@ -7,13 +7,7 @@
 
 namespace lampblack::images {
 
-// Where the decoded image comes to within the whole one, which is transparent elsewhere.
-struct Frame {
-    int left = 0, top = 0, width = 0, height = 0;
-};
-
 // Errors: codecBadDataErr; memFullErr.
-OSStatus ReadGifHeader(Bytes, ImageFacts* outFacts, Frame* outFrame);
 OSStatus ReadTiffHeader(Bytes, ImageFacts* outFacts);
 OSStatus ReadBmpHeader(Bytes, ImageFacts* outFacts);
 OSStatus ReadTargaHeader(Bytes, ImageFacts* outFacts);

@@ -29,6 +29,16 @@ constexpr struct {
     { kQTFileTypeTIFF, OpenTiff }, { kQTFileTypeBMP, OpenBmp }, { kQTFileTypeTargaImage, OpenTarga },
 };
 
+constexpr Codec kCodecs[] = {
+    { kQTFileTypePicture, kQuickDrawCodecType, "PICT" },
+    { kQTFileTypeJPEG, kJPEGCodecType, "Photo - JPEG" },
+    { kQTFileTypePNG, kPNGCodecType, "PNG" },
+    { kQTFileTypeGIF, kGIFCodecType, "GIF" },
+    { kQTFileTypeTIFF, kTIFFCodecType, "TIFF" },
+    { kQTFileTypeBMP, kBMPCodecType, "BMP" },
+    { kQTFileTypeTargaImage, kTargaCodecType, "TGA" },
+};
+
 bool BeginsWith(Bytes inBytes, std::string_view inMark)
 {
     return inBytes.size() >= inMark.size() && std::memcmp(inBytes.data(), inMark.data(), inMark.size()) == 0;
@@ -59,6 +69,22 @@ bool MayBeTarga(Bytes inBytes)
 {
     ImageFacts facts;
     return ReadTargaHeader(inBytes, &facts) == noErr;
+}
+
+const Codec& CodecOf(OSType inSubType)
+{
+    for (const Codec& codec : kCodecs)
+        if (codec.subType == inSubType)
+            return codec;
+    return kCodecs[0];
+}
+
+OSType SubTypeOfCodec(OSType inType)
+{
+    for (const Codec& codec : kCodecs)
+        if (codec.type == inType)
+            return codec.subType;
+    return 0;
 }
 
 OSStatus OpenImage(OSType inSubType, Bytes inBytes, CodecQ inQuality, ImageReaderPtr* outReader)

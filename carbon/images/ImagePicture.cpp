@@ -1,5 +1,6 @@
-// Pictures made of images: JPEG data is put into the picture as it is, a picture file is the picture, and all
-// else is recorded.
+// Pictures made of images: a picture file is the picture; the data of JPEG files, and of images with
+// transparent parts, which pixels in a picture cannot have, is put into the picture as it is; all else is
+// recorded, so that whoever plays it needs no decoder.
 #include "ImagePicture.h"
 
 #include "PortState.h"
@@ -45,10 +46,11 @@ void WriteStart(BigEndianWriter* ioOut, const Rect& inFrame)
     WriteRect(ioOut, inFrame);
 }
 
-void WriteDescription(BigEndianWriter* ioOut, const ImageFacts& inFacts, size_t inSize)
+void WriteDescription(BigEndianWriter* ioOut, OSType inSubType, const ImageFacts& inFacts, size_t inSize)
 {
+    const Codec& codec = CodecOf(inSubType);
     ioOut->U32(sizeof(ImageDescription));
-    ioOut->U32(kJPEGCodecType);
+    ioOut->U32(codec.type);
     ioOut->Zeros(8);  // reserved, and the index of a data reference
     ioOut->U16(1);    // version
     ioOut->Zeros(10); // revision, vendor, temporal quality
@@ -59,9 +61,8 @@ void WriteDescription(BigEndianWriter* ioOut, const ImageFacts& inFacts, size_t 
     ioOut->U32((uint32_t)inFacts.vRes);
     ioOut->U32((uint32_t)inSize);
     ioOut->U16(1); // one frame
-    constexpr std::string_view kName = "Photo - JPEG";
-    ioOut->Pascal(kName);
-    ioOut->Zeros(31 - kName.size());
+    ioOut->Pascal(codec.name);
+    ioOut->Zeros(31 - codec.name.size());
     ioOut->U16((uint16_t)inFacts.depth);
     ioOut->U16(0xFFFF); // no colour table
 }
@@ -78,21 +79,21 @@ void WriteMatrix(BigEndianWriter* ioOut, const Rect& inFrame, const ImageFacts& 
     ioOut->U32(kUnitOfMatrix);
 }
 
-void WriteCompressed(BigEndianWriter* ioOut, const Rect& inFrame, SInt32 inMode, const ImageFacts& inFacts,
-                     Bytes inData)
+void WriteCompressed(BigEndianWriter* ioOut, OSType inSubType, const Placement& inPlace,
+                     const ImageFacts& inFacts, Bytes inData)
 {
     constexpr size_t kFixedPart = 68;
     const size_t size = kFixedPart + sizeof(ImageDescription) + inData.size();
     ioOut->U16(0x8200);
     ioOut->U32((uint32_t)size);
     ioOut->U16(0); // version
-    WriteMatrix(ioOut, inFrame, inFacts);
+    WriteMatrix(ioOut, inPlace.bounds, inFacts);
     ioOut->Zeros(12); // no matte
-    ioOut->U16((uint16_t)inMode);
+    ioOut->U16((uint16_t)inPlace.mode);
     WriteRect(ioOut, { 0, 0, (short)inFacts.height, (short)inFacts.width });
     ioOut->U32(codecHighQuality);
     ioOut->U32(0); // no mask
-    WriteDescription(ioOut, inFacts, inData.size());
+    WriteDescription(ioOut, inSubType, inFacts, inData.size());
     ioOut->Write(inData);
     ioOut->Zeros(size & 1);
     ioOut->U16(0x00FF);
@@ -119,7 +120,7 @@ OSStatus CompressedPicture(Importer& inImporter, const Placement& inPlace, PicHa
         BigEndianWriter out;
         out.Data().reserve(data.size() + 512);
         WriteStart(&out, inPlace.bounds);
-        WriteCompressed(&out, inPlace.bounds, inPlace.mode, facts, data);
+        WriteCompressed(&out, inImporter.SubType(), inPlace, facts, data);
         foundation::StoreBE16(out.Data().data(), (uint16_t)out.Size());
         return ToPicture(out.Data(), outPicture);
     } catch (const std::bad_alloc&) {
@@ -178,8 +179,9 @@ OSStatus MakePicture(Importer& ioImporter, PicHandle* outPicture)
         error = ioImporter.GetImageBytes(&picture);
         return error ? error : ToPicture(picture, outPicture);
     }
-    const bool isCopied = (place.mode & ~ditherCopy) == srcCopy;
-    if (IsWhole(place, facts) && ioImporter.SubType() == kQTFileTypeJPEG && isCopied)
+    const bool isCopied = (place.mode & ~ditherCopy) == srcCopy && ioImporter.SubType() == kQTFileTypeJPEG;
+    const bool isMixed = place.mode == graphicsModeStraightAlpha && facts.hasAlpha;
+    if (IsWhole(place, facts) && (isCopied || isMixed))
         return CompressedPicture(ioImporter, place, outPicture);
     return RecordedPicture(ioImporter, PlaceOf(place, facts.width, facts.height), outPicture);
 }

@@ -60,6 +60,26 @@ TEST_CASE("GraphicsImportGetAsPicture: JPEG data is in the picture as it is")
     CHECK(picture.Length() < (Size)bytes.size() + 300);
 }
 
+TEST_CASE("GraphicsImportGetAsPicture: transparent parts show what is behind the picture when it is drawn")
+{
+    for (const std::string name : { "alpha.png", "palette.png", "offset.gif", "alpha.tif", "alpha.tga" }) {
+        CAPTURE(name);
+        const Rect all = MakeRect(0, 0, 40, 30), frame = MakeRect(0, 0, kWidth, kHeight);
+        const RGBColor blue = { 0, 0, 0xFFFF };
+        const TestImporter importer(name);
+        const TestPort direct;
+        RGBForeColor(&blue);
+        PaintRect(&all);
+        CHECK(GraphicsImportDraw(importer) == noErr);
+        const TestPicture picture(importer);
+        const TestPort port;
+        RGBForeColor(&blue);
+        PaintRect(&all);
+        DrawPicture(picture.picture, &frame);
+        CHECK(quickdraw::Differences(port, [&](int h, int v) { return direct.At(h, v); }) == 0);
+    }
+}
+
 TEST_CASE("GraphicsImportGetAsPicture: the frame is the bounds rectangle")
 {
     for (const std::string name : { "plain.jpg", "plain.png" }) {

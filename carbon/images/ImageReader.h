@@ -6,6 +6,7 @@
 #include <foundation/BigEndian.h>
 
 #include <memory>
+#include <string_view>
 
 namespace lampblack::images {
 
@@ -56,6 +57,15 @@ using ImageReaderPtr = std::unique_ptr<ImageReader>;
 OSType IdentifyImage(Bytes);
 bool MayBeTarga(Bytes);
 inline constexpr size_t kIdentifyingBytes = 1024;
+
+// How an importer's data is called when it is within a picture.
+struct Codec {
+    OSType subType;
+    CodecType type;
+    std::string_view name;
+};
+const Codec& CodecOf(OSType inSubType);
+OSType SubTypeOfCodec(OSType inType); // 0 for none
 
 // OpenImage
 //

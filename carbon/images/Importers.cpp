@@ -25,30 +25,14 @@ namespace {
     if (!name)                                                                                               \
     return error
 
-constexpr struct {
-    OSType subType;
-    CodecType codec;
-    const char* name;
-} kCodecs[] = {
-    { kQTFileTypeJPEG, kJPEGCodecType, "Photo - JPEG" },
-    { kQTFileTypePNG, kPNGCodecType, "PNG" },
-    { kQTFileTypeGIF, kGIFCodecType, "GIF" },
-    { kQTFileTypeTIFF, kTIFFCodecType, "TIFF" },
-    { kQTFileTypeBMP, kBMPCodecType, "BMP" },
-    { kQTFileTypeTargaImage, kTargaCodecType, "TGA" },
-    { kQTFileTypePicture, kQuickDrawCodecType, "PICT" },
-};
-
 ImageDescription Describe(OSType inSubType, const ImageFacts& inFacts, size_t inSize)
 {
     ImageDescription description = {};
     description.idSize = sizeof description;
-    for (const auto& codec : kCodecs)
-        if (codec.subType == inSubType) {
-            description.cType = codec.codec;
-            description.name[0] = (unsigned char)std::strlen(codec.name);
-            std::memcpy(description.name + 1, codec.name, description.name[0]);
-        }
+    const Codec& codec = CodecOf(inSubType);
+    description.cType = codec.type;
+    description.name[0] = (unsigned char)codec.name.size();
+    std::memcpy(description.name + 1, codec.name.data(), codec.name.size());
     description.version = 1;
     description.spatialQuality = codecNormalQuality;
     description.width = (SInt16)inFacts.width;

@@ -94,6 +94,13 @@ void ColorsOfInks(const uint8_t* inInks, bool inIsInverted, uint32_t* outRow, in
     }
 }
 
+// The library sets the byte that holds no colour. The row is still in the nearest cache.
+void ClearSpareBytes(uint32_t* ioRow, int inCount)
+{
+    for (int i = 0; i < inCount; ++i)
+        ioRow[i] &= kColorBits;
+}
+
 class JpegReader final : public ImageReader {
 public:
     explicit JpegReader(const JpegLibrary& inLibrary) : fLibrary(inLibrary) {}
@@ -219,10 +226,8 @@ int JpegReader::Read(uint32_t* const* outRows, int inCount)
                           : ReadOnce(reinterpret_cast<JSAMPARRAY>(const_cast<uint32_t**>(outRows)), inCount);
     if (count == 0)
         fError = Failure();
-    if (!hasInks)
-        for (int row = 0; row < count; ++row)
-            for (int i = 0; i < fFacts.width; ++i)
-                outRows[row][i] &= kColorBits; // the library sets the spare byte
+    for (int row = 0; row < count && !hasInks; ++row)
+        ClearSpareBytes(outRows[row], fFacts.width);
     fRow += count;
     return count;
 }

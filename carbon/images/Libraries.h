@@ -29,7 +29,6 @@ struct JpegLibrary {
 };
 
 struct ImageLibrary {
-    decltype(&IMG_LoadGIF_RW) loadGif;
     decltype(&IMG_LoadTIF_RW) loadTiff;
     decltype(&IMG_LoadBMP_RW) loadBmp;
     decltype(&IMG_LoadTGA_RW) loadTarga;

@@ -1,10 +1,9 @@
-// GIF, TIFF, BMP and Targa data, by SDL_image. It decodes an image whole, when its first row is asked for.
+// TIFF, BMP and Targa data, by SDL_image. It decodes an image whole, when its first row is asked for.
 #include "Headers.h"
 #include "Libraries.h"
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 namespace lampblack::images {
 
@@ -33,9 +32,8 @@ uint32_t Unmultiplied(uint32_t inPixel)
 
 class LibraryReader final : public ImageReader {
 public:
-    LibraryReader(Bytes inBytes, Loader inLoader, bool inIsMultiplied, const ImageFacts& inFacts,
-                  const Frame& inFrame)
-        : fBytes(inBytes), fLoader(inLoader), fFrame(inFrame), fIsMultiplied(inIsMultiplied)
+    LibraryReader(Bytes inBytes, Loader inLoader, bool inIsMultiplied, const ImageFacts& inFacts)
+        : fBytes(inBytes), fLoader(inLoader), fIsMultiplied(inIsMultiplied)
     {
         fFacts = inFacts;
     }
@@ -45,15 +43,12 @@ private:
     bool Decode();
     void FindColors();
     void ConvertRow(int inRow, uint32_t* outRow) const;
-    void PlaceRow(int inRow, uint32_t* outRow);
 
     Bytes fBytes;
     Loader fLoader;
-    Frame fFrame;
     bool fIsMultiplied;
     SurfacePtr fSurface;
     std::array<uint32_t, 256> fColors = {}; // of indexed pixels
-    std::vector<uint32_t> fFrameRow;        // where the frame is not the whole image
     int fRow = 0;
 };
 
@@ -64,9 +59,6 @@ void LibraryReader::FindColors()
         const SDL_Color& color = palette->colors[i];
         fColors[(size_t)i] = kAlphaBits | (uint32_t)color.r << 16 | (uint32_t)color.g << 8 | color.b;
     }
-    uint32_t key = 0;
-    if (SDL_GetColorKey(fSurface.get(), &key) == 0 && key < 256)
-        fColors[key] = 0;
 }
 
 bool LibraryReader::Decode()
@@ -78,12 +70,10 @@ bool LibraryReader::Decode()
         return false;
     fSurface.reset(fLoader(stream));
     SDL_RWclose(stream);
-    if (!fSurface || !fSurface->pixels || fSurface->w != fFrame.width || fSurface->h != fFrame.height)
+    if (!fSurface || !fSurface->pixels || fSurface->w != fFacts.width || fSurface->h != fFacts.height)
         return false;
     if (fSurface->format->BytesPerPixel == 1)
         FindColors();
-    if (fFrame.left || fFrame.top || fFrame.width != fFacts.width || fFrame.height != fFacts.height)
-        fFrameRow.resize((size_t)fFrame.width);
     return true;
 }
 
@@ -91,28 +81,15 @@ void LibraryReader::ConvertRow(int inRow, uint32_t* outRow) const
 {
     const auto* from = static_cast<const uint8_t*>(fSurface->pixels) + (ptrdiff_t)inRow * fSurface->pitch;
     if (fSurface->format->BytesPerPixel == 1)
-        for (int i = 0; i < fFrame.width; ++i)
+        for (int i = 0; i < fFacts.width; ++i)
             outRow[i] = fColors[from[i]];
     else
-        SDL_ConvertPixels(fFrame.width, 1, fSurface->format->format, from, fSurface->pitch,
-                          SDL_PIXELFORMAT_ARGB8888, outRow, fFrame.width * 4);
-    for (int i = 0; i < fFrame.width && !fFacts.hasAlpha; ++i)
+        SDL_ConvertPixels(fFacts.width, 1, fSurface->format->format, from, fSurface->pitch,
+                          SDL_PIXELFORMAT_ARGB8888, outRow, fFacts.width * 4);
+    for (int i = 0; i < fFacts.width && !fFacts.hasAlpha; ++i)
         outRow[i] &= kColorBits;
-    for (int i = 0; i < fFrame.width && fFacts.hasAlpha && fIsMultiplied; ++i)
+    for (int i = 0; i < fFacts.width && fFacts.hasAlpha && fIsMultiplied; ++i)
         outRow[i] = Unmultiplied(outRow[i]);
-}
-
-// A row of the whole image, of which the frame may be a part and which it may exceed.
-void LibraryReader::PlaceRow(int inRow, uint32_t* outRow)
-{
-    if (fFrameRow.empty())
-        return ConvertRow(inRow, outRow);
-    std::memset(outRow, 0, (size_t)fFacts.width * 4);
-    const int row = inRow - fFrame.top, width = std::min(fFrame.width, fFacts.width - fFrame.left);
-    if (row < 0 || row >= fFrame.height || width <= 0)
-        return;
-    ConvertRow(row, fFrameRow.data());
-    std::memcpy(outRow + fFrame.left, fFrameRow.data(), (size_t)width * 4);
 }
 
 int LibraryReader::Read(uint32_t* const* outRows, int inCount)
@@ -125,54 +102,44 @@ int LibraryReader::Read(uint32_t* const* outRows, int inCount)
     }
     const int count = std::min(inCount, fFacts.height - fRow);
     for (int i = 0; i < count; ++i)
-        PlaceRow(fRow++, outRows[i]);
+        ConvertRow(fRow++, outRows[i]);
     return count;
 }
 
 OSStatus MakeReader(OSStatus inError, Bytes inBytes, Loader ImageLibrary::*inLoader,
-                    const ImageFacts& inFacts, const Frame* inFrame, ImageReaderPtr* outReader)
+                    const ImageFacts& inFacts, ImageReaderPtr* outReader)
 {
     if (inError)
         return inError;
     const ImageLibrary* library = LoadImageLibrary();
     if (!library)
         return cantOpenHandler;
-    const Frame whole = { 0, 0, inFacts.width, inFacts.height };
-    *outReader =
-        std::make_unique<LibraryReader>(inBytes, library->*inLoader, inLoader == &ImageLibrary::loadTiff,
-                                        inFacts, inFrame ? *inFrame : whole);
+    *outReader = std::make_unique<LibraryReader>(inBytes, library->*inLoader,
+                                                 inLoader == &ImageLibrary::loadTiff, inFacts);
     return noErr;
 }
 
 } // namespace
 
-OSStatus OpenGif(Bytes inBytes, CodecQ, ImageReaderPtr* outReader)
-{
-    ImageFacts facts;
-    Frame frame;
-    const OSStatus error = ReadGifHeader(inBytes, &facts, &frame);
-    return MakeReader(error, inBytes, &ImageLibrary::loadGif, facts, &frame, outReader);
-}
-
 OSStatus OpenTiff(Bytes inBytes, CodecQ, ImageReaderPtr* outReader)
 {
     ImageFacts facts;
     const OSStatus error = ReadTiffHeader(inBytes, &facts);
-    return MakeReader(error, inBytes, &ImageLibrary::loadTiff, facts, nullptr, outReader);
+    return MakeReader(error, inBytes, &ImageLibrary::loadTiff, facts, outReader);
 }
 
 OSStatus OpenBmp(Bytes inBytes, CodecQ, ImageReaderPtr* outReader)
 {
     ImageFacts facts;
     const OSStatus error = ReadBmpHeader(inBytes, &facts);
-    return MakeReader(error, inBytes, &ImageLibrary::loadBmp, facts, nullptr, outReader);
+    return MakeReader(error, inBytes, &ImageLibrary::loadBmp, facts, outReader);
 }
 
 OSStatus OpenTarga(Bytes inBytes, CodecQ, ImageReaderPtr* outReader)
 {
     ImageFacts facts;
     const OSStatus error = ReadTargaHeader(inBytes, &facts);
-    return MakeReader(error, inBytes, &ImageLibrary::loadTarga, facts, nullptr, outReader);
+    return MakeReader(error, inBytes, &ImageLibrary::loadTarga, facts, outReader);
 }
 
 } // namespace lampblack::images

@@ -205,7 +205,8 @@ ComponentResult GraphicsImportDraw(GraphicsImportComponent ci);
 // GraphicsImportGetAsPicture, GraphicsImportSaveAsPicture
 //
 // Make a picture that draws what GraphicsImportDraw would draw; its frame is the bounds rectangle. It holds
-// JPEG data as it is, and all else as packed pixels. GraphicsImportSaveAsPicture writes it as a file of type
+// the data of JPEG files, and of images with transparent parts, as it is, and all else as packed pixels.
+// GraphicsImportSaveAsPicture writes it as a file of type
 // 'PICT', whole or not at all.
 //
 // Ownership:  the caller owns *picture; release it with KillPicture.
