@@ -76,7 +76,7 @@ TEST_CASE("RGB2HSV: the value is the brightest channel")
     HSVColor hsv;
     RGB2HSV(&color, &hsv);
     CHECK(hsv.value == 0x8000);
-    CHECK(hsv.saturation == 0xE000);
+    CHECK(hsv.saturation == 0xDFFF);
 }
 
 TEST_CASE("RGB2CMY: is the complement, both ways")

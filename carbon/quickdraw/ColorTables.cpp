@@ -96,10 +96,14 @@ static SpacePointer Shared(const Colors& inColors, SInt32 inSeed)
     return space;
 }
 
-SpacePointer SpaceOf(CTabHandle inTable)
+SpacePointer SpaceOf(CTabHandle inTable, int inDepth)
 {
     const ColorTable* table = FindTable(inTable);
-    return table ? Shared(InOrder(EntriesOf(inTable), table->ctFlags), table->ctSeed) : nullptr;
+    if (!table)
+        return nullptr;
+    Colors colors = InOrder(EntriesOf(inTable), table->ctFlags);
+    colors.count = std::min(colors.count, 1 << inDepth);
+    return Shared(colors, table->ctSeed);
 }
 
 SpacePointer SpaceOf(const TableEntries& inTable)
@@ -259,7 +263,7 @@ static DeviceColors CurrentDeviceColors()
     if (map && IsDepth(map->pixelSize))
         colors.surface.depth = map->pixelSize;
     if (colors.surface.depth <= 8)
-        colors.space = SpaceOf(map->pmTable);
+        colors.space = SpaceOf(map->pmTable, map->pixelSize);
     colors.surface.colors = colors.space.get();
     return colors;
 }

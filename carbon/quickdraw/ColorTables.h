@@ -17,8 +17,8 @@ namespace lampblack::quickdraw {
 using SpacePointer = std::shared_ptr<const ColorSpace>;
 
 // What the indexes of a table mean as it is now; null for a reference that is no table. Tables of equal
-// colours share one space.
-SpacePointer SpaceOf(CTabHandle);
+// colours share one space. Entries beyond those that pixels of the depth can mean are left out.
+SpacePointer SpaceOf(CTabHandle, int depth = 8);
 SpacePointer StandardSpace(int depth);
 
 // The seed of a table; 0 for what is none.

@@ -89,7 +89,7 @@ TEST_CASE("Golden: shapes in colours at every depth")
         PenSize(3, 3);
         for (int i = 0; i < 7; ++i)
             for (int row = 0; row < 2; ++row) {
-                UseFore((UInt16)(i * 0x2492), (UInt16)(row * 0x8000), (UInt16)(0xFFFF - i * 0x2000));
+                UseFore((UInt16)(i * 0x2492), (UInt16)(row * 0x6000), (UInt16)(0xFFFF - i * 0x2000));
                 DrawShape(i, Cell(i, row, 24, 28));
             }
         CHECK(golden::MatchesGolden(world.world, "quickdraw/shapes." + std::to_string(depth)));

@@ -83,6 +83,7 @@ void Ink::BeginBoolean()
     const uint32_t bits = PixelBits(fPort.Depth());
     const bool isDirect = fPort.Depth() >= 16;
     const Transfer transfer = TransferOf(fMode);
+    fCopies = fWay == Way::Boolean && transfer.set == Action::Fore && transfer.clear == Action::Back;
     fSet = ChangeOf(transfer.set, isDirect ? 0 : bits, isDirect ? bits : 0, bits);
     fClear = ChangeOf(transfer.clear, isDirect ? 0 : bits, isDirect ? bits : 0, bits);
 }
@@ -274,6 +275,8 @@ void Ink::GeneralPiece(int h, int v, int count) const
 {
     uint32_t source[kPiece], pixels[kPiece];
     SourceColors(h, v, count, source);
+    if (fCopies)
+        return WriteColors(fPort.fSurface, v, h, count, source);
     ReadPixels(fPort.fSurface, v, h, count, pixels);
     if (fWay == Way::Boolean)
         CombineBoolean(source, pixels, count);

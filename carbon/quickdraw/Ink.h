@@ -80,6 +80,7 @@ private:
     Tile fTile;
     Point fOrigin;
     Way fWay = Way::Solid;
+    bool fCopies = false; // a tile takes the place of what is there
     short fMode = patCopy;
     Change fSet = { 0xFFFFFFFF, 0 }, fClear = { 0xFFFFFFFF, 0 };
     uint32_t fMixed[64]; // the tile of a mixed colour

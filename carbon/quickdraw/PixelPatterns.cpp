@@ -202,8 +202,6 @@ static bool TakeTable(PixPat& ioPattern, foundation::Bytes inBytes, size_t inOff
     return true;
 }
 
-static constexpr size_t kPatternBytes = 28;
-
 static bool FillFrom(PixPat& ioPattern, foundation::Bytes inBytes)
 {
     foundation::BigEndianReader reader(inBytes);
@@ -240,7 +238,7 @@ PixPatHandle PatternFromBytes(foundation::Bytes inBytes)
 static Handle CopyOf(Handle inHandle)
 {
     Handle copy = SizeOfHandle(inHandle) > 0 ? inHandle : nullptr;
-    return copy && HandToHand(&copy) == noErr ? copy : NewEmptyHandle();
+    return copy && HandToHand(&copy) == noErr ? copy : NewHandle(0);
 }
 
 // The four colours nearest to a colour on its way from black to white, and the colour itself.
@@ -308,7 +306,7 @@ PixPatHandle NewPixPat(void)
 {
     const auto handle = reinterpret_cast<PixPatHandle>(NewHandleClear(sizeof(PixPat)));
     const PixMapHandle map = handle ? NewPixMap() : nullptr;
-    const Handle data = map ? NewEmptyHandle() : nullptr;
+    const Handle data = map ? NewHandle(0) : nullptr;
     SetQDError(data ? noErr : cNoMemErr);
     if (!data) {
         DisposePixMap(map);

@@ -149,7 +149,7 @@ void PortRecord::FollowTable()
         return;
     fSeenTable = fMap.pmTable;
     fSeenSeed = seed;
-    if (std::shared_ptr<const ColorSpace> space = SpaceOf(fMap.pmTable)) {
+    if (std::shared_ptr<const ColorSpace> space = SpaceOf(fMap.pmTable, fSurface.depth)) {
         fSpace = std::move(space);
         fSurface.colors = fSpace.get();
         FindPixels();

@@ -28,7 +28,7 @@ static SpacePointer SpaceFor(int inDepth, CTabHandle inTable)
 {
     if (inDepth > 8)
         return nullptr;
-    SpacePointer space = inTable ? SpaceOf(inTable) : nullptr;
+    SpacePointer space = inTable ? SpaceOf(inTable, inDepth) : nullptr;
     return space && space->Count() > 0 ? space : StandardSpace(inDepth);
 }
 
@@ -66,7 +66,7 @@ static void TakeBounds(PortRecord& ioPort, const Rect& inBounds)
 static CTabHandle TableFor(const WorldPlan& inPlan, CTabHandle inGiven)
 {
     const CTabHandle table = inPlan.space ? NewTable(*inPlan.space) : nullptr;
-    if (table && inGiven && SpaceOf(inGiven) == inPlan.space)
+    if (table && inGiven && SpaceOf(inGiven, inPlan.depth) == inPlan.space)
         (**table).ctSeed = SeedOf(inGiven);
     return table;
 }
@@ -76,8 +76,6 @@ static PortRecord* FindWorld(GWorldPtr inWorld)
     PortRecord* port = FindPort(inWorld);
     return port && port->fKind == PortKind::World ? port : nullptr;
 }
-
-static constexpr GWorldFlags kStates = pixelsPurgeable | pixelsLocked;
 
 // A port with a device, whose pixels are still to come.
 static PortRecord* NewWorld(const WorldPlan& inPlan, GDHandle inDevice, GWorldFlags inFlags)

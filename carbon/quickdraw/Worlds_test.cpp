@@ -73,6 +73,19 @@ TEST_CASE("NewGWorld: a given table is copied")
     CHECK(world.At(19, 19) == 5);
 }
 
+TEST_CASE("NewGWorld: of a table that is too long the first entries are taken")
+{
+    const CTabHandle table = GetCTable(8);
+    const TestWorld world(2, 20, 20, table);
+    DisposeCTable(table);
+    CHECK((**world.Table()).ctSize == 3);
+    const RGBColor black = { 0, 0, 0 };
+    RGBForeColor(&black);
+    const Rect all = Bounds(20, 20);
+    PaintRect(&all); // the nearest of four light colours
+    CHECK(world.At(5, 5) == 3);
+}
+
 TEST_CASE("NewGWorld: depths, rectangles and rows that cannot be are refused")
 {
     for (const int depth : { -1, 3, 5, 24, 33, 64, 32767 })

@@ -103,7 +103,8 @@ void QDSetPatternOrigin(Point origin);
 //
 // Ownership:  the caller's; release it with DisposeCTable.
 // Errors:     NULL without such a table, or with one that is too short or longer than 256 entries. QDError
-// tells.
+//             answers cResErr or paramErr.
+// Source:     [IM-QD, documented]; the highlight colour takes the place of the nearest one [ours]
 CTabHandle GetCTable(short ctID);
 void DisposeCTable(CTabHandle cTable);
 SInt32 GetCTSeed(void);            // never the same twice
@@ -171,7 +172,9 @@ void MakeRGBPat(PixPatHandle pp, const RGBColor* myColor);
 // to 1,024.
 //
 // Ownership:  the caller's; release it with DisposePixPat.
-// Errors:     NULL without such a resource, or for one that is too short or no pattern. QDError tells.
+// Errors:     NULL without such a resource (resNotFound), or for one that is too short or no pattern
+//             (paramErr), as QDError answers.
+// Source:     [IM-QD, documented]; the greatest size [ours]
 PixPatHandle GetPixPat(short patID);
 
 // The port keeps the reference. When the pattern is disposed of, its pat1Data as it was serves instead.
