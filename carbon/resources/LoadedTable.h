@@ -5,6 +5,7 @@
 
 #include <Carbon/MacTypes.h>
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -54,7 +55,8 @@ private:
 
     static uint64_t KeyOf(OSType inType, SInt16 inID) { return (uint64_t)inType << 16 | (uint16_t)inID; }
     size_t Mask() const { return fSlots.size() - 1; }
-    size_t HomeOf(uint64_t inKey) const { return (size_t)((inKey * 0x9E3779B97F4A7C15u) >> 32) & Mask(); }
+    // The upper bits: they spread runs of IDs evenly.
+    size_t HomeOf(uint64_t inKey) const { return (size_t)((inKey * 0x9E3779B97F4A7C15u) >> fShift); }
 
     size_t SlotOf(uint64_t inKey) const
     {
@@ -83,6 +85,7 @@ private:
     {
         std::vector<Slot> old(fSlots.empty() ? 16 : fSlots.size() * 2);
         old.swap(fSlots);
+        fShift = 64 - std::countr_zero(fSlots.size());
         for (const Slot& slot : old)
             if (slot.handle)
                 fSlots[SlotOf(slot.key)] = slot;
@@ -90,6 +93,7 @@ private:
 
     std::vector<Slot> fSlots;
     size_t fCount = 0;
+    int fShift = 63; // 64 less the bits of a slot's number
 };
 
 } // namespace lampblack::resources
