@@ -19,8 +19,9 @@ static Ink InkOf(const PortRecord& inPort, PixPatHandle inPixels, const Pattern&
     return Ink(inPort, inPattern, inMode);
 }
 
-Ink InkOf(const PortRecord& inPort, Verb inVerb, const Pattern* inFillPattern)
+Ink InkOf(PortRecord& inPort, Verb inVerb, const Pattern* inFillPattern)
 {
+    inPort.Pixels(); // what the port's colours are in its table as it is now
     switch (inVerb) {
     case Verb::Erase: return InkOf(inPort, inPort.fBackPixels, inPort.fBackPattern, patCopy);
     case Verb::Invert: return Ink(inPort, kBlackPattern, TakeHiliteMode() ? (short)hilite : (short)patXor);

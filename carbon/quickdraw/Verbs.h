@@ -9,7 +9,7 @@ namespace lampblack::quickdraw {
 enum class Verb : uint8_t { Frame, Paint, Erase, Invert, Fill };
 
 // The ink of a verb in a port; the pattern is that of Fill. The port's pen must outlive it.
-Ink InkOf(const PortRecord&, Verb, const Pattern* fillPattern);
+Ink InkOf(PortRecord&, Verb, const Pattern* fillPattern);
 
 // The current port, if a shape would show there: null without port, with a hidden pen, or for a Fill
 // without pattern.

@@ -169,7 +169,8 @@ TEST_CASE("UpdateGWorld: a new depth keeps colours as near as it can show them")
     CHECK(ColorIn(world, world.At(1, 1)) == 0xFF0000);
     CHECK(ColorIn(world, world.At(2, 2)) == 0x33CC99);
     CHECK((**GetGWorldDevice(world.world)).gdType == clutType);
-    CHECK(UpdateGWorld(&world.world, 16, &bounds, nullptr, nullptr, 0) == (reallocPix | newDepth));
+    CHECK(UpdateGWorld(&world.world, 16, &bounds, nullptr, nullptr, 0) ==
+          (reallocPix | newDepth | newRowBytes));
     CHECK(world.Depth() == 16);
     CHECK(world.Table() == nullptr);
     CHECK(world.At(1, 1) == 0x7C00);
