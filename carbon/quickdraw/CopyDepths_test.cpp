@@ -1,5 +1,6 @@
 // CopyBits between all depths against the slow reference.
 #include "CopyReference.h"
+#include "Vectors.h"
 
 #include <Carbon/MacErrors.h>
 
@@ -144,25 +145,48 @@ TEST_CASE("CopyBits: within one map of any depth each pixel is read before it is
     CHECK(wrong == 0);
 }
 
-TEST_CASE("CopyBits: rows longer than any buffer, at odd places, in all pairs of depths")
+namespace {
+
+// Rows of all lengths around those of vectors and buffers, from odd places, enlarged, halved and as they are.
+int WrongInLongRows(Dice& random, int fromDepth, int toDepth, int numerator, int denominator)
+{
+    const int width = random() % 2 ? 1 + Upto(random, 70) : 1000 + Upto(random, 300);
+    TestPicture from(random, fromDepth, width * 2 + 3, 4, false),
+        to(random, toDepth, width * 2 + 11, 4, false);
+    Rect fromRect = from.Map().bounds, toRect = to.Map().bounds;
+    fromRect.left = (short)(fromRect.left + Upto(random, 3));
+    fromRect.right = (short)(fromRect.left + width * (denominator == 2 ? 2 : 1));
+    toRect.left = (short)(toRect.left + Upto(random, 9));
+    toRect.right = (short)(toRect.left + (fromRect.right - fromRect.left) * numerator / denominator);
+    fromRect.bottom = (short)(fromRect.top + 2);
+    toRect.bottom = (short)(toRect.top + 2 * numerator / denominator);
+    const short mode = random() % 2 ? (short)srcCopy : (short)notSrcCopy;
+    const Expectation expected = {
+        from.Pixels(),          to.Pixels(),         fromRect, toRect, mode, {}, nullptr,
+        BytesOf(from.Pixels()), BytesOf(to.Pixels())
+    };
+    CopyBits(from.Bits(), to.Bits(), &fromRect, &toRect, mode, nullptr);
+    return expected.Wrong();
+}
+
+} // namespace
+
+TEST_CASE("CopyBits: rows of all lengths in all pairs of depths, with the vectors of this machine and of any")
 {
     TestPort current;
     Dice random(13);
     int wrong = 0;
-    for (const int fromDepth : kDepths)
-        for (const int toDepth : kDepths) {
-            TestPicture from(random, fromDepth, 1300, 2, false), to(random, toDepth, 1350, 3, false);
-            Rect fromRect = from.Map().bounds, toRect = fromRect;
-            fromRect.left += 3;
-            OffsetRect(&toRect, (short)(to.Map().bounds.left - fromRect.left + 11),
-                       (short)(to.Map().bounds.top - fromRect.top + 1));
-            toRect.right = (short)(toRect.left + fromRect.right - fromRect.left);
-            const Expectation expected = { from.Pixels(),       to.Pixels(), fromRect, toRect,
-                                           notSrcCopy,          {},          nullptr,  BytesOf(from.Pixels()),
-                                           BytesOf(to.Pixels()) };
-            CopyBits(from.Bits(), to.Bits(), &fromRect, &toRect, notSrcCopy, nullptr);
-            wrong += expected.Wrong();
-        }
+    for (const bool mayUseAvx2 : { true, false }) {
+        gMayUseAvx2 = mayUseAvx2;
+        for (const int from : kDepths)
+            for (const int to : kDepths)
+                for (int round = 0; round < 6; ++round) {
+                    wrong += WrongInLongRows(random, from, to, 1, 1);
+                    wrong += WrongInLongRows(random, from, to, 2, 1);
+                    wrong += WrongInLongRows(random, from, to, 1, 2);
+                }
+    }
+    gMayUseAvx2 = true;
     CHECK(wrong == 0);
 }
 

@@ -10,6 +10,8 @@ static int FirstShowing(int at, int source, int destination)
 {
     if (at <= 0)
         return 0;
+    if (source == destination) // most copies
+        return std::min(at, destination);
     return (int)std::min<int64_t>(((int64_t)at * destination + source - 1) / source, destination);
 }
 

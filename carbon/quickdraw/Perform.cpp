@@ -44,12 +44,13 @@ static void ConvertBox(const CopyJob& inJob, ConvertRow inRow, const Box& inBox)
               inBox.x2 - inBox.x1, inJob.Conversion().Table());
 }
 
-static void ScaleRow(const CopyJob& inJob, int inSourceRow, int v, const Box& inBox)
+static void ScaleRow(const CopyJob& inJob, int inSourceRow, int v, const Steps& inColumns, const Box& inBox)
 {
     const Converter& converter = inJob.Conversion();
     if (inJob.To().depth == 32 && converter.IsSame())
-        return inJob.Read(inSourceRow, inBox.x1, inBox.x2 - inBox.x1,
-                          reinterpret_cast<uint32_t*>(PixelAt(inJob.To(), inBox.x1, v)));
+        return ReadScaledPixels(inJob.From(), inSourceRow, inJob.FromRect().left, inColumns,
+                                inBox.x2 - inBox.x1,
+                                reinterpret_cast<uint32_t*>(PixelAt(inJob.To(), inBox.x1, v)));
     uint32_t values[kRowPiece];
     for (int h = inBox.x1; h < inBox.x2; h += kRowPiece) {
         const int count = std::min(kRowPiece, inBox.x2 - h);
@@ -63,13 +64,14 @@ static void ScaleRow(const CopyJob& inJob, int inSourceRow, int v, const Box& in
 static void ScaleBox(const CopyJob& inJob, const Box& inBox)
 {
     const size_t bytes = (size_t)(inBox.x2 - inBox.x1) * (size_t)(inJob.To().depth / 8);
+    const Steps columns = inJob.Columns(inBox.x1);
     Steps rows = inJob.Rows(inBox.y1);
     int last = -1;
     for (int v = inBox.y1; v < inBox.y2; ++v, rows.Next()) {
         if (rows.At() == last)
             std::memcpy(PixelAt(inJob.To(), inBox.x1, v), PixelAt(inJob.To(), inBox.x1, v - 1), bytes);
         else
-            ScaleRow(inJob, inJob.FromRect().top + rows.At(), v, inBox);
+            ScaleRow(inJob, inJob.FromRect().top + rows.At(), v, columns, inBox);
         last = rows.At();
     }
 }

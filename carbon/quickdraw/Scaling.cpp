@@ -1,17 +1,14 @@
 // Scaled rows. What is written with vectors does exactly what the plain loop behind it says.
 #include "Scaling.h"
 
-#include <algorithm>
+#include "Vectors.h"
 
-#ifdef __SSE2__
-#include <immintrin.h>
-#endif
+#include <algorithm>
 
 namespace lampblack::quickdraw {
 
 #ifdef __SSE2__
-__attribute__((target("avx2"))) static int HalveEights(const uint32_t* inPixels, int inCount,
-                                                       uint32_t* outPixels)
+LAMPBLACK_AVX2 static int HalveEights(const uint32_t* inPixels, int inCount, uint32_t* outPixels)
 {
     int i = 0;
     for (; i + 8 < inCount; i += 8) { // one pixel beyond the last one taken is read
@@ -38,8 +35,7 @@ static int HalveFours(const uint32_t* inPixels, int inCount, uint32_t* outPixels
 
 static int HalveMany(const uint32_t* inPixels, int inCount, uint32_t* outPixels)
 {
-    static const bool hasAvx2 = __builtin_cpu_supports("avx2");
-    return hasAvx2 ? HalveEights(inPixels, inCount, outPixels) : HalveFours(inPixels, inCount, outPixels);
+    return HasAvx2() ? HalveEights(inPixels, inCount, outPixels) : HalveFours(inPixels, inCount, outPixels);
 }
 
 static int DoubleMany(const uint32_t* inPixels, int inCount, uint32_t* outPixels)
