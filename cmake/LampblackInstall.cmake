@@ -3,7 +3,7 @@ include(CMakePackageConfigHelpers)
 
 set_target_properties(lampblack PROPERTIES EXPORT_NAME toolkit)
 set_target_properties(lampblack-carbon PROPERTIES EXPORT_NAME carbon)
-install(TARGETS lampblack lampblack-carbon rsrc EXPORT LampblackTargets)
+install(TARGETS lampblack lampblack-carbon rsrc rsrc-render EXPORT LampblackTargets)
 install(DIRECTORY carbon/include/Carbon DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY host/include/public/lampblack DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY toolkit/include/lampblack DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})

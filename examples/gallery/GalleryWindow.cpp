@@ -18,21 +18,17 @@ RGBColor ColourOf(SInt32 inButton)
     }
 }
 
+template <class Kind>
+void OpenPage(std::unique_ptr<Kind>& ioPage)
+{
+    if (!ioPage) {
+        ioPage = std::make_unique<Kind>();
+        ioPage->StandardSetup();
+    }
+    ioPage->Open();
+}
+
 } // namespace
-
-AboutWindow::AboutWindow() : CWindow(kAboutWindow, kDocumentWindowClass, kAttributes) {}
-
-OSStatus AboutWindow::DoControlHit(EventRef)
-{
-    Hide();
-    return noErr;
-}
-
-OSStatus AboutWindow::DoWindowClose(EventRef) const
-{
-    HideWindow(fWindow);
-    return noErr;
-}
 
 GalleryWindow::GalleryWindow()
     : CWindow(kGalleryWindow, kDocumentWindowClass, kAttributes), fColour(kRedButton)
@@ -62,6 +58,9 @@ GalleryWindow::Action GalleryWindow::ActionFor(SInt32 inControlID)
     switch (inControlID) {
     case kOKButton: return &GalleryWindow::Quit;
     case kAboutButton: return &GalleryWindow::ShowAbout;
+    case kSpritesButton: return &GalleryWindow::ShowSprites;
+    case kFontsButton: return &GalleryWindow::ShowFonts;
+    case kPictureButton: return &GalleryWindow::ShowPicture;
     case kBeepButton: return &GalleryWindow::Beep;
     case kGreetButton: return &GalleryWindow::Greet;
     case kRedButton:
@@ -97,12 +96,29 @@ void GalleryWindow::Quit(SInt32)
 
 void GalleryWindow::ShowAbout(SInt32)
 {
-    if (!fAbout) {
-        fAbout = std::make_unique<AboutWindow>();
-        fAbout->StandardSetup();
-    }
-    fAbout->Show();
-    SelectWindow(fAbout->fWindow);
+    OpenPage(fAbout);
+}
+
+void GalleryWindow::ShowSprites(SInt32)
+{
+    OpenPage(fSprites);
+}
+
+void GalleryWindow::ShowFonts(SInt32)
+{
+    OpenPage(fFonts);
+}
+
+void GalleryWindow::ShowPicture(SInt32)
+{
+    OpenPage(fPicture);
+}
+
+void GalleryWindow::ShowPicture(const std::string& inPath)
+{
+    OpenPage(fPicture);
+    fPicture->SetContents(kPathField, inPath.c_str());
+    fPicture->Load(inPath);
 }
 
 void GalleryWindow::Beep(SInt32)

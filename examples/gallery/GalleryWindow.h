@@ -1,21 +1,14 @@
-// The gallery's two windows.
+// The gallery's first window.
 #ifndef LAMPBLACK_GALLERY_GALLERYWINDOW_H
 #define LAMPBLACK_GALLERY_GALLERYWINDOW_H
 
+#include "Pages.h"
 #include "Playground.h"
 
 #include <lampblack/lampblack.h>
 
 #include <memory>
-
-// Stays alive when it is closed, so that it can be shown again where it was.
-class AboutWindow : public CWindow {
-public:
-    AboutWindow();
-
-    OSStatus DoControlHit(EventRef inEvent) override;
-    OSStatus DoWindowClose(EventRef inEvent) const override;
-};
+#include <string>
 
 class GalleryWindow : public CWindow {
 public:
@@ -27,12 +20,18 @@ public:
     OSStatus DoControlDraw(EventHandlerCallRef inCallRef, EventRef inEvent) override;
     OSStatus DoWindowClose(EventRef inEvent) const override;
 
+    // The pages, made when they are first shown.
+    void ShowAbout(SInt32 = 0);
+    void ShowSprites(SInt32 = 0);
+    void ShowFonts(SInt32 = 0);
+    void ShowPicture(SInt32 = 0);
+    void ShowPicture(const std::string& inPath);
+
 private:
     using Action = void (GalleryWindow::*)(SInt32 inControlID);
     static Action ActionFor(SInt32 inControlID);
 
     void Quit(SInt32);
-    void ShowAbout(SInt32);
     void Beep(SInt32);
     void Greet(SInt32);
     void ChooseColour(SInt32 inControlID);
@@ -43,7 +42,10 @@ private:
     BallLook Look() const;
 
     Playground fPlayground;
-    std::unique_ptr<AboutWindow> fAbout;
+    std::unique_ptr<AboutPage> fAbout;
+    std::unique_ptr<SpritePage> fSprites;
+    std::unique_ptr<FontPage> fFonts;
+    std::unique_ptr<PicturePage> fPicture;
     short fProgress = 0;
     SInt32 fColour;
 };

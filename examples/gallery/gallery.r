@@ -4,7 +4,7 @@
 #include "GalleryIDs.h"
 
 resource 'DLOG' (kGalleryWindow, "Gallery") {
-    {80, 120, 484, 600}, documentProc, visible, goAway, 0, 0, "Lampblack Gallery", noAutoCenter
+    {80, 120, 516, 600}, documentProc, visible, goAway, 0, 0, "Lampblack Gallery", noAutoCenter
 };
 
 resource 'CTL#' (kGalleryWindow) { {
@@ -15,6 +15,7 @@ resource 'CTL#' (kGalleryWindow) { {
     kSpeedLabel; kSpeedBar; kSpeedText;
     kProgressLabel; kProgressBar; kArrows;
     kPlayground;
+    kPagesLabel; kSpritesButton; kFontsButton; kPictureButton;
     kAboutButton; kBeepButton; kOKButton
 } };
 
@@ -48,9 +49,14 @@ resource 'CNTL' (kArrows) { {220, 428, 236, 444}, 0, visible, 0, 0, kControlChas
 
 resource 'CNTL' (kPlayground) { {250, 20, 350, 460}, 0, visible, 0, 0, kControlUserPaneProc, 0, "" };
 
-resource 'CNTL' (kAboutButton) { {364, 20, 384, 100}, 0, visible, 1, 0, kControlPushButtonProc, 0, "About\0xC9" };
-resource 'CNTL' (kBeepButton) { {364, 308, 384, 378}, 0, visible, 1, 0, kControlPushButtonProc, 0, "Beep" };
-resource 'CNTL' (kOKButton) { {364, 390, 384, 460}, 0, visible, 1, 0, kControlPushButtonProc, 0, "OK" };
+resource 'CNTL' (kPagesLabel) { {366, 20, 382, 92}, 0, visible, 0, 0, kControlStaticTextProc, 0, "Pages:" };
+resource 'CNTL' (kSpritesButton) { {364, 97, 384, 210}, 0, visible, 1, 0, kControlPushButtonProc, 0, "Sprites" };
+resource 'CNTL' (kFontsButton) { {364, 222, 384, 335}, 0, visible, 1, 0, kControlPushButtonProc, 0, "Theme fonts" };
+resource 'CNTL' (kPictureButton) { {364, 347, 384, 460}, 0, visible, 1, 0, kControlPushButtonProc, 0, "A picture" };
+
+resource 'CNTL' (kAboutButton) { {396, 20, 416, 100}, 0, visible, 1, 0, kControlPushButtonProc, 0, "About\0xC9" };
+resource 'CNTL' (kBeepButton) { {396, 308, 416, 378}, 0, visible, 1, 0, kControlPushButtonProc, 0, "Beep" };
+resource 'CNTL' (kOKButton) { {396, 390, 416, 460}, 0, visible, 1, 0, kControlPushButtonProc, 0, "OK" };
 resource 'xBTN' (kOKButton) { defaultButton, notCancel };
 
 resource 'DLOG' (kAboutWindow, "About") {
@@ -69,5 +75,30 @@ resource 'CNTL' (kAboutText) {
 };
 resource 'CNTL' (kAboutOK) { {100, 210, 120, 280}, 0, visible, 1, 0, kControlPushButtonProc, 0, "OK" };
 resource 'xBTN' (kAboutOK) { defaultButton, notCancel };
+
+resource 'DLOG' (kSpriteWindow, "Sprites") {
+    {60, 60, 540, 700}, documentProc, visible, goAway, 0, 0, "Sprites", noAutoCenter
+};
+read 'JPEG' (kBackdrop, "An evening at sea") "backdrop.jpg";
+
+resource 'DLOG' (kFontWindow, "Theme fonts") {
+    {80, 140, 446, 560}, documentProc, visible, goAway, 0, 0, "Theme Fonts", noAutoCenter
+};
+
+resource 'DLOG' (kPictureWindow, "Picture") {
+    {70, 100, 530, 580}, documentProc, visible, goAway, 0, 0, "A Picture", noAutoCenter
+};
+
+resource 'CTL#' (kPictureWindow) { { kPathLabel; kPathField; kOpenButton; kPictureText; kPicturePane } };
+
+resource 'CNTL' (kPathLabel) { {22, 20, 38, 62}, 0, visible, 0, 0, kControlStaticTextProc, 0, "File:" };
+resource 'CNTL' (kPathField) { {22, 65, 38, 375}, 0, visible, 0, 0, kControlEditTextProc, 0, "" };
+resource 'CNTL' (kOpenButton) { {20, 390, 40, 460}, 0, visible, 1, 0, kControlPushButtonProc, 0, "Open" };
+resource 'xBTN' (kOpenButton) { defaultButton, notCancel };
+resource 'CNTL' (kPictureText) {
+    {50, 20, 66, 460}, 0, visible, 0, 0, kControlStaticTextProc, 0,
+    "The whole name of a picture file: JPEG, PNG, GIF, TIFF, BMP, Targa or PICT."
+};
+resource 'CNTL' (kPicturePane) { {78, 20, 440, 460}, 0, visible, 0, 0, kControlUserPaneProc, 0, "" };
 
 resource 'vers' (1) { 0x00, 0x10, development, 0x00, verUS, "0.1", "0.1, part of Lampblack" };

@@ -7,14 +7,66 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 #include <unistd.h>
 
 namespace {
 
 namespace host = lampblack::host;
 
-constexpr char kUsage[] = "usage: gallery [--screenshot FILE.png]\n";
+constexpr char kUsage[] = "usage: gallery [--page about|sprites|fonts|picture] [--picture FILE] "
+                          "[--screenshot FILE.png]\n";
 constexpr double kSeconds = 0.5; // shown before a screenshot is taken
+
+struct Options {
+    std::string page;
+    std::string picture; // the file to be shown on the picture page
+    std::filesystem::path screenshot;
+};
+
+// False for what is no option.
+bool Read(int argc, char** argv, Options* outOptions)
+{
+    for (int i = 1; i + 1 < argc; i += 2) {
+        if (std::strcmp(argv[i], "--page") == 0)
+            outOptions->page = argv[i + 1];
+        else if (std::strcmp(argv[i], "--picture") == 0)
+            outOptions->picture = std::filesystem::absolute(argv[i + 1]);
+        else if (std::strcmp(argv[i], "--screenshot") == 0)
+            outOptions->screenshot = argv[i + 1];
+        else
+            return false;
+    }
+    return argc % 2 == 1;
+}
+
+struct NamedPage {
+    const char* name;
+    void (GalleryWindow::*show)(SInt32);
+};
+
+constexpr NamedPage kPages[] = {
+    { "about", &GalleryWindow::ShowAbout },
+    { "sprites", &GalleryWindow::ShowSprites },
+    { "fonts", &GalleryWindow::ShowFonts },
+    { "picture", &GalleryWindow::ShowPicture },
+};
+
+const NamedPage* PageNamed(const std::string& inName)
+{
+    for (const NamedPage& page : kPages)
+        if (inName == page.name)
+            return &page;
+    return nullptr;
+}
+
+void ShowWhatWasAskedFor(GalleryWindow& ioWindow, const Options& inOptions)
+{
+    if (const NamedPage* page = PageNamed(inOptions.page))
+        (ioWindow.*page->show)(0);
+    if (!inOptions.picture.empty())
+        ioWindow.ShowPicture(inOptions.picture);
+}
 
 bool IsSet(const char* inName)
 {
@@ -59,14 +111,15 @@ int SavePicture(const std::filesystem::path& inFile)
     return 0;
 }
 
-int Run(const std::filesystem::path& inPicture)
+int Run(const Options& inOptions)
 {
     InitializeMacOSHelpers();
     GalleryWindow window;
     window.StandardSetup();
     window.Show();
-    if (!inPicture.empty())
-        return SavePicture(inPicture);
+    ShowWhatWasAskedFor(window, inOptions);
+    if (!inOptions.screenshot.empty())
+        return SavePicture(inOptions.screenshot);
     RunApplicationEventLoop();
     return 0;
 }
@@ -75,22 +128,21 @@ int Run(const std::filesystem::path& inPicture)
 
 int main(int argc, char** argv)
 {
-    const bool named = argc == 3 && std::strcmp(argv[1], "--screenshot") == 0;
-    if (argc != 1 && !named) {
+    Options options;
+    if (!Read(argc, argv, &options) || (!options.page.empty() && !PageNamed(options.page))) {
         std::fputs(kUsage, stderr);
         return 2;
     }
-    std::filesystem::path picture = named ? argv[2] : "";
-    if (!named && WantsHeadless()) {
-        picture = PictureInWritableFolder();
+    if (options.screenshot.empty() && WantsHeadless()) {
+        options.screenshot = PictureInWritableFolder();
         std::printf(
             "There is no display, so the gallery draws itself on the headless screen. With DISPLAY or\n"
             "WAYLAND_DISPLAY set it opens a window. The picture:\n");
     }
-    if (!picture.empty())
+    if (!options.screenshot.empty())
         ConfigureHeadless();
     try {
-        const int result = Run(picture);
+        const int result = Run(options);
         ExitMacOSHelpers();
         return result;
     } catch (long status) {

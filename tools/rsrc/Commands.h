@@ -19,6 +19,7 @@ int BuildCommand(const Words&, Streams);
 int ConvertCommand(const Words&, Streams);
 int CheckCommand(const Words&, Streams);
 int DiffCommand(const Words&, Streams);
+int RenderCommand(const Words&, Streams);
 
 } // namespace lampblack::rsrc
 
