@@ -9,7 +9,9 @@ using namespace lampblack::quickdraw;
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
-    return lampblack::host::Configure({ .screen = lampblack::host::Screen::Headless }) ? 0 : 1;
+    lampblack::host::Settings settings;
+    settings.screen = lampblack::host::Screen::Headless;
+    return lampblack::host::Configure(settings) ? 0 : 1;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* inData, size_t inSize)
