@@ -84,22 +84,28 @@ static void TableRow(const uint8_t* from, int fromPixel, uint8_t* to, int toPixe
         destination[i] = (To)table[source[i]];
 }
 
-// Eight indexes come in one word, and two colours leave in one.
+// Eight indexes come in one word, and two colours leave in one; gathering loads take longer.
+static int PickEights(const uint8_t* inIndexes, const uint32_t* inTable, int inCount, uint32_t* outColors)
+{
+    int i = 0;
+    for (; i + 8 <= inCount; i += 8) {
+        uint64_t indexes;
+        std::memcpy(&indexes, inIndexes + i, 8);
+        for (int j = 0; j < 8; j += 2, indexes >>= 16) {
+            const uint64_t pair = inTable[indexes & 0xFF] | (uint64_t)inTable[indexes >> 8 & 0xFF] << 32;
+            std::memcpy(outColors + i + j, &pair, 8);
+        }
+    }
+    return i;
+}
+
 static void TableRowOfWords(const uint8_t* from, int fromPixel, uint8_t* to, int toPixel, int count,
                             const uint32_t* table)
 {
     const uint8_t* source = from + fromPixel;
-    uint8_t* destination = to + (ptrdiff_t)toPixel * 4;
-    int i = 0;
-    for (; i + 8 <= count; i += 8) {
-        uint64_t indexes;
-        std::memcpy(&indexes, source + i, 8);
-        for (int j = 0; j < 8; j += 2, indexes >>= 16) {
-            const uint64_t pair = table[indexes & 0xFF] | (uint64_t)table[indexes >> 8 & 0xFF] << 32;
-            std::memcpy(destination + (ptrdiff_t)(i + j) * 4, &pair, 8);
-        }
-    }
-    TableRow<uint32_t>(source, i, destination, i, count - i, table);
+    uint32_t* destination = reinterpret_cast<uint32_t*>(to) + toPixel;
+    const int done = PickEights(source, table, count, destination);
+    TableRow<uint32_t>(source, done, to, toPixel + done, count - done, table);
 }
 
 // Eight pixels of a byte of mask bits at a time; set and clear are entries 1 and 0 of the table.

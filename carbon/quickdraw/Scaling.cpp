@@ -8,17 +8,24 @@
 namespace lampblack::quickdraw {
 
 #ifdef __SSE2__
+// The second half is loaded a pixel early, so that nothing beyond the last pixel taken is read.
+LAMPBLACK_AVX2 static void HalveEight(const uint32_t* inPixels, uint32_t* outPixels)
+{
+    const __m256 first = _mm256_loadu_ps(reinterpret_cast<const float*>(inPixels));
+    const __m256 second = _mm256_loadu_ps(reinterpret_cast<const float*>(inPixels + 7));
+    const __m256 pairs = _mm256_shuffle_ps(first, second, _MM_SHUFFLE(3, 1, 2, 0));
+    const __m256i ordered = _mm256_permute4x64_epi64(_mm256_castps_si256(pairs), _MM_SHUFFLE(3, 1, 2, 0));
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(outPixels), ordered);
+}
+
 LAMPBLACK_AVX2 static int HalveEights(const uint32_t* inPixels, int inCount, uint32_t* outPixels)
 {
-    int i = 0;
-    for (; i + 8 < inCount; i += 8) { // one pixel beyond the last one taken is read
-        const __m256 first = _mm256_loadu_ps(reinterpret_cast<const float*>(inPixels + 2 * i));
-        const __m256 second = _mm256_loadu_ps(reinterpret_cast<const float*>(inPixels + 2 * i + 8));
-        const __m256 pairs = _mm256_shuffle_ps(first, second, _MM_SHUFFLE(2, 0, 2, 0));
-        const __m256i ordered = _mm256_permute4x64_epi64(_mm256_castps_si256(pairs), _MM_SHUFFLE(3, 1, 2, 0));
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(outPixels + i), ordered);
-    }
-    return i;
+    if (inCount < 8)
+        return 0;
+    for (int i = 0; i < inCount - 8; i += 8)
+        HalveEight(inPixels + (ptrdiff_t)2 * i, outPixels + i);
+    HalveEight(inPixels + (ptrdiff_t)2 * (inCount - 8), outPixels + inCount - 8); // some of them once more
+    return inCount;
 }
 
 static int HalveFours(const uint32_t* inPixels, int inCount, uint32_t* outPixels)
@@ -38,15 +45,35 @@ static int HalveMany(const uint32_t* inPixels, int inCount, uint32_t* outPixels)
     return HasAvx2() ? HalveEights(inPixels, inCount, outPixels) : HalveFours(inPixels, inCount, outPixels);
 }
 
-static int DoubleMany(const uint32_t* inPixels, int inCount, uint32_t* outPixels)
+LAMPBLACK_AVX2 static int DoubleSixteens(const uint32_t* inPixels, int inCount, uint32_t* outPixels)
 {
     int i = 0;
-    for (; i + 8 <= inCount; i += 8) {
-        const __m128i four = _mm_loadu_si128(reinterpret_cast<const __m128i*>(inPixels + i / 2));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(outPixels + i), _mm_unpacklo_epi32(four, four));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(outPixels + i + 4), _mm_unpackhi_epi32(four, four));
+    for (; i + 16 <= inCount; i += 16, inPixels += 8) {
+        const __m256i eight = _mm256_permute4x64_epi64(
+            _mm256_loadu_si256(reinterpret_cast<const __m256i*>(inPixels)), _MM_SHUFFLE(3, 1, 2, 0));
+        auto* to = reinterpret_cast<__m256i*>(outPixels + i);
+        _mm256_storeu_si256(to, _mm256_unpacklo_epi32(eight, eight));
+        _mm256_storeu_si256(to + 1, _mm256_unpackhi_epi32(eight, eight));
     }
     return i;
+}
+
+static int DoubleEights(const uint32_t* inPixels, int inCount, uint32_t* outPixels)
+{
+    int i = 0;
+    for (; i + 8 <= inCount; i += 8, inPixels += 4) {
+        const __m128i four = _mm_loadu_si128(reinterpret_cast<const __m128i*>(inPixels));
+        auto* to = reinterpret_cast<__m128i*>(outPixels + i);
+        _mm_storeu_si128(to, _mm_unpacklo_epi32(four, four));
+        _mm_storeu_si128(to + 1, _mm_unpackhi_epi32(four, four));
+    }
+    return i;
+}
+
+static int DoubleMany(const uint32_t* inPixels, int inCount, uint32_t* outPixels)
+{
+    return HasAvx2() ? DoubleSixteens(inPixels, inCount, outPixels)
+                     : DoubleEights(inPixels, inCount, outPixels);
 }
 #else
 static int HalveMany(const uint32_t*, int, uint32_t*)
