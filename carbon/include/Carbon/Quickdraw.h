@@ -29,7 +29,7 @@ enum {
     notPatBic = 15,
     transparent = 36,   // source pixels of the background colour leave the destination
     grayishTextOr = 49, // text half-way between foreground and background
-    ditherCopy = 64     // may be added to a source mode; direct pixels need no dithering
+    ditherCopy = 64     // may be added to a source mode
 };
 
 // Colours of ForeColor and BackColor.
@@ -465,14 +465,21 @@ OSStatus InvokeRegionToRectsUPP(UInt16 message, RgnHandle rgn, const Rect* rect,
 
 // CopyBits
 //
-// Copies srcRect of the source onto dstRect of the destination, scaling when they differ in size (the nearest
-// pixel). Where the destination belongs to the current port its clip and visible regions hold; maskRgn, which
-// may be NULL, is in the destination's coordinates. With a foreground that is not black or a background that
-// is not white, pixels are colourised bit by bit: black becomes the foreground, white the background.
+// Copies srcRect of the source onto dstRect of the destination, between any depths, scaling when they differ
+// in size (the nearest pixel). Where the destination belongs to the current port its clip and visible regions
+// hold; maskRgn, which may be NULL, is in the destination's coordinates.
 //
-// Shape:      sources of depth 32 and bit maps of depth 1; destinations of depth 32. Others are left alone,
-// and
-//             QDError answers cDepthErr.
+// Colours:    a bit map's set pixels take the current port's foreground, its clear ones the background. Other
+//             pixels keep their colours, the nearest that the destination has; tables of one seed count as
+//             equal, and indexes are copied. With a foreground that is not black or a background that is not
+//             white they are colourised bit by bit: black becomes the foreground, white the background.
+// Modes:      the boolean ones work on the bits of the destination's pixel values, of which black is set; the
+//             arithmetic ones on colours, without colourising. ditherCopy added to any mode spreads what a
+//             lesser depth cannot show over its neighbours, and takes means where direct pixels shrink.
+//             A mode that does not exist is srcCopy.
+// Errors:     by QDError: paramErr   a NULL, a map without address, with rows of no length, a reversed
+//                                    rectangle, or direct pixels at odd addresses
+//                         cDepthErr  a depth that does not exist. Nothing is drawn then.
 void CopyBits(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect, const Rect* dstRect,
               short mode, RgnHandle maskRgn);
 
