@@ -9,15 +9,16 @@ using namespace lampblack::quickdraw;
 
 namespace lampblack::quickdraw {
 
-// value * numerator / denominator, rounded to the nearest; half away from zero.
-static short Scaled(int inValue, int inNumerator, int inDenominator)
+// value * numerator / denominator, rounded to the nearest; half away from zero. Far outside the coordinates
+// it may be anything as far.
+static int Scaled(int inValue, int inNumerator, int inDenominator)
 {
     if (inDenominator == 0)
         return 0;
     const int64_t product = (int64_t)inValue * inNumerator;
     const int64_t half = std::abs(inDenominator) / 2;
-    return Clamped(
-        (int)std::clamp<int64_t>((product + (product < 0 ? -half : half)) / inDenominator, -40000, 40000));
+    return (int)std::clamp<int64_t>((product + (product < 0 ? -half : half)) / inDenominator, -100000,
+                                    100000);
 }
 
 Point Mapped(Point inPoint, const Rect& from, const Rect& to)
@@ -71,8 +72,8 @@ void ScalePt(Point* pt, const Rect* srcRect, const Rect* dstRect)
 {
     if (!pt || !srcRect || !dstRect)
         return;
-    pt->h = Scaled(pt->h, dstRect->right - dstRect->left, srcRect->right - srcRect->left);
-    pt->v = Scaled(pt->v, dstRect->bottom - dstRect->top, srcRect->bottom - srcRect->top);
+    pt->h = Clamped(Scaled(pt->h, dstRect->right - dstRect->left, srcRect->right - srcRect->left));
+    pt->v = Clamped(Scaled(pt->v, dstRect->bottom - dstRect->top, srcRect->bottom - srcRect->top));
 }
 
 void MapPt(Point* pt, const Rect* srcRect, const Rect* dstRect)

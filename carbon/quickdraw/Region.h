@@ -108,7 +108,11 @@ public:
         Box box = b;
         return !quickdraw::IsEmpty(b) && pixman_region32_contains_rectangle(Get(), &box) != PIXMAN_REGION_OUT;
     }
-    bool operator==(const Region& other) const { return pixman_region32_equal(Get(), other.Get()); }
+    // Nothing is the same wherever it was moved to.
+    bool operator==(const Region& other) const
+    {
+        return (IsEmpty() && other.IsEmpty()) || pixman_region32_equal(Get(), other.Get());
+    }
     Box Extents() const { return fRegion.extents; }
 
     // From top to bottom in bands of equal height, each from left to right.

@@ -219,3 +219,53 @@ TEST_CASE("MapRect: corners go where the rectangle's corners go")
     const Rect none = MakeRect(0, 0, 0, 0);
     MapRect(&r, &none, &to);
 }
+
+TEST_CASE("EqualRgn: nothing is nothing, wherever it was moved to")
+{
+    StRegion a, b;
+    SetRectRgn(a.ref, 5, 5, 5, 20);
+    OffsetRgn(a.ref, 30, -7);
+    CHECK(EqualRgn(a.ref, b.ref));
+    SetRectRgn(b.ref, 0, 0, 1, 1);
+    CHECK(!EqualRgn(a.ref, b.ref));
+}
+
+TEST_CASE("OffsetRgn: as far as one likes, again and again, without wrapping around")
+{
+    StRegion region;
+    SetRectRgn(region.ref, -5, -5, 5, 5);
+    for (int i = 0; i < 70000; ++i)
+        OffsetRgn(region.ref, 32767, -32768);
+    CHECK(!PtInRgn({ 0, 0 }, region.ref));
+    CHECK(EmptyRgn(region.ref));
+}
+
+TEST_CASE("UnionRgn, DiffRgn, CopyRgn: the result may be one of the operands, or both")
+{
+    StRegion a, b;
+    SetRectRgn(a.ref, 0, 0, 10, 10);
+    SetRectRgn(b.ref, 5, 5, 15, 15);
+    UnionRgn(a.ref, b.ref, a.ref);
+    CHECK(PixelsOf(a.ref).count() == 175);
+    DiffRgn(a.ref, b.ref, b.ref);
+    CHECK(PixelsOf(b.ref).count() == 75);
+    CopyRgn(a.ref, a.ref);
+    SectRgn(a.ref, a.ref, a.ref);
+    CHECK(PixelsOf(a.ref).count() == 175);
+    XorRgn(a.ref, a.ref, a.ref);
+    CHECK(EmptyRgn(a.ref));
+}
+
+TEST_CASE("MapRgn: rectangles go where MapRect puts them, without gaps")
+{
+    StRegion region, piece, expected;
+    SetRectRgn(region.ref, 0, 0, 6, 3);
+    SetRectRgn(piece.ref, 0, 3, 3, 6);
+    UnionRgn(region.ref, piece.ref, region.ref);
+    const Rect from = MakeRect(0, 0, 6, 6), to = MakeRect(2, 2, 22, 20);
+    MapRgn(region.ref, &from, &to);
+    SetRectRgn(expected.ref, 2, 2, 22, 11);
+    SetRectRgn(piece.ref, 2, 11, 12, 20);
+    UnionRgn(expected.ref, piece.ref, expected.ref);
+    CHECK(EqualRgn(region.ref, expected.ref));
+}
