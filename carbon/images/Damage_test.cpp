@@ -90,6 +90,25 @@ TEST_CASE("GraphicsImportDraw: of a JPEG that ends half-way the rows that are th
     CHECK(port.At(0, 63) == 0x00FFFFFF);
 }
 
+TEST_CASE("GraphicsImportDraw: of a GIF that ends half-way the rows that are there are drawn")
+{
+    const TestPort port;
+    const TestImporter importer('GIFf', TestBytes("plain.gif").substr(0, 900));
+    CHECK(GraphicsImportDraw(importer) == codecBadDataErr);
+    CHECK(port.At(0, 0) == ColorAt(0, 0));
+    CHECK(port.At(15, 0) == ColorAt(15, 0));
+    CHECK(port.At(15, 11) == 0x00FFFFFF);
+}
+
+TEST_CASE("GraphicsImportDraw: what follows the pixels of a GIF's frame is no frame")
+{
+    const TestPort port;
+    std::string bytes = TestBytes("plain.gif");
+    bytes.back() = ',';
+    CHECK(DrawError('GIFf', bytes + std::string(200, '\xFF')) == noErr);
+    CHECK(DistanceFrom(port) == 0);
+}
+
 TEST_CASE("GraphicsImportGetNaturalBounds: a JPEG without its end mark is whole")
 {
     const TestPort port;
