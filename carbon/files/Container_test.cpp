@@ -159,8 +159,8 @@ bool FrontAgrees(Bytes inFile)
     REQUIRE(front.hasResourceFork == whole.hasResourceFork);
     REQUIRE(front.hasDataFork == whole.hasDataFork);
     REQUIRE(front.hasFinderInfo == whole.hasFinderInfo);
-    REQUIRE(front.finderInfo.fdType == whole.finderInfo.fdType);
-    REQUIRE(front.extendedFinderInfo.fdPutAway == whole.extendedFinderInfo.fdPutAway);
+    REQUIRE(+front.finderInfo.fdType == +whole.finderInfo.fdType);
+    REQUIRE(+front.extendedFinderInfo.fdPutAway == +whole.extendedFinderInfo.fdPutAway);
     REQUIRE(front.name == whole.name);
     REQUIRE(front.dates.created == whole.dates.created);
     REQUIRE(Text(Part(inFile, places.resourceFork)) == Text(whole.resourceFork));

@@ -80,7 +80,7 @@ TEST_CASE("LocateForks: by places the same forks are found as by bytes, also whe
         CHECK(places.resourceSize == bytes.resourceFork.size());
         CHECK(places.resourceOffset == bytes.resourceOffset);
         CHECK(places.resourcePath == bytes.resourcePath);
-        CHECK(places.finderInfo.fdType == bytes.finderInfo.fdType);
+        CHECK(+places.finderInfo.fdType == +bytes.finderInfo.fdType);
         CHECK(places.dataSize == bytes.dataFork.size());
         Settle();
     }
