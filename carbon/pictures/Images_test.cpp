@@ -384,6 +384,16 @@ TEST_CASE("DrawPicture: an image that claims 32,000 x 32,000 pixels ends soon")
     CHECK(std::chrono::steady_clock::now() - start < std::chrono::seconds(5));
 }
 
+TEST_CASE("DrawPicture: images that claim much and hold little are not decoded without end")
+{
+    const auto start = std::chrono::steady_clock::now();
+    MadePicture made(kFrame);
+    for (int i = 0; i < 2000; ++i)
+        AddCompressed(made, "rle ", { 4000, 4000 }, 32, { 0, 0, 0, 10, 0, 0, 1, 0xFF, 0, 0 });
+    CHECK(Played(made).error == pictureDataErr);
+    CHECK(std::chrono::steady_clock::now() - start < std::chrono::seconds(20));
+}
+
 TEST_CASE("DrawPicture: a picture that draws over everything again and again ends soon")
 {
     const auto start = std::chrono::steady_clock::now();

@@ -25,7 +25,7 @@ void DrawWithAlpha(Player& ioPlayer, const ArgbPixels& inImage, const Rect& inFr
 {
     const Box part = Intersection(BoxOf(inFrom), { 0, 0, inImage.width, inImage.height });
     const Box to = BoxOf(inTo), seen = Intersection(to, ioPlayer.Port().Drawable().Extents());
-    if (IsEmpty(part) || IsEmpty(seen) ||
+    if (IsEmpty(part) || IsEmpty(seen) || ioPlayer.Port().fPen.visibility < 0 ||
         !ioPlayer.CanAfford(4 * (int64_t)(seen.x2 - seen.x1) * (seen.y2 - seen.y1)))
         return;
     std::vector<uint32_t> row((size_t)(seen.x2 - seen.x1));

@@ -14,29 +14,44 @@ namespace lampblack::pictures {
 static constexpr int kMaxPacket = 128; // units that one packet stands for
 
 #ifdef __SSE2__
-// Each packet is written in blocks of 16 bytes, a copy or the one byte that repeats. The kind of packet
-// chooses by a mask and not by a branch, since kinds come as if by chance. Blocks are written whole: what is
-// too much is overwritten by the next packet. Answers where it stopped, short of the ends.
-static const uint8_t* UnpackFast(const Packets& inPackets, uint8_t*& ioAt, const uint8_t* inRoomEnd)
+// What is not known to be readable is read only within the page of what was asked for, where nothing can
+// fail.
+static bool MayRead(const Packets& inPackets, const uint8_t* inFrom, ptrdiff_t inCount)
 {
-    static constexpr uint8_t kNothing[kMaxPacket] = {}; // in place of what follows a run
+    static constexpr uintptr_t kPage = 4096;
+    if (inPackets.readable)
+        return inPackets.readable - inFrom >= inCount;
+    return (reinterpret_cast<uintptr_t>(inFrom) & (kPage - 1)) <= kPage - (uintptr_t)inCount;
+}
+
+// One block of 16 bytes: what follows the count byte, or the byte that repeats, as the mask says.
+static inline void PutBlock(const uint8_t* inPlain, __m128i inIsRun, __m128i inRun, uint8_t* out)
+{
+    const __m128i plain = _mm_loadu_si128(reinterpret_cast<const __m128i*>(inPlain));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_or_si128(inRun, _mm_andnot_si128(inIsRun, plain)));
+}
+
+// Neither the kind of packet nor its length makes a branch, since both come as if by chance: every packet
+// writes four blocks, of which the next packet overwrites what is too much. Answers where it stopped: at a
+// longer packet, or short of an end.
+__attribute__((no_sanitize("address"))) static const uint8_t*
+UnpackFast(const Packets& inPackets, uint8_t*& ioAt, const uint8_t* inRoomEnd)
+{
+    static constexpr ptrdiff_t kBlocks = 64;
     const uint8_t* from = inPackets.begin;
     uint8_t* to = ioAt;
-    while (inPackets.end - from > 1) {
+    while (inPackets.end - from > kBlocks && inRoomEnd - to >= kBlocks &&
+           MayRead(inPackets, from, kBlocks + 1)) {
         const int n = (int8_t)from[0];
         const int isRun = n >> 31; // all bits or none
-        const int used = n == -128 ? 1 : 2 + (n & ~isRun);
-        const int count = n == -128 ? 0 : 1 + ((n ^ isRun) - isRun);
-        const int written = (count + 15) & ~15;
-        if (inPackets.end - from < used || inPackets.readable - from < used + 15 || inRoomEnd - to < written)
+        const int count = 1 + ((n ^ isRun) - isRun);
+        if (count > kBlocks)
             break;
-        const uint8_t* plain = isRun ? kNothing : from + 1;
-        const __m128i run = _mm_and_si128(_mm_set1_epi32(isRun), _mm_set1_epi8((char)from[1]));
-        for (int i = 0; i < count; i += 16) {
-            const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(plain + i));
-            _mm_storeu_si128(reinterpret_cast<__m128i*>(to + i), _mm_or_si128(run, block));
-        }
-        from += used;
+        const __m128i mask = _mm_set1_epi32(isRun);
+        const __m128i run = _mm_and_si128(mask, _mm_set1_epi8((char)from[1]));
+        for (int i = 0; i < kBlocks; i += 16)
+            PutBlock(from + 1 + i, mask, run, to + i);
+        from += 2 + (n & ~isRun);
         to += count;
     }
     ioAt = to;
@@ -49,34 +64,36 @@ static const uint8_t* UnpackFast(const Packets& inPackets, uint8_t*&, const uint
 }
 #endif
 
-// The same packet by packet, up to both ends.
-static const uint8_t* UnpackRest(const uint8_t* inFrom, const uint8_t* inEnd, uint8_t*& ioAt,
-                                 const uint8_t* inRoomEnd)
+// One packet, cut at both ends.
+static const uint8_t* UnpackOne(const uint8_t* inFrom, const uint8_t* inEnd, uint8_t*& ioAt,
+                                const uint8_t* inRoomEnd)
 {
-    while (inEnd - inFrom > 1 && ioAt < inRoomEnd) {
-        const int n = (int8_t)*inFrom++;
-        if (n == -128)
-            continue;
-        const auto room = (size_t)(inRoomEnd - ioAt);
-        if (n < 0) {
-            const size_t count = std::min((size_t)(1 - n), room);
-            std::memset(ioAt, *inFrom++, count);
-            ioAt += count;
-        } else {
-            const size_t count = std::min({ (size_t)(n + 1), room, (size_t)(inEnd - inFrom) });
-            std::memcpy(ioAt, inFrom, count);
-            inFrom += count;
-            ioAt += count;
-        }
+    const int n = (int8_t)*inFrom++;
+    if (n == -128 || inFrom == inEnd)
+        return inFrom;
+    const auto room = (size_t)(inRoomEnd - ioAt);
+    if (n < 0) {
+        const size_t count = std::min((size_t)(1 - n), room);
+        std::memset(ioAt, *inFrom, count);
+        ioAt += count;
+        return inFrom + 1;
     }
-    return inFrom;
+    const size_t count = std::min({ (size_t)(n + 1), room, (size_t)(inEnd - inFrom) });
+    std::memcpy(ioAt, inFrom, count);
+    ioAt += count;
+    return inFrom + count;
 }
 
 size_t UnpackBytes(const Packets& inPackets, uint8_t* out, size_t inRoom)
 {
     uint8_t* to = out;
-    const uint8_t* rest = UnpackFast(inPackets, to, out + inRoom);
-    UnpackRest(rest, inPackets.end, to, out + inRoom);
+    const uint8_t* const roomEnd = out + inRoom;
+    const uint8_t* from = inPackets.begin;
+    while (inPackets.end - from > 1 && to < roomEnd) {
+        from = UnpackFast({ from, inPackets.end, inPackets.readable }, to, roomEnd);
+        if (inPackets.end - from > 1 && to < roomEnd)
+            from = UnpackOne(from, inPackets.end, to, roomEnd);
+    }
     return (size_t)(to - out);
 }
 
@@ -190,21 +207,20 @@ void PackBits(Ptr* srcPtr, Ptr* dstPtr, short srcBytes)
     *dstPtr += packets.size();
 }
 
-// A packet fills at most 128 bytes of the room and takes two bytes or more, so that as long as the room lacks
-// a thousand bytes, the source goes on for sixteen.
+// Packet by packet where the fast way stops: at the end of a page, and of the room.
 void UnpackBits(Ptr* srcPtr, Ptr* dstPtr, short dstBytes)
 {
-    static constexpr int kGoesOn = 8 * kMaxPacket;
-    static constexpr int kFarAway = 1 << 20;
+    static constexpr int kFarAway = 1 << 20; // the source is trusted
     if (!srcPtr || !dstPtr || !*srcPtr || !*dstPtr || dstBytes <= 0)
         return;
     const auto* from = reinterpret_cast<const uint8_t*>(*srcPtr);
     auto* to = reinterpret_cast<uint8_t*>(*dstPtr);
     const uint8_t* const roomEnd = to + dstBytes;
-    const uint8_t* const trusted = from + kFarAway;
-    if (dstBytes > kGoesOn)
-        from = UnpackFast({ from, trusted, trusted }, to, roomEnd - kGoesOn);
-    from = UnpackRest(from, trusted, to, roomEnd);
+    while (to < roomEnd) {
+        from = UnpackFast({ from, from + kFarAway, nullptr }, to, roomEnd);
+        if (to < roomEnd)
+            from = UnpackOne(from, from + kFarAway, to, roomEnd);
+    }
     *srcPtr = reinterpret_cast<Ptr>(const_cast<uint8_t*>(from));
     *dstPtr = reinterpret_cast<Ptr>(to);
 }

@@ -14,7 +14,7 @@ namespace lampblack::pictures {
 struct Packets {
     const uint8_t* begin;
     const uint8_t* end;
-    const uint8_t* readable; // end or beyond
+    const uint8_t* readable; // end or beyond; null when nobody knows
 };
 
 // Unpacks until the packets or the room are at their end, and answers how many units are written. A packet

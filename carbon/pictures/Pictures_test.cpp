@@ -195,6 +195,23 @@ TEST_CASE("DrawPicture: what is no picture is paramErr, an empty one is nothing"
     DisposeHandle(other);
 }
 
+TEST_CASE("ClosePicture: a picture that cannot grow is left with an empty frame")
+{
+    TestWorld world(50, 40);
+    const PicHandle picture = OpenPicture(&kFrame);
+    PaintRect(&kFrame);
+    HLock(reinterpret_cast<Handle>(picture));
+    ClosePicture();
+    CHECK(QDError() == memFullErr);
+    Rect frame;
+    QDGetPictureBounds(picture, &frame);
+    CHECK(EmptyRect(&frame));
+    DrawPicture(picture, &kFrame);
+    CHECK(QDError() == noErr);
+    CHECK(world.CountBlack() == 0);
+    KillPicture(picture);
+}
+
 TEST_CASE("KillPicture: an open picture that is killed takes no harm")
 {
     TestWorld world(50, 40);

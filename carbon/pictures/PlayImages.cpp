@@ -33,14 +33,20 @@ static ImagePlacement ReadMatrix(BigEndianReader& ioReader)
     return placement;
 }
 
+// What decoding costs: nobody knows how few bytes stand for how many pixels.
+static int64_t PixelsOf(const ImageDescription& inImage)
+{
+    return (int64_t)inImage.width * inImage.height;
+}
+
 // A matte is an image of greys: its index is what is seen of a pixel.
-static Matte ReadMatte(Bytes inBytes)
+static Matte ReadMatte(Player& ioPlayer, Bytes inBytes)
 {
     Matte matte;
     BigEndianReader reader(inBytes);
     ImageDescription image;
     PixelValues values;
-    if (!ReadImageDescription(reader, &image) ||
+    if (!ReadImageDescription(reader, &image) || !ioPlayer.CanAfford(PixelsOf(image)) ||
         !DecodeRaw(image, reader.ReadBytes(reader.Remaining()), &values))
         return matte;
     matte.width = values.width;
@@ -77,7 +83,7 @@ void PlayUncompressedImage(Player& ioPlayer, int, BigEndianReader& ioData)
     if (!ioData.Ok())
         return;
     if (matteSize > 0)
-        head.matte = ReadMatte(ioData.ReadBytes(std::min(matteSize, ioData.Remaining())));
+        head.matte = ReadMatte(ioPlayer, ioData.ReadBytes(std::min(matteSize, ioData.Remaining())));
     ioPlayer.fHasPlacement = true;
     ioPlayer.fPlacement = head.placement;
     ioPlayer.fMatte = std::move(head.matte);
@@ -152,7 +158,7 @@ static Rect Stretched(const Rect& inRect, int width, int height, int newWidth, i
 }
 
 // Reads and decodes; false when the image cannot be shown.
-static bool ReadCompressed(BigEndianReader& ioData, ShownImage* out)
+static bool ReadCompressed(Player& ioPlayer, BigEndianReader& ioData, ShownImage* out)
 {
     size_t matteSize = 0;
     ImageHead head = ReadHead(ioData, &matteSize);
@@ -161,12 +167,14 @@ static bool ReadCompressed(BigEndianReader& ioData, ShownImage* out)
     ioData.Skip(4); // accuracy
     const size_t maskSize = ioData.U32();
     if (matteSize > 0)
-        head.matte = ReadMatte(ioData.ReadBytes(matteSize));
+        head.matte = ReadMatte(ioPlayer, ioData.ReadBytes(matteSize));
     if (maskSize > 0)
         out->isMasked = ReadRegionBytes(ioData.ReadBytes(maskSize), &out->mask, nullptr);
     ImageDescription image;
-    if (!ReadImageDescription(ioData, &image) ||
+    if (!ReadImageDescription(ioData, &image) || !ioPlayer.CanAfford(PixelsOf(image)) ||
         !Decode(image, ioData.ReadBytes(ioData.Remaining()), &out->image))
+        return false;
+    if (!ioPlayer.CanAfford((int64_t)out->image.width * out->image.height))
         return false;
     out->to = head.placement.Of(out->from);
     out->from = Stretched(out->from, image.width, image.height, out->image.width, out->image.height);
@@ -183,7 +191,7 @@ void PlayCompressedImage(Player& ioPlayer, int, BigEndianReader& ioData)
     static constexpr int kMostOpcodes = 12; // between an image and its fallback
     ShownImage shown;
     BigEndianReader data = ioData;
-    if (!ioPlayer.CanAfford((int64_t)data.Remaining()) || !ReadCompressed(data, &shown))
+    if (!ioPlayer.CanAfford((int64_t)data.Remaining()) || !ReadCompressed(ioPlayer, data, &shown))
         return;
     ShowImage(ioPlayer, shown);
     ioPlayer.fFallback = { kMostOpcodes, 0, shown.to };

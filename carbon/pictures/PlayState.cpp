@@ -60,6 +60,9 @@ void PlayPixelPattern(Player& ioPlayer, int inOpcode, BigEndianReader& ioData)
     const PixPatHandle pattern = ReadPixelPattern(ioData);
     if (!pattern)
         return ioPlayer.Fail(pictureDataErr);
+    if (const PixMapHandle map = (**pattern).patMap)
+        ioPlayer.CanAfford((int64_t)((**map).bounds.right - (**map).bounds.left) *
+                           ((**map).bounds.bottom - (**map).bounds.top));
     switch (inOpcode) {
     case 0x12: BackPixPat(pattern); return ioPlayer.OwnPixels(&ioPlayer.fBackPixels, pattern);
     case 0x13: PenPixPat(pattern); return ioPlayer.OwnPixels(&ioPlayer.fPenPixels, pattern);

@@ -71,7 +71,7 @@ static int64_t AreaOf(const Box& b)
 // plausible; real ones stay below a tenth of this.
 static int64_t BudgetOf(PortRecord& ioPort, size_t inBytes)
 {
-    static constexpr int64_t kTimesOver = 400, kForEachByte = 64, kForSmallOnes = 8 << 20;
+    static constexpr int64_t kTimesOver = 400, kForEachByte = 64, kForSmallOnes = 64 << 20;
     return kForSmallOnes + AreaOf(ioPort.Drawable().Extents()) * kTimesOver + (int64_t)inBytes * kForEachByte;
 }
 

@@ -301,3 +301,21 @@ TEST_CASE("DrawPicture: a text of more than 255 letters is recorded in parts tha
               DrawText(text.data(), 0, 400);
           }) == 0);
 }
+
+TEST_CASE("DrawPicture: an image of several bands is scaled as in one piece")
+{
+    TestWorld source(2000, 1300); // more than 8 MB
+    const PixMapHandle map = GetGWorldPixMap(source.world);
+    const int rowBytes = (**map).rowBytes & 0x3FFF;
+    for (int v = 0; v < 1300; ++v)
+        for (int h = 0; h < 2000; ++h) {
+            const uint32_t color = (uint32_t)(h * 0x010307 + v * 0x0B0501) & 0xFFFFFF;
+            std::memcpy(GetPixBaseAddr(map) + (ptrdiff_t)v * rowBytes + h * 4, &color, 4);
+        }
+    const Rect small = MakeRect(1, 2, 90, 77), large = MakeRect(-900, -700, 3000, 1900);
+    for (const Rect& to : { small, large })
+        CHECK(DifferencesOf(32, [&] {
+                  CopyBits(source.Bits(), GetPortBitMapForCopyBits(GetQDGlobalsThePort()), &source.bounds,
+                           &to, srcCopy, nullptr);
+              }) == 0);
+}
