@@ -54,7 +54,7 @@ TEST_CASE("UnpackElement: runs and copies as published; what ends early is nothi
     CHECK(plain[255 * 4 + 3] == 7);
     for (size_t size = 0; size < packed.size(); ++size)
         CHECK(UnpackElement(kSmallDirect, Bytes(packed).first(size)).empty());
-    packed[2] = 0xFB; // one too many
+    packed[2] = 0xFF; // five too many
     CHECK(UnpackElement(kSmallDirect, packed).empty());
 }
 

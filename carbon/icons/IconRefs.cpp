@@ -7,6 +7,7 @@
 #include <Carbon/Resources.h>
 #include <memory/ReferenceTable.h>
 
+#include <algorithm>
 #include <map>
 
 using namespace lampblack::icons;
@@ -130,15 +131,33 @@ static Members MembersInCurrentFile(SInt16 inID)
     return members;
 }
 
+// A file that is open already may answer the same number, and stays open then.
+static bool IsInChain(SInt16 inFile, const std::vector<SInt16>& inChain)
+{
+    return std::find(inChain.begin(), inChain.end(), inFile) != inChain.end();
+}
+
+static std::vector<SInt16> OpenResourceFiles()
+{
+    std::vector<SInt16> chain;
+    SInt16 file = 0;
+    for (OSErr error = GetTopResourceFile(&file); error == noErr && file != 0;
+         error = GetNextResourceFile(file, &file))
+        chain.push_back(file);
+    return chain;
+}
+
 static OSErr ReadMembers(const FSSpec& inFile, SInt16 inID, Members* out)
 {
-    const SInt16 before = CurResFile(), file = FSpOpenResFile(&inFile, fsRdPerm);
+    const SInt16 before = CurResFile();
+    const std::vector<SInt16> chain = OpenResourceFiles();
+    const SInt16 file = FSpOpenResFile(&inFile, fsRdPerm);
     if (file == -1)
         return ResError();
     UseResFile(file);
     *out = MembersInCurrentFile(inID);
     UseResFile(before);
-    if (file != before)
+    if (!IsInChain(file, chain))
         CloseResFile(file);
     return out->IsEmpty() ? resNotFound : noErr;
 }

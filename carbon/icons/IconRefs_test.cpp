@@ -147,3 +147,17 @@ TEST_CASE("PlotIconID: the numbers of the system's icons are drawn where no reso
         CHECK(PtInIconID({ 20, 16 }, &r, kAlignNone, id));
     }
 }
+
+TEST_CASE("RegisterIconRefFromResource: a file that was open stays open, and current")
+{
+    IconFile file({ { 'ics8', 128, ByteList(256, kRedIndex) } });
+    IconFile other({ { 'ics8', 129, ByteList(256, kRedIndex) } });
+    const SInt16 before = CurResFile();
+    IconRef icon = nullptr;
+    REQUIRE(RegisterIconRefFromResource('GAME', 'MAP ', &file.Spec(), 128, &icon) == noErr);
+    CHECK(CurResFile() == before);
+    CHECK(GetResource('ics8', 128) != nullptr);
+    CHECK(GetResource('ics8', 129) != nullptr);
+    ReleaseIconRef(icon);
+    UnregisterIconRef('GAME', 'MAP ');
+}
