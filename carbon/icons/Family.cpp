@@ -70,7 +70,12 @@ std::vector<uint8_t> UnpackElement(Kind inKind, Bytes inElement)
     const size_t least = inKind.data == Data::Bits ? inKind.Bytes() / 2 : inKind.Bytes();
     if (inElement.size() < least)
         return {};
-    return { inElement.begin(), inElement.begin() + (ptrdiff_t)std::min(inKind.Bytes(), inElement.size()) };
+    std::vector<uint8_t> plain(inElement.begin(),
+                               inElement.begin() + (ptrdiff_t)std::min(inKind.Bytes(), inElement.size()));
+    if (inKind.data == Data::Direct)
+        for (size_t i = 0; i < plain.size(); i += 4)
+            plain[i] = 0;
+    return plain;
 }
 
 static void PackPlane(const uint8_t* inFirst, size_t inPixels, std::vector<uint8_t>& ioBytes)
