@@ -2,8 +2,6 @@
 // mode, a region. Memory blocks have their exact sizes, so that a sanitizer sees a step past an end.
 #include "Port.h"
 
-#include <foundation/BigEndian.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <cstring>

@@ -113,9 +113,9 @@ Where WhereOf(const CopyJob&, PortRecord* current, const Region* mask);
 // Performs the job, also within one map. Answers what may have changed.
 Box Perform(CopyJob&, const Where&);
 
-// A whole copy without a port: black on white, clipped by the pixels there are.
-void CopySurface(const Surface& from, const Surface& to, const Rect& fromRect, const Rect& toRect,
-                 short mode);
+// A whole copy without a port: black on white, clipped by the pixels there are. Answers what may have
+// changed.
+Box CopySurface(const Surface& from, const Surface& to, const Rect& fromRect, const Rect& toRect, short mode);
 
 // A surface of the rows from top to bottom with the same pixels, kept in the storage.
 Surface SetAside(const Surface&, int top, int bottom, std::vector<uint8_t>& storage);

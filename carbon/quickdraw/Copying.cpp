@@ -46,7 +46,7 @@ namespace {
 // The last table between two colour tables. It is known by the colours themselves, so that a table whose
 // owner forgot to change its seed is no trap.
 struct IndexTable {
-    int depth = 0;
+    int depth = 0, count = 0;
     uint32_t fore = 0, back = 0;
     uint32_t from[256], to[256], indexes[256];
 
@@ -56,7 +56,6 @@ struct IndexTable {
         return depth == inDepth && fore == inFore && back == inBack && count == inToCount &&
                std::memcmp(from, inFrom, sizeof from) == 0 && std::memcmp(to, inTo, sizeof to) == 0;
     }
-    int count = 0;
 };
 IndexTable gIndexTable;
 

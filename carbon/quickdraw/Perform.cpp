@@ -141,12 +141,12 @@ Box Perform(CopyJob& ioJob, const Where& inWhere)
     return PerformApart(ioJob, inWhere);
 }
 
-void CopySurface(const Surface& from, const Surface& to, const Rect& fromRect, const Rect& toRect, short mode)
+Box CopySurface(const Surface& from, const Surface& to, const Rect& fromRect, const Rect& toRect, short mode)
 {
     if (IsEmpty(fromRect) || IsEmpty(toRect) || !from.base || !to.base)
-        return;
+        return { 0, 0, 0, 0 };
     CopyJob job(from, to, fromRect, toRect, mode, {});
-    Perform(job, WhereOf(job, nullptr, nullptr));
+    return Perform(job, WhereOf(job, nullptr, nullptr));
 }
 
 } // namespace lampblack::quickdraw

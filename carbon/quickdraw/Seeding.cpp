@@ -195,8 +195,7 @@ static void CopyResult(Bits& inBits, const Box& inBox, const Rect& inRect, const
                        const Rect& inToRect)
 {
     const Surface result = { inBits.bytes.data(), inBits.rowBytes, 1, RectOf(inBox), nullptr };
-    CopyJob job(result, inTo.surface, inRect, inToRect, srcCopy, {});
-    const Box changed = Perform(job, WhereOf(job, nullptr, nullptr));
+    const Box changed = CopySurface(result, inTo.surface, inRect, inToRect, srcCopy);
     if (inTo.port && !IsEmpty(changed))
         inTo.port->Damage(changed);
 }
