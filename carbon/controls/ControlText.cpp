@@ -1,5 +1,7 @@
 #include "controls/ControlText.h"
 
+#include <quickdraw/ScaledText.h>
+
 #include <algorithm>
 
 namespace lampblack::controls {
@@ -162,8 +164,40 @@ size_t BreakLines(std::string_view inText, SInt16 inWidth, TextLine* outLines, s
     return count;
 }
 
+namespace {
+
+// Dialogs were laid out for other fonts, and some for smaller ones: a text that would lose its last words is
+// set in narrower letters, as far as it needs.
+class StFittingText {
+public:
+    StFittingText(std::string_view inText, const Rect& inBox)
+    {
+        static constexpr int kPercents[] = { 100, 94, 88, 82, 76 };
+        for (const int percent : kPercents) {
+            quickdraw::StretchText(percent);
+            if (Fits(inText, inBox))
+                return;
+        }
+    }
+    ~StFittingText() { quickdraw::StretchText(100); }
+    StFittingText(const StFittingText&) = delete;
+    StFittingText& operator=(const StFittingText&) = delete;
+
+private:
+    // A line counts when its letters above the baseline are within the box.
+    static bool Fits(std::string_view inText, const Rect& inBox)
+    {
+        TextLine lines[kMostLines];
+        const size_t count = BreakLines(inText, (SInt16)(inBox.right - inBox.left), lines, kMostLines);
+        return count <= 1 || (int)(count - 1) * FontLineHeight() + FontAscent() <= inBox.bottom - inBox.top;
+    }
+};
+
+} // namespace
+
 void DrawWrapped(std::string_view inText, const Rect& inBox, SInt16 inJust)
 {
+    const StFittingText fitting(inText, inBox);
     TextLine lines[kMostLines];
     const size_t count = BreakLines(inText, (SInt16)(inBox.right - inBox.left), lines, kMostLines);
     FontInfo info;

@@ -24,12 +24,11 @@ struct ClassicFamily {
 };
 
 // Numbers below 1024 are published ones [IM-I, documented]; the stand-ins are of like metrics. Where a
-// stand-in's letters are wider than those that dialogs were laid out for, it is taken smaller and narrower,
-// so that texts keep their line breaks and none loses its last words: an English text in the system font of
-// 12 is four fifths as wide as the first system font was, which leaves room for dialogs that were laid out
-// for smaller ones. Monaco is 6, 6 and 7 pixels wide in 9, 10 and 12, as it was.
+// stand-in's letters are wider than those that dialogs were laid out for, it is taken smaller or narrower, so
+// that texts keep their line breaks and none loses its last words: an English text in the system font is five
+// sixths as wide as in the first system font. Monaco is 6, 6 and 7 pixels wide in 9, 10 and 12, as it was.
 static constexpr ClassicFamily kClassicFamilies[] = {
-    { 0, "Lucida Grande", "DejaVu Sans", 92, 93 },
+    { 0, "Lucida Grande", "DejaVu Sans", 92 },
     { 1, "Geneva", "DejaVu Sans" },
     { 2, "New York", "Liberation Serif", 100, 113 },
     { 3, "Geneva", "DejaVu Sans" },
@@ -47,9 +46,9 @@ static constexpr ClassicFamily kClassicFamilies[] = {
     { 22, "Courier", "Liberation Mono" },
     { 23, "Symbol", "DejaVu Sans" },
     { 24, "Mobile", "DejaVu Sans" },
-    { 0, "Chicago", "DejaVu Sans", 92, 93 },
-    { 0, "Charcoal", "DejaVu Sans", 92, 93 },
-    { 0, "System Font", "DejaVu Sans", 92, 93 },
+    { 0, "Chicago", "DejaVu Sans", 92 },
+    { 0, "Charcoal", "DejaVu Sans", 92 },
+    { 0, "System Font", "DejaVu Sans", 92 },
     { 1, "Application Font", "DejaVu Sans" },
     { 2001, "Arial", "Liberation Sans" },
     { 2005, "Courier New", "Liberation Mono" },

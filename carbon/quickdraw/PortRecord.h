@@ -54,6 +54,7 @@ struct TextSettings {
         nullptr; // of these settings, once it was needed; a change of font, size or face clears it
     unsigned strikeStamp = 0; // StrikeStamp when it was found
     Fixed charExtra = 0;      // for every character that is no space
+    int stretch = 256;        // of widths, in 256ths
 };
 
 struct Pen {

@@ -31,6 +31,12 @@ static SInt16 Rounded(FT_Pos in26Dot6)
     return (SInt16)((in26Dot6 + 32) >> 6);
 }
 
+// The same however the picture is hinted: texts are as wide in every style and depth.
+static int UnhintedAdvance(FT_GlyphSlot inSlot)
+{
+    return (int)((inSlot->linearHoriAdvance + 0x8000) >> 16);
+}
+
 void Strike::MakeInfo()
 {
     if (!fFrom.outlines) {
@@ -189,6 +195,9 @@ const Glyph& Strike::Keep(int inAdvance, CoverageMap&& ioMap)
     return glyph;
 }
 
+// The lines of small hollow letters would be lost in half-tones.
+static constexpr int kFirstSmoothHollow = 24;
+
 const Glyph& Strike::MakeGlyph(char32_t inCharacter)
 {
     const char32_t character = Shown(inCharacter);
@@ -200,11 +209,13 @@ const Glyph& Strike::MakeGlyph(char32_t inCharacter)
     if (!found)
         return Keep(fFrom.size / 2, {});
     const FT_Face face = found->At(fFrom.size, fFrom.stretch);
-    const FT_Int32 target = fFrom.isPlain ? FT_LOAD_TARGET_MONO : FT_LOAD_TARGET_LIGHT;
+    const bool isHollow = (fFrom.face & (outline | shadow)) && fFrom.size < kFirstSmoothHollow;
+    const bool isPlain = fFrom.isPlain || isHollow;
+    const FT_Int32 target = isPlain ? FT_LOAD_TARGET_MONO : FT_LOAD_TARGET_LIGHT;
     if (FT_Load_Glyph(face, found->IndexOf(control ? U' ' : character), target | FT_LOAD_NO_BITMAP) != 0)
         return Keep(0, {});
-    const int advance = Rounded(face->glyph->advance.x) + ExtraAdvance(fFrom.face, made);
-    CoverageMap map = Render(face->glyph, made & italic, fFrom.isPlain);
+    const int advance = UnhintedAdvance(face->glyph) + ExtraAdvance(fFrom.face, made);
+    CoverageMap map = Render(face->glyph, made & italic, isPlain);
     if (made & bold)
         Smear(map);
     return Keep(advance, std::move(map));

@@ -89,10 +89,18 @@ static void DrawScaledRun(Bytes inText, Fixed inSlop, const Scale& inScale)
     settings.size = inScale.SizeOf(settings.size);
     RecordText(settings, port->fPen.location, inText);
     const TextRun run = JustifiedRun(inText, inSlop, inScale);
-    Strike& pictures = inScale.IsNone() ? run.strike
-                                        : StrikeFor(settings.font, settings.size, settings.face,
-                                                    inScale.StretchAt(port->fText.size));
+    Strike& pictures = inScale.IsNone()
+                           ? run.strike
+                           : StrikeFor(settings.font, settings.size, settings.face,
+                                       inScale.StretchAt(port->fText.size) * settings.stretch / 256);
     DrawRun(*port, run, pictures, settings.size, inText);
+}
+
+void StretchText(int inPercent)
+{
+    TextSettings& settings = CurrentTextSettings();
+    settings.stretch = std::clamp(inPercent, 10, 1000) * 256 / 100;
+    settings.strike = nullptr;
 }
 
 void DrawScaledText(std::span<const uint8_t> inText, Point inNumer, Point inDenom)

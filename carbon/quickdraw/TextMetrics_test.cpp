@@ -257,3 +257,24 @@ TEST_CASE("DrawChar: nothing of a glyph is lost that reaches out of its advance"
     DrawChar('j');
     CHECK(CountInk(port, MakeRect(0, 0, 20, 60)) > 0); // its tail
 }
+
+TEST_CASE("StretchText: narrower and wider letters until it is set back, measured as they are drawn")
+{
+    TestPort port(300, 60);
+    TextFont(kFontIDTimes);
+    TextSize(20);
+    const short plain = TextWidth(kText, 0, kLength);
+    StretchText(80);
+    const short narrow = TextWidth(kText, 0, kLength);
+    CHECK(std::abs(narrow - plain * 8 / 10) <= kLength / 2);
+    CHECK(PenAfter([] { DrawText(kText, 0, kLength); }) == narrow);
+    CHECK(CountInk(port, MakeRect(10 + narrow + 2, 0, 300, 60)) == 0);
+    CHECK(CountInk(port, MakeRect(10 + narrow - 10, 0, 10 + narrow, 60)) > 0);
+    TextSize(21);
+    TextSize(20);
+    CHECK(TextWidth(kText, 0, kLength) == narrow);
+    StretchText(100);
+    CHECK(TextWidth(kText, 0, kLength) == plain);
+    StretchText(-5);
+    CHECK(TextWidth(kText, 0, kLength) > 0);
+}

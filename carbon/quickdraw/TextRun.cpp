@@ -24,7 +24,7 @@ Strike& StrikeOf(TextSettings& ioSettings)
     const unsigned stamp = StrikeStamp();
     if (ioSettings.strike && ioSettings.strikeStamp == stamp)
         return *ioSettings.strike;
-    ioSettings.strike = &StrikeFor(ioSettings.font, ioSettings.size, ioSettings.face);
+    ioSettings.strike = &StrikeFor(ioSettings.font, ioSettings.size, ioSettings.face, ioSettings.stretch);
     ioSettings.strikeStamp = StrikeStamp(); // it may have made room
     return *ioSettings.strike;
 }
