@@ -24,8 +24,12 @@ static bool MayRead(const Packets& inPackets, const uint8_t* inFrom, ptrdiff_t i
     return (reinterpret_cast<uintptr_t>(inFrom) & (kPage - 1)) <= kPage - (uintptr_t)inCount;
 }
 
+// Reads bytes behind the source that are not used.
+#define LAMPBLACK_READS_ON __attribute__((no_sanitize("address")))
+
 // One block of 16 bytes: what follows the count byte, or the byte that repeats, as the mask says.
-static inline void PutBlock(const uint8_t* inPlain, __m128i inIsRun, __m128i inRun, uint8_t* out)
+LAMPBLACK_READS_ON static inline void PutBlock(const uint8_t* inPlain, __m128i inIsRun, __m128i inRun,
+                                               uint8_t* out)
 {
     const __m128i plain = _mm_loadu_si128(reinterpret_cast<const __m128i*>(inPlain));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_or_si128(inRun, _mm_andnot_si128(inIsRun, plain)));
@@ -34,8 +38,8 @@ static inline void PutBlock(const uint8_t* inPlain, __m128i inIsRun, __m128i inR
 // Neither the kind of packet nor its length makes a branch, since both come as if by chance: every packet
 // writes four blocks, of which the next packet overwrites what is too much. Answers where it stopped: at a
 // longer packet, or short of an end.
-__attribute__((no_sanitize("address"))) static const uint8_t*
-UnpackFast(const Packets& inPackets, uint8_t*& ioAt, const uint8_t* inRoomEnd)
+LAMPBLACK_READS_ON static const uint8_t* UnpackFast(const Packets& inPackets, uint8_t*& ioAt,
+                                                    const uint8_t* inRoomEnd)
 {
     static constexpr ptrdiff_t kBlocks = 64;
     const uint8_t* from = inPackets.begin;

@@ -1,6 +1,11 @@
 #include "TestPictures.h"
 
+#include <Carbon/Files.h>
+#include <Carbon/Resources.h>
+
+#include <ScratchFolder.h>
 #include <doctest/doctest.h>
+#include <resources/ResourceFork.h>
 
 #include <cstring>
 
@@ -274,4 +279,32 @@ TEST_CASE("PictureInFile: the picture is behind 512 bytes, or the file is one")
 TEST_CASE("GetPicture: no such resource is NULL")
 {
     CHECK(GetPicture(31999) == nullptr);
+}
+
+TEST_CASE("GetPicture: a resource is a picture, and its bounds are numbers")
+{
+    const ScratchFolder folder;
+    MadePicture made(kFrame);
+    const std::vector<uint8_t> picture = made.RectOp(0x31, MakeRect(10, 10, 20, 20)).End();
+    lampblack::resources::ForkBuilder builder;
+    builder.Add({ 'PICT', 128, 0, false, "", picture });
+    std::vector<uint8_t> fork;
+    REQUIRE(builder.Build(&fork) == nullptr);
+    const std::string path =
+        folder.Write("art.rsrc", { reinterpret_cast<const char*>(fork.data()), fork.size() });
+    FSRef ref;
+    REQUIRE(FSPathMakeRef(reinterpret_cast<const UInt8*>(path.c_str()), &ref, nullptr) == noErr);
+    const SInt16 file = FSOpenResFile(&ref, fsRdPerm);
+    REQUIRE(file > 0);
+    const PicHandle found = GetPicture(128);
+    REQUIRE(found != nullptr);
+    Rect bounds;
+    QDGetPictureBounds(found, &bounds);
+    CHECK(EqualRect(&bounds, &kFrame));
+    TestWorld world(50, 40);
+    DrawPicture(found, &kFrame);
+    CHECK(world.CountBlack() == 100);
+    CloseResFile(file);
+    DrawPicture(found, &kFrame);
+    CHECK(QDError() == paramErr); // the file took it along
 }

@@ -33,10 +33,13 @@ static ImagePlacement ReadMatrix(BigEndianReader& ioReader)
     return placement;
 }
 
-// What decoding costs: nobody knows how few bytes stand for how many pixels.
-static int64_t PixelsOf(const ImageDescription& inImage)
+// Nobody knows how few bytes stand for how many pixels: an image costs what it claims, and too much is
+// refused.
+static bool CanDecode(Player& ioPlayer, const ImageDescription& inImage)
 {
-    return (int64_t)inImage.width * inImage.height;
+    static constexpr int64_t kMostPixels = 64 << 20;
+    const int64_t pixels = (int64_t)inImage.width * inImage.height;
+    return pixels <= kMostPixels && ioPlayer.CanAfford(pixels);
 }
 
 // A matte is an image of greys: its index is what is seen of a pixel.
@@ -46,7 +49,7 @@ static Matte ReadMatte(Player& ioPlayer, Bytes inBytes)
     BigEndianReader reader(inBytes);
     ImageDescription image;
     PixelValues values;
-    if (!ReadImageDescription(reader, &image) || !ioPlayer.CanAfford(PixelsOf(image)) ||
+    if (!ReadImageDescription(reader, &image) || !CanDecode(ioPlayer, image) ||
         !DecodeRaw(image, reader.ReadBytes(reader.Remaining()), &values))
         return matte;
     matte.width = values.width;
@@ -171,7 +174,7 @@ static bool ReadCompressed(Player& ioPlayer, BigEndianReader& ioData, ShownImage
     if (maskSize > 0)
         out->isMasked = ReadRegionBytes(ioData.ReadBytes(maskSize), &out->mask, nullptr);
     ImageDescription image;
-    if (!ReadImageDescription(ioData, &image) || !ioPlayer.CanAfford(PixelsOf(image)) ||
+    if (!ReadImageDescription(ioData, &image) || !CanDecode(ioPlayer, image) ||
         !Decode(image, ioData.ReadBytes(ioData.Remaining()), &out->image))
         return false;
     if (!ioPlayer.CanAfford((int64_t)out->image.width * out->image.height))
