@@ -5,7 +5,6 @@
 #include <Carbon/Fonts.h>
 
 #include <algorithm>
-#include <cstring>
 
 namespace lampblack::pictures {
 
@@ -54,7 +53,7 @@ void PlayFontName(Player& ioPlayer, int, BigEndianReader& ioData)
     const std::string_view name = ioData.ReadPascal();
     Str255 pascal;
     pascal[0] = (unsigned char)name.size();
-    std::memcpy(pascal + 1, name.data(), name.size());
+    std::copy(name.begin(), name.end(), pascal + 1);
     short here = 0;
     GetFNum(pascal, &here);
     if (ioData.Ok() && here != 0)
