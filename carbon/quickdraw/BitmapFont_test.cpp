@@ -86,7 +86,7 @@ TEST_CASE("ReadFontFamily: lists what lies within the bytes")
     CHECK(read[2].size == 12);
     CHECK(read[2].style == bold);
     CHECK(read[2].id == 9);
-    bytes.resize(bytes.size() - 1);
+    bytes.pop_back();
     CHECK(ReadFontFamily(bytes).size() == 2);
     CHECK(ReadFontFamily({}).empty());
     CHECK(ReadFontFamily(FamilyBytes({})).empty());
