@@ -6,6 +6,7 @@
 #include "GlyphStyles.h"
 
 #include <Carbon/Quickdraw.h>
+#include <resources/ChainChanges.h>
 
 #include <cstdint>
 #include <deque>
@@ -115,9 +116,20 @@ Strike& StrikeFor(SInt16 font, SInt16 size, Style face, int stretch = 256);
 // All strikes are made anew.
 void ForgetStrikes();
 
+extern unsigned gStrikeStamp;   // how often strikes were forgotten
+extern unsigned gSeenResources; // the changes of resource files that were looked at
+
+// Looks at the fonts of the resource files, and forgets the strikes if they are others now.
+void LookAtResourceFonts();
+
 // Changes when strikes are forgotten: when there were too many, and when other resource files bring other
 // fonts.
-unsigned StrikeStamp();
+inline unsigned StrikeStamp()
+{
+    if (gSeenResources != resources::gChainChanges + resources::gChainEdits)
+        LookAtResourceFonts();
+    return gStrikeStamp;
+}
 
 } // namespace lampblack::quickdraw
 

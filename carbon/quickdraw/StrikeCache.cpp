@@ -2,8 +2,6 @@
 #include "FontFaces.h"
 #include "ResourceFonts.h"
 
-#include <resources/ChainChanges.h>
-
 #include <algorithm>
 #include <unordered_map>
 
@@ -19,7 +17,7 @@ static std::unordered_map<uint64_t, std::unique_ptr<Strike>>& Strikes()
     return strikes;
 }
 
-static unsigned gStamp = 1;
+constinit unsigned gStrikeStamp = 1, gSeenResources = 0;
 static uint64_t gLastKey = ~(uint64_t)0;
 static Strike* gLast = nullptr;
 
@@ -32,18 +30,15 @@ void ForgetStrikes()
     Strikes().clear();
     gLastKey = ~(uint64_t)0;
     gLast = nullptr;
-    ++gStamp;
+    ++gStrikeStamp;
 }
 
-unsigned StrikeStamp()
+void LookAtResourceFonts()
 {
-    static unsigned seen = 0;
-    if (seen == resources::gChainChanges + resources::gChainEdits)
-        return gStamp;
     if (ResourceFontsChanged())
         ForgetStrikes();
-    seen = resources::gChainChanges + resources::gChainEdits; // after the chain was made by asking
-    return gStamp;
+    gSeenResources =
+        resources::gChainChanges + resources::gChainEdits; // asking may have opened the first file
 }
 
 static StrikeSource SourceOf(SInt16 inFont, SInt16 inSize, Style inFace)

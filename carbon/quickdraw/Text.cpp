@@ -19,7 +19,11 @@ static Bytes BytesOf(ConstStr255Param inString)
 
 static int WidthOf(Bytes inText)
 {
-    return WidthOf(RunOf(CurrentTextSettings()), inText);
+    TextSettings& settings = CurrentTextSettings();
+    Strike& strike = StrikeOf(settings);
+    if (!(settings.spaceExtra | settings.charExtra))
+        return strike.WidthOf(inText.data(), inText.size());
+    return WidthOf(RunOf(settings), inText);
 }
 
 static void DrawBytes(Bytes inText)

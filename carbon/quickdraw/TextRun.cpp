@@ -12,33 +12,13 @@ int Ruler::At() const
     return (int)std::clamp(AtFixed() >> 16, -kLongestWidth, kLongestWidth);
 }
 
-TextSettings& CurrentTextSettings()
-{
-    static constinit TextSettings newPort;
-    PortRecord* port = CurrentPort();
-    return port ? port->fText : newPort;
-}
+constinit TextSettings gNewPortSettings;
 
-Strike& StrikeOf(TextSettings& ioSettings)
+Strike& FindStrikeOf(TextSettings& ioSettings)
 {
-    const unsigned stamp = StrikeStamp();
-    if (ioSettings.strike && ioSettings.strikeStamp == stamp)
-        return *ioSettings.strike;
     ioSettings.strike = &StrikeFor(ioSettings.font, ioSettings.size, ioSettings.face, ioSettings.stretch);
     ioSettings.strikeStamp = StrikeStamp(); // it may have made room
     return *ioSettings.strike;
-}
-
-TextRun RunOf(TextSettings& ioSettings)
-{
-    return { StrikeOf(ioSettings), ioSettings.spaceExtra, ioSettings.charExtra };
-}
-
-Bytes BytesOf(const void* inText, SInt64 inFirst, SInt64 inCount)
-{
-    if (!inText || inFirst < 0 || inCount <= 0)
-        return {};
-    return { static_cast<const uint8_t*>(inText) + inFirst, (size_t)inCount };
 }
 
 int WidthOf(const TextRun& inRun, Bytes inText)

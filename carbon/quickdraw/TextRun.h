@@ -37,13 +37,34 @@ private:
     SInt64 fWidth = 0, fExtra = 0;
 };
 
+extern TextSettings gNewPortSettings;
+
 // The port's text settings, or a new port's when none is current.
-TextSettings& CurrentTextSettings();
-Strike& StrikeOf(TextSettings&);
-TextRun RunOf(TextSettings&);
+inline TextSettings& CurrentTextSettings()
+{
+    PortRecord* port = CurrentPort();
+    return port ? port->fText : gNewPortSettings;
+}
+
+Strike& FindStrikeOf(TextSettings&);
+inline Strike& StrikeOf(TextSettings& ioSettings)
+{
+    const bool isKnown = ioSettings.strike && ioSettings.strikeStamp == StrikeStamp();
+    return isKnown ? *ioSettings.strike : FindStrikeOf(ioSettings);
+}
+
+inline TextRun RunOf(TextSettings& ioSettings)
+{
+    return { StrikeOf(ioSettings), ioSettings.spaceExtra, ioSettings.charExtra };
+}
 
 // None for null or senseless arguments.
-Bytes BytesOf(const void* text, SInt64 first, SInt64 count);
+inline Bytes BytesOf(const void* inText, SInt64 inFirst, SInt64 inCount)
+{
+    if (!inText || inFirst < 0 || inCount <= 0)
+        return {};
+    return { static_cast<const uint8_t*>(inText) + inFirst, (size_t)inCount };
+}
 
 int WidthOf(const TextRun&, Bytes);
 
