@@ -14,8 +14,8 @@ namespace lampblack::quickdraw {
 // scaled by numer / denom. The pen moves by the scaled width. A zero or negative scale counts as 1.
 void DrawScaledText(std::span<const uint8_t> macRoman, Point numer, Point denom);
 
-// Has the Mac Roman text of the current port be drawn and measured that much narrower or wider, until the next
-// call; 100 is how it is by nature. Whoever sets this sets it back.
+// Has the Mac Roman text of the current port be drawn and measured that much narrower or wider, until the
+// next call; 100 is how it is by nature. Whoever sets this sets it back.
 void StretchText(int percent);
 
 } // namespace lampblack::quickdraw

@@ -76,7 +76,7 @@ bool SaveScreenshot(const std::filesystem::path& png);
 // The colour on screen at a global point after all drawing so far, as 0x00RRGGBB; 0 outside the screen.
 UInt32 ScreenPixel(Point global);
 
-SInt32 CurrentThemeCursor();            // a ThemeCursor, kThemeArrowCursor at first
+SInt32 CurrentThemeCursor(); // a ThemeCursor, kThemeArrowCursor at first
 
 // The picture that an application's own cursor shows; no pixels while a theme cursor is shown.
 struct ShownCursor {
