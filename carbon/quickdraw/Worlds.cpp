@@ -1,5 +1,6 @@
 // Offscreen graphics worlds.
 #include "ColorTables.h"
+#include "CopyJob.h"
 #include "Devices.h"
 #include "PortRecord.h"
 
@@ -7,7 +8,6 @@
 #include <Carbon/MacMemory.h>
 
 #include <algorithm>
-#include <vector>
 
 using namespace lampblack::quickdraw;
 
@@ -101,73 +101,17 @@ static GWorldFlags Failed(QDErr inError)
     return (GWorldFlags)gwFlagErr;
 }
 
-// Rows of colours brought to another place, and spread over their neighbours where that is wished: what a
-// pixel cannot show goes to the right and to the row below.
-class ColorRows {
-public:
-    ColorRows(const Surface& inTo, bool inDithers)
-        : fTo(inTo), fWidth(inTo.bounds.right - inTo.bounds.left), fDithers(inDithers)
-    {
-        if (inDithers)
-            fErrors.resize((size_t)(fWidth + 2) * 3);
-    }
-    void Write(int v, uint32_t* ioColors)
-    {
-        if (!fDithers)
-            return WriteColors(fTo, v, fTo.bounds.left, fWidth, ioColors);
-        int carried[3] = { 0, 0, 0 };
-        for (int i = 0; i < fWidth; ++i)
-            WritePixel(fTo, v, fTo.bounds.left + i, Spread(i, ioColors[i], carried));
-    }
-
-private:
-    // Half of the error goes to the right, half down.
-    uint32_t Spread(int i, uint32_t inColor, int* ioCarried)
-    {
-        uint32_t wanted = 0;
-        for (int channel = 0; channel < 3; ++channel) {
-            const int shift = 16 - 8 * channel;
-            const int value =
-                (int)(inColor >> shift & 0xFF) + ioCarried[channel] + fErrors[(size_t)(i * 3 + channel)];
-            wanted |= (uint32_t)std::clamp(value, 0, 255) << shift;
-        }
-        const uint32_t pixel = PixelFor(fTo, wanted), shown = ColorFor(fTo, pixel);
-        for (int channel = 0; channel < 3; ++channel) {
-            const int shift = 16 - 8 * channel;
-            const int error = (int)(wanted >> shift & 0xFF) - (int)(shown >> shift & 0xFF);
-            ioCarried[channel] = error / 2;
-            fErrors[(size_t)(i * 3 + channel)] = error - error / 2;
-        }
-        return pixel;
-    }
-
-    Surface fTo;
-    int fWidth;
-    bool fDithers;
-    std::vector<int> fErrors;
-};
-
 // Brings the pixels of one surface into another, from the top left or stretched over all of it.
 static void CarryOver(const Surface& from, const Surface& to, GWorldFlags flags)
 {
-    const int fromWidth = from.bounds.right - from.bounds.left,
-              fromHeight = from.bounds.bottom - from.bounds.top;
-    const int width = to.bounds.right - to.bounds.left, height = to.bounds.bottom - to.bounds.top;
-    const bool stretches = flags & stretchPix;
-    std::vector<uint32_t> source((size_t)fromWidth), row((size_t)width);
-    ColorRows rows(to, flags & ditherPix);
-    for (int v = 0; v < (stretches ? height : std::min(height, fromHeight)); ++v) {
-        const int fromRow = stretches ? (int)((int64_t)v * fromHeight / height) : v;
-        ReadColors(from, from.bounds.top + fromRow, from.bounds.left, fromWidth, source.data());
-        for (int h = 0; h < width; ++h) {
-            const int column = stretches ? (int)((int64_t)h * fromWidth / width) : h;
-            row[(size_t)h] = column < fromWidth ? source[(size_t)column] : 0;
-        }
-        if (!stretches && fromWidth < width)
-            ReadColors(to, to.bounds.top + v, to.bounds.left + fromWidth, width - fromWidth,
-                       row.data() + fromWidth);
-        rows.Write(to.bounds.top + v, row.data());
+    Rect fromRect = from.bounds, toRect = to.bounds;
+    if (!(flags & stretchPix)) {
+        const int width = std::min(fromRect.right - fromRect.left, toRect.right - toRect.left);
+        const int height = std::min(fromRect.bottom - fromRect.top, toRect.bottom - toRect.top);
+        fromRect.right = (short)(fromRect.left + width), fromRect.bottom = (short)(fromRect.top + height);
+        toRect.right = (short)(toRect.left + width), toRect.bottom = (short)(toRect.top + height);
     }
+    CopySurface(from, to, fromRect, toRect, flags & ditherPix ? srcCopy | ditherCopy : srcCopy);
 }
 
 // How a world differs from what it is to become.
