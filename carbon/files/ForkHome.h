@@ -72,7 +72,7 @@ public:
     // added behind the new resource fork and count as part of it.
     //
     // Errors:     dskFulErr, wPrErr, permErr, ioErr and the like: then all is as it was, in the file and
-    // here.
+    //             here.
     OSErr Replace(const ForkChange&, size_t inRoom = 0);
 
     // Where the fork may be written in place. Whoever does so must leave the old state or the new one at

@@ -15,9 +15,8 @@ inline constexpr OSType kImageCreator = 'ogle'; // who opened images on the orig
 // Makes the file, or replaces its data fork, and gives it type and creator.
 //
 // Errors:     those of FSMakeFSSpec, but for fnfErr; those of opening an existing file for writing;
-// dskFulErr,
-//             wPrErr, permErr, ioErr  as the host says: then an old file is as it was, and a new one is not
-//             there.
+//             dskFulErr, wPrErr, permErr, ioErr  as the host says: then an old file is as it was, and a new
+//             one is not there.
 OSStatus WriteImageFile(const FSSpec&, OSType inType, OSType inCreator, foundation::Bytes);
 
 // A picture with the 512 bytes that picture files begin with.

@@ -126,8 +126,7 @@ ForkCache& KnownForks();
 // EnsureWritable
 //
 // Errors:     wrPermErr  the file is open for reading only; of the application's own file also what opening
-// it for
-//             writing answers.
+//             it for writing answers.
 OSErr EnsureWritable(ResourceFile*);
 
 // UpdateFile writes all changes, UpdateOne those of one resource. Errors: those of UpdateResFile.

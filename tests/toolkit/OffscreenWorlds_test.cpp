@@ -206,7 +206,7 @@ TEST_CASE("GetGWorldPortBounds, GetPortWidth, GetPortHeight: of the port bounds"
     REQUIRE(NewGWorld(&made, 32, &bounds, nullptr, nullptr, 0) == noErr);
     const World world(made);
     Rect answer;
-    GetGWorldPortBounds(world, &answer);
+    CHECK(GetGWorldPortBounds(world, &answer) == &answer);
     CHECK(EqualRect(&answer, &bounds));
     CHECK(GetPortWidth(world) == 30);
     CHECK(GetPortHeight(world) == 10);

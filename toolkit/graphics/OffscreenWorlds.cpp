@@ -192,9 +192,9 @@ SInt16 GetGWorldBitDepth(GWorldPtr inWorld)
     return pixels ? (**pixels).pixelSize : (SInt16)0;
 }
 
-void GetGWorldPortBounds(GWorldPtr inWorld, Rect* outBounds)
+Rect* GetGWorldPortBounds(GWorldPtr inWorld, Rect* outBounds)
 {
-    GetPortBounds(inWorld, outBounds);
+    return GetPortBounds(inWorld, outBounds);
 }
 
 SInt16 GetPortWidth(CGrafPtr inPort)

@@ -20,11 +20,9 @@ LAMPBLACK_BEGIN
 // small for it. With Aqua temporary memory is never asked for, even if the
 // flags wish it.
 //
-// Shape:      inDepth 0 is the deepest device, and counts as 32 when memory is
-// estimated; inTable and inDevice may
-//             be NULL.
-// Errors:     paramErr  a NULL result or rectangle, bounds without a pixel;
-// else what NewGWorld answers.
+// Shape:      inDepth 0 is the deepest device, and counts as 32 when memory is estimated; inTable and
+//             inDevice may be NULL.
+// Errors:     paramErr  a NULL result or rectangle, bounds without a pixel; else what NewGWorld answers.
 OSErr NewGWorldEnhanced(GWorldPtr* outWorld, SInt16 inDepth, const Rect* inBounds, CTabHandle inTable,
                         GDHandle inDevice, GWorldFlags inFlags);
 
@@ -32,15 +30,13 @@ OSErr NewGWorldEnhanced(GWorldPtr* outWorld, SInt16 inDepth, const Rect* inBound
 //
 // A world of an image file's size with the image drawn in it.
 //
-// Errors:     paramErr  a NULL argument; else what the graphics importer or
-// NewGWorldEnhanced answers. An image
-//             that was found but does not draw leaves the world as new.
+// Errors:     paramErr  a NULL argument; else what the graphics importer or NewGWorldEnhanced answers. An
+//             image that was found but does not draw leaves the world as new.
 OSErr NewGWorldFromFile(const FSSpec* inFile, GWorldPtr* outWorld, SInt16 inDepth);
 
 // NewPictureFromFile
 //
-// Errors:     paramErr  a NULL argument; else what the graphics importer
-// answers.
+// Errors:     paramErr  a NULL argument; else what the graphics importer answers.
 OSErr NewPictureFromFile(const FSSpec* inFile, PicHandle* outPicture);
 
 // GWorldToPicture
@@ -53,14 +49,15 @@ PicHandle GWorldToPicture(GWorldPtr inWorld, SInt16 inMode);
 //
 // The handle and the picture given stay the caller's.
 //
-// Errors:     paramErr  a NULL result; else what the importer or exporter
-// component answers.
+// Errors:     paramErr  a NULL result; else what the importer or exporter component answers.
 OSErr ConvertJPEGToPicture(Handle inJPEG, PicHandle* outPicture);
 OSErr ConvertPictureToJPEG(PicHandle inPicture, Handle* outJPEG);
 
 // 0 for NULL and for a world without pixels.
 SInt16 GetGWorldBitDepth(GWorldPtr inWorld);
-void GetGWorldPortBounds(GWorldPtr inWorld, Rect* outBounds);
+
+// Answers outBounds.
+Rect* GetGWorldPortBounds(GWorldPtr inWorld, Rect* outBounds);
 SInt16 GetPortWidth(CGrafPtr inPort);
 SInt16 GetPortHeight(CGrafPtr inPort);
 

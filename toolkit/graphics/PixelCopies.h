@@ -53,8 +53,7 @@ void MyCopyMask(const BitMap* inSource, const BitMap* inMask, const BitMap* inDe
 // layout, and all three worlds are of depth 16 or 32.
 //
 // Source:     16 bits: D * a / 32 + S * (32 - a) / 32 a channel; 32 bits: D * a / 256 + S * (255 - a) / 256,
-// each
-//             quotient rounded down, so that a black mask makes 254 of 255 (kept).
+//             each quotient rounded down, so that a black mask makes 254 of 255 (kept).
 void CopyPixelsTransparentMask16(GWorldPtr inSource, GWorldPtr inMask, GWorldPtr inDestination,
                                  const Rect* inRect);
 void CopyPixelsTransparentMask32(GWorldPtr inSource, GWorldPtr inMask, GWorldPtr inDestination,

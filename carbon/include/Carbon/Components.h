@@ -52,8 +52,7 @@ OSErr GetComponentInfo(Component aComponent, ComponentDescription* cd, Handle co
 //
 // Ownership:  the caller's; release it with CloseComponent.
 // Errors:     invalidComponentID  no such component; paramErr  a NULL result; memFullErr. *ci is NULL then,
-// and
-//             so is the result of the two calls that answer an instance.
+//             and so is the result of the two calls that answer an instance.
 ComponentInstance OpenComponent(Component aComponent);
 OSErr OpenAComponent(Component aComponent, ComponentInstance* ci);
 ComponentInstance OpenDefaultComponent(OSType componentType, OSType componentSubType);

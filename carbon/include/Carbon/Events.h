@@ -252,8 +252,7 @@ LAMPBLACK_BEGIN_C
 // record.
 //
 // Units:      inSleep is the longest wait in ticks. With a mouse region (global; NULL for none), leaving it
-// is
-//             an osEvt with mouseMovedMessage.
+//             is an osEvt with mouseMovedMessage.
 // Errors:     answers false, with a null event, when the time is over.
 Boolean WaitNextEvent(EventMask inEventMask, EventRecord* outEvent, UInt32 inSleep, RgnHandle inMouseRegion);
 Boolean GetNextEvent(EventMask inEventMask, EventRecord* outEvent); // without waiting

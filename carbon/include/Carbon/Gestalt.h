@@ -90,11 +90,11 @@ LAMPBLACK_BEGIN_C
 // Errors:     gestaltUndefSelectorErr  nobody knows it: *response is left alone; paramErr  a null response.
 OSErr Gestalt(OSType selector, SInt32* response);
 
-// Answers of the application's own, which stand before the system's.
+// Answers of the application's own, which stand before the system's. SetGestaltValue adds or replaces;
+// DeleteGestaltValue removes a system answer too.
 //
 // Errors:     gestaltDupSelectorErr  NewGestaltValue of a selector that has an answer;
 //             gestaltUndefSelectorErr  Replace- and DeleteGestaltValue of one that has none.
-// SetGestaltValue adds or replaces. DeleteGestaltValue removes a system answer too.
 OSErr NewGestaltValue(OSType selector, SInt32 newValue);
 OSErr ReplaceGestaltValue(OSType selector, SInt32 replacementValue);
 OSErr SetGestaltValue(OSType selector, SInt32 newValue);

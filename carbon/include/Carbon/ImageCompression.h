@@ -106,8 +106,7 @@ LAMPBLACK_BEGIN_C
 //
 // Ownership:  the caller's; release it with CloseComponent.
 // Errors:     cantFindHandler  no importer reads this; those of opening and reading the file; invalidDataRef
-// a
-//             data reference of another type, or a broken one; memFullErr. *gi is NULL then.
+//             a data reference of another type, or a broken one; memFullErr. *gi is NULL then.
 OSErr GetGraphicsImporterForFile(const FSSpec* theFile, ComponentInstance* gi);
 OSErr GetGraphicsImporterForDataRef(Handle dataRef, OSType dataRefType, ComponentInstance* gi);
 

@@ -29,9 +29,8 @@ LAMPBLACK_BEGIN_C
 // A new list in a window's port.
 //
 // Units:      rView is local and excludes the scroll bars, which lie 15 pixels wide along its right and
-// bottom.
-//             A cell size of 0 in either direction is computed: the whole width, the height of a line of
-//             text.
+//             bottom. A cell size of 0 in either direction is computed: the whole width, the height of a line
+//             of text.
 // Ownership:  the caller's; LDispose. The scroll bars belong to the list.
 // Errors:     NULL for a bad window or rectangle. theProc must be 0, the text list.
 ListHandle LNew(const Rect* rView, const ListBounds* dataBounds, Point cSize, short theProc,

@@ -25,7 +25,7 @@ LAMPBLACK_BEGIN_C
 //
 // Ownership:  the caller owns the result; release it with DisposeHandle.
 // Errors:     memFullErr  a negative size, one above 2 GB, or no memory, even after purging what is
-// purgeable.
+//             purgeable.
 Handle NewHandle(Size byteCount);
 Handle NewHandleClear(Size byteCount);
 Handle NewEmptyHandle(void);

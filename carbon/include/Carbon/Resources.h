@@ -131,9 +131,8 @@ void CloseResFile(SInt16 refNum);
 // process every file is updated.
 //
 // Errors:     resFNotFound; dskFulErr, wPrErr, permErr, ioErr: the file is as it was, and all that was
-// changed is
-//             still marked so, so that another call may succeed; addResFailed  the format cannot hold it all
-//             (16 MB of data, 64 KB of names); what a flipper answers.
+//             changed is still marked so, so that another call may succeed; addResFailed  the format cannot
+//             hold it all (16 MB of data, 64 KB of names); what a flipper answers.
 void UpdateResFile(SInt16 refNum);
 
 // mapReadOnly is answered for a file that is open for reading only, mapChanged while something has to be
@@ -149,7 +148,7 @@ void SetResFileAttrs(SInt16 refNum, SInt16 attrs);
 //
 // Ownership:  the Resource Manager owns the handle: ReleaseResource ends it, DetachResource hands it over.
 // Errors:     null, and ResError is resNotFound; also memFullErr, eofErr for data cut off, or a flipper's
-// error.
+//             error.
 Handle GetResource(ResType theType, SInt16 theID);
 Handle Get1Resource(ResType theType, SInt16 theID);
 Handle GetNamedResource(ResType theType, ConstStr255Param name);
@@ -185,8 +184,7 @@ void DetachResource(Handle theResource);
 // the file counts.
 //
 // Errors:     addResFailed  a null, disposed or empty handle, one that is a resource's, or one resource more
-// than the
-//             format holds; resFNotFound  no current file; wrPermErr  it is open for reading only.
+//             than the format holds; resFNotFound  no current file; wrPermErr  it is open for reading only.
 void AddResource(Handle theData, ResType theType, SInt16 theID, ConstStr255Param name);
 
 // ChangedResource marks a resource, so that the next update writes the handle's data and what SetResInfo and
@@ -238,10 +236,9 @@ void ReadPartialResource(Handle theResource, long offset, void* buffer, long cou
 // zeros, in the file; both at once and durably. The handle is left as it is.
 //
 // Errors:     resNotFound; resAttrErr  resProtected; wrPermErr; inputOutOfBounds  a negative offset, count or
-// size,
-//             or an offset behind the end; writingPastEnd  the range passed the end: the resource was made
-//             longer and all is written; resourceInMemory  the resource is loaded: the bytes were written all
-//             the same.
+//             size, or an offset behind the end; writingPastEnd  the range passed the end: the resource was
+//             made longer and all is written; resourceInMemory  the resource is loaded: the bytes were
+//             written all the same.
 void WritePartialResource(Handle theResource, long offset, const void* buffer, long count);
 void SetResourceSize(Handle theResource, long newSize);
 

@@ -75,7 +75,7 @@ void TEInit(void);
 //
 // Units:      local coordinates of the current port.
 // Ownership:  the caller's; release it with TEDispose. NULL when there is no port or no memory, or a NULL
-// Rect.
+//             Rect.
 TEHandle TENew(const Rect* inDestRect, const Rect* inViewRect);
 void TEDispose(TEHandle);
 
