@@ -28,22 +28,22 @@ void MapScript(void* ioText, SInt16 inLength, ScriptCode inScript, const ByteMap
 
 } // namespace
 
-void UppercaseText(void* textPtr, SInt16 len, ScriptCode script)
+void UppercaseText(Ptr textPtr, SInt16 len, ScriptCode script)
 {
     MapScript(textPtr, len, script, Roman().upper);
 }
 
-void LowercaseText(void* textPtr, SInt16 len, ScriptCode script)
+void LowercaseText(Ptr textPtr, SInt16 len, ScriptCode script)
 {
     MapScript(textPtr, len, script, Roman().lower);
 }
 
-void StripDiacritics(void* textPtr, SInt16 len, ScriptCode script)
+void StripDiacritics(Ptr textPtr, SInt16 len, ScriptCode script)
 {
     MapScript(textPtr, len, script, Roman().stripped);
 }
 
-void UppercaseStripDiacritics(void* textPtr, SInt16 len, ScriptCode script)
+void UppercaseStripDiacritics(Ptr textPtr, SInt16 len, ScriptCode script)
 {
     MapScript(textPtr, len, script, Roman().upperStripped);
 }

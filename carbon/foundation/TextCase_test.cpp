@@ -15,7 +15,7 @@ using namespace lampblack::foundation;
 
 namespace {
 
-std::string Mapped(void (*inCall)(void*, SInt16, ScriptCode), std::string inText,
+std::string Mapped(void (*inCall)(Ptr, SInt16, ScriptCode), std::string inText,
                    ScriptCode inScript = smSystemScript)
 {
     inCall(inText.data(), (SInt16)inText.size(), inScript);

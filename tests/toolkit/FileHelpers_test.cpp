@@ -709,8 +709,8 @@ TEST_CASE("GetDragItemFileInfo: a file, a promised file, and what is neither")
     CHECK(GetDragItemFileInfo(drag, 2, &spec, &type) == noErr);
     CHECK(EqualFSSpec(&spec, &flavor.fileSpec));
     CHECK(type == 'PROM');
-    CHECK(GetDragItemFileInfo(drag, 3, &spec, &type) == badDragFlavorErr);
-    CHECK(GetDragItemFileInfo(drag, 4, &spec, &type) == badDragFlavorErr);
+    CHECK(GetDragItemFileInfo(drag, 3, &spec, &type) == -1854);
+    CHECK(GetDragItemFileInfo(drag, 4, &spec, &type) == -1854);
     CHECK(GetDragItemFileInfo(drag, 1, nullptr, &type) == paramErr);
     CHECK(GetDragItemFileInfo(drag, 1, &spec, nullptr) == paramErr);
     DisposeDrag(drag);

@@ -278,11 +278,17 @@ TEST_CASE("Writers: a null pointer is a parameter error, and nothing is opened")
 {
     const FreshPreferences fresh;
     const CallLog log;
-    CHECK(AddPreferenceResource(nullptr, kType, 1, nullptr) == paramErr);
-    CHECK(AddRectPreference(nullptr, kType, 1, nullptr) == paramErr);
-    CHECK(AddPStringPreference(nullptr, kType, 1, nullptr) == paramErr);
-    CHECK(AddFSSpecPreference(nullptr, kType, 1, nullptr) == paramErr);
-    CHECK(AddCStringPreference(nullptr, kType, 1, nullptr) == paramErr);
+    const auto isRefused = [](OSStatus inResult) {
+        const bool isError = inResult == paramErr && ResError() == paramErr;
+        LMSetResErr(noErr);
+        return isError;
+    };
+    CHECK(isRefused(AddPreferenceResource(nullptr, kType, 1, nullptr)));
+    CHECK(isRefused(AddPreferenceData(nullptr, 4, kType, 1, nullptr)));
+    CHECK(isRefused(AddRectPreference(nullptr, kType, 1, nullptr)));
+    CHECK(isRefused(AddPStringPreference(nullptr, kType, 1, nullptr)));
+    CHECK(isRefused(AddFSSpecPreference(nullptr, kType, 1, nullptr)));
+    CHECK(isRefused(AddCStringPreference(nullptr, kType, 1, nullptr)));
     CHECK(log.Calls().empty());
 }
 

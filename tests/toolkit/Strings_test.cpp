@@ -24,15 +24,15 @@ std::vector<std::pair<SInt16, SInt16>> gCompared; // lengths
 
 } // namespace
 
-LAMPBLACK_INTERPOSE void UppercaseText(void* textPtr, SInt16 len, ScriptCode script)
+LAMPBLACK_INTERPOSE void UppercaseText(Ptr textPtr, SInt16 len, ScriptCode script)
 {
-    gUppercased.push_back({ { static_cast<char*>(textPtr), static_cast<size_t>(len) }, len, script });
+    gUppercased.push_back({ { textPtr, static_cast<size_t>(len) }, len, script });
     Next<decltype(UppercaseText)>("UppercaseText")(textPtr, len, script);
 }
 
-LAMPBLACK_INTERPOSE void LowercaseText(void* textPtr, SInt16 len, ScriptCode script)
+LAMPBLACK_INTERPOSE void LowercaseText(Ptr textPtr, SInt16 len, ScriptCode script)
 {
-    gLowercased.push_back({ { static_cast<char*>(textPtr), static_cast<size_t>(len) }, len, script });
+    gLowercased.push_back({ { textPtr, static_cast<size_t>(len) }, len, script });
     Next<decltype(LowercaseText)>("LowercaseText")(textPtr, len, script);
 }
 

@@ -3,6 +3,9 @@
 
 namespace {
 
+// Kept: of old, the answer for an item without a file.
+constexpr OSErr kNoFileErr = cantGetFlavorErr;
+
 // A descriptor's data as a type, coerced when it is of another.
 OSErr ReadDescriptor(const AEDesc* inDescriptor, DescType inType, void* outData, Size inSize)
 {
@@ -37,7 +40,7 @@ OSErr ReadPromise(DragRef inDrag, DragItemRef inItem, FSSpec* outSpec, OSType* o
     if (err != noErr)
         return err;
     if (promise.promisedFlavor != kDragPromisedFlavorFindFile)
-        return badDragFlavorErr;
+        return kNoFileErr;
     *outFileType = promise.fileType;
     return ReadFlavor(inDrag, inItem, kDragPromisedFlavorFindFile, outSpec);
 }
@@ -69,7 +72,7 @@ OSStatus GetDragItemFileInfo(DragRef inDrag, DragItemRef inItem, FSSpec* outSpec
     if (HasFlavor(inDrag, inItem, kDragFlavorTypePromiseHFS))
         return ReadPromise(inDrag, inItem, outSpec, outFileType);
     if (!HasFlavor(inDrag, inItem, kDragFlavorTypeHFS))
-        return badDragFlavorErr;
+        return kNoFileErr;
     HFSFlavor file;
     const OSErr err = ReadFlavor(inDrag, inItem, kDragFlavorTypeHFS, &file);
     if (err != noErr)

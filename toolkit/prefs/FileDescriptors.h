@@ -19,7 +19,7 @@ OSStatus GetFSSRefFromAEDesc(const AEDesc* inDescriptor, FSRef* outRef);
 // GetDragItemFileInfo
 //
 // File and file type of a dragged item, a promised file's included once it has been made.
-// Errors: badDragFlavorErr  no file, or a promise of another kind; paramErr for null; those of
+// Errors: cantGetFlavorErr (-1854)  no file, or a promise of another kind; paramErr for null; those of
 // GetFlavorData.
 OSStatus GetDragItemFileInfo(DragRef inDrag, DragItemRef inItem, FSSpec* outSpec, OSType* outFileType);
 

@@ -98,8 +98,10 @@ OSStatus AddPreferenceResource(Handle inData, OSType inType, SInt16 inID, ConstS
 OSStatus AddPreferenceData(const void* inData, SInt32 inSize, OSType inType, SInt16 inID,
                            ConstStr255Param inName)
 {
-    if (!inData && inSize > 0)
+    if (!inData && inSize > 0) {
+        LMSetResErr(paramErr);
         return paramErr;
+    }
     // Kept: without memory the answer is the size.
     OSStatus result = static_cast<SInt16>(inSize);
     if (const Handle data = NewHandle(inSize)) {

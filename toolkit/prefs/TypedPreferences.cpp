@@ -15,10 +15,11 @@ OSStatus Add(const Value& inValue, OSType inType, SInt16 inID, ConstStr255Param 
     return AddPreferenceData(&inValue, sizeof inValue, inType, inID, inName);
 }
 
+// Null is refused by AddPreferenceData.
 template <typename Value>
 OSStatus AddAt(const Value* inValue, OSType inType, SInt16 inID, ConstStr255Param inName)
 {
-    return inValue ? Add(*inValue, inType, inID, inName) : OSStatus{ paramErr };
+    return AddPreferenceData(inValue, sizeof *inValue, inType, inID, inName);
 }
 
 template <typename Value>
@@ -71,9 +72,7 @@ OSStatus AddRectPreference(const Rect* inValue, OSType inType, SInt16 inID, Cons
 
 OSStatus AddPStringPreference(ConstStr255Param inValue, OSType inType, SInt16 inID, ConstStr255Param inName)
 {
-    if (!inValue)
-        return paramErr;
-    return AddPreferenceData(inValue, inValue[0] + 1, inType, inID, inName);
+    return AddPreferenceData(inValue, inValue ? inValue[0] + 1 : 1, inType, inID, inName);
 }
 
 OSStatus AddFSSpecPreference(const FSSpec* inValue, OSType inType, SInt16 inID, ConstStr255Param inName)
@@ -93,9 +92,8 @@ OSStatus AddFloat32Preference(float inValue, OSType inType, SInt16 inID, ConstSt
 
 OSStatus AddCStringPreference(const char* inValue, OSType inType, SInt16 inID, ConstStr255Param inName)
 {
-    if (!inValue)
-        return paramErr;
-    return AddPreferenceData(inValue, static_cast<SInt32>(std::strlen(inValue) + 1), inType, inID, inName);
+    const size_t size = inValue ? std::strlen(inValue) + 1 : 1;
+    return AddPreferenceData(inValue, static_cast<SInt32>(size), inType, inID, inName);
 }
 
 OSStatus AddBooleanPreference(Boolean inValue, OSType inType, SInt16 inID, ConstStr255Param inName)

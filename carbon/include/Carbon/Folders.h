@@ -73,4 +73,14 @@ OSErr FSFindFolder(SInt16 vRefNum, OSType folderType, Boolean createFolder, FSRe
 
 LAMPBLACK_END_C
 
+// Where a long is wider than the directory ID (see OpenForks.h).
+LAMPBLACK_IF_LONG inline OSErr FindFolder(SInt16 vRefNum, OSType folderType, Boolean createFolder,
+                                          SInt16* foundVRefNum, Long* foundDirID)
+{
+    *foundDirID = 0;
+    return LampblackThroughSInt32(foundDirID, [&](SInt32* value) {
+        return FindFolder(vRefNum, folderType, createFolder, foundVRefNum, value);
+    });
+}
+
 #endif

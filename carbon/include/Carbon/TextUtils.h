@@ -36,10 +36,10 @@ Ptr P2CStr(StringPtr pString);
 // Change the text in place; each character stays one character. A letter whose other form Mac Roman lacks
 // stays as it is. The script is smRoman, smSystemScript or smCurrentScript, which are one here; text of any
 // other script is left alone.
-void UppercaseText(void* textPtr, SInt16 len, ScriptCode script);
-void LowercaseText(void* textPtr, SInt16 len, ScriptCode script);
-void StripDiacritics(void* textPtr, SInt16 len, ScriptCode script);
-void UppercaseStripDiacritics(void* textPtr, SInt16 len, ScriptCode script);
+void UppercaseText(Ptr textPtr, SInt16 len, ScriptCode script);
+void LowercaseText(Ptr textPtr, SInt16 len, ScriptCode script);
+void StripDiacritics(Ptr textPtr, SInt16 len, ScriptCode script);
+void UppercaseStripDiacritics(Ptr textPtr, SInt16 len, ScriptCode script);
 
 // UpperString: the capitals that the file system knows (see EqualString); without diacSens marks are taken
 // off as well.
