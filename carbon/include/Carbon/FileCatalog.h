@@ -30,6 +30,41 @@ struct DXInfo {
 };
 typedef struct DXInfo DXInfo;
 
+// The same bytes by the names that go with FSCatalogInfo.
+struct FileInfo {
+    OSType fileType;
+    OSType fileCreator;
+    UInt16 finderFlags;
+    Point location;
+    UInt16 reservedField;
+};
+typedef struct FileInfo FileInfo;
+
+struct ExtendedFileInfo {
+    SInt16 reserved1[4];
+    UInt16 extendedFinderFlags;
+    SInt16 reserved2;
+    SInt32 putAwayFolderID;
+};
+typedef struct ExtendedFileInfo ExtendedFileInfo;
+
+struct FolderInfo {
+    Rect windowBounds;
+    UInt16 finderFlags;
+    Point location;
+    UInt16 reservedField;
+};
+typedef struct FolderInfo FolderInfo;
+
+struct ExtendedFolderInfo {
+    Point scrollPosition;
+    SInt32 reserved1;
+    UInt16 extendedFinderFlags;
+    SInt16 reserved2;
+    SInt32 putAwayFolderID;
+};
+typedef struct ExtendedFolderInfo ExtendedFolderInfo;
+
 struct HFileInfo {
     LAMPBLACK_PARAMETER_BLOCK_HEAD;
     SInt16 ioFRefNum;
@@ -155,6 +190,9 @@ typedef UInt32 FSVolumeInfoBitmap;
 
 #pragma pack(pop)
 
+static_assert(sizeof(FileInfo) == 16 && sizeof(ExtendedFileInfo) == 16 && sizeof(FolderInfo) == 16 &&
+                  sizeof(ExtendedFolderInfo) == 16,
+              "the published sizes");
 static_assert(sizeof(DInfo) == 16 && sizeof(DXInfo) == 16 && sizeof(FSVolumeInfo) == 126,
               "the published sizes");
 

@@ -105,4 +105,10 @@ LAMPBLACK_IF_LONG inline OSErr DirCreate(FSVolumeRefNum vRefNum, SInt32 parentDi
         createdDirID, [&](SInt32* value) { return DirCreate(vRefNum, parentDirID, directoryName, value); });
 }
 
+LAMPBLACK_IF_LONG inline OSErr HGetVol(StringPtr volName, SInt16* vRefNum, Long* dirID)
+{
+    *dirID = 0;
+    return LampblackThroughSInt32(dirID, [&](SInt32* value) { return HGetVol(volName, vRefNum, value); });
+}
+
 #endif

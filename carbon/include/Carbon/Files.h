@@ -50,6 +50,7 @@ struct FSSpec {
 typedef struct FSSpec FSSpec;
 typedef FSSpec* FSSpecPtr;
 typedef FSSpecPtr* FSSpecHandle;
+typedef FSSpecPtr FSSpecArrayPtr;
 
 // A file or folder that exists. Its bytes are nobody's business; compare two with FSCompareFSRefs.
 struct FSRef {
@@ -299,10 +300,15 @@ enum {
 
 // Node flags.
 enum {
+    kFSNodeLockedBit = 0,
     kFSNodeLockedMask = 0x0001,
+    kFSNodeResOpenBit = 2,
     kFSNodeResOpenMask = 0x0004,
+    kFSNodeDataOpenBit = 3,
     kFSNodeDataOpenMask = 0x0008,
+    kFSNodeIsDirectoryBit = 4,
     kFSNodeIsDirectoryMask = 0x0010,
+    kFSNodeForkOpenBit = 7,
     kFSNodeForkOpenMask = 0x0080
 };
 
