@@ -4,6 +4,8 @@
 
 #include <files/Container.h>
 
+#include <sys/stat.h>
+
 using namespace lampblack::rsrc;
 namespace files = lampblack::files;
 
@@ -106,6 +108,32 @@ TEST_CASE("list, get: missing files, wrong files and missing resources fail with
     const std::string out = shop.Path("a.rsrc");
     CHECK(Run({ "build", shop.Put("a.r", kText), "-o", out }).code == 0);
     CHECK(Run({ "get", out, "STR ", "1" }).errors == out + ": there is no 'STR ' (1)\n");
+}
+
+TEST_CASE("every command: a folder or a pipe in place of a file is told with its name")
+{
+    Workshop shop;
+    const std::string folder = shop.Path("folder"), pipe = shop.Path("pipe"), out = shop.Path("out");
+    std::filesystem::create_directory(folder);
+    REQUIRE(mkfifo(pipe.c_str(), 0600) == 0);
+    const std::string isFolder = folder + ": Is a directory\n";
+    CHECK(Run({ "list", folder }).errors == isFolder);
+    CHECK(Run({ "dump", folder }).errors == isFolder);
+    CHECK(Run({ "build", folder, "-o", out }).errors == isFolder);
+    CHECK(Run({ "diff", folder, folder }).errors == isFolder);
+    CHECK(Run({ "convert", folder, "-o", out, "--to", "raw" }).errors == isFolder);
+    CHECK(Run({ "list", pipe }).errors == pipe + ": not a file\n");
+    CHECK(Run({ "convert", pipe, "-o", out, "--to", "raw" }).errors == pipe + ": not a file\n");
+    const std::string reader = shop.Put("a.r", "read 'TEXT' (1) \"folder\";");
+    CHECK(Run({ "build", reader, "-o", out }).errors == reader + ":1:17: cannot read 'folder'\n");
+    CHECK_FALSE(std::filesystem::exists(out));
+}
+
+TEST_CASE("build: a stream without end is refused")
+{
+    Workshop shop;
+    CHECK(Run({ "build", "/dev/zero", "-o", shop.Path("out") }).code == 1);
+    CHECK_FALSE(std::filesystem::exists(shop.Path("out")));
 }
 
 TEST_CASE("list --json: a file without resources is an empty array")

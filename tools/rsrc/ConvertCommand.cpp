@@ -54,7 +54,7 @@ void TakeForks(const std::string& inPath, Streams ioStreams, Source* outSource)
     outSource->forks = resources::LocateForks(inPath);
     const resources::LocatedForks& forks = outSource->forks;
     if (!forks.exists)
-        throw std::runtime_error(inPath + ": " + std::strerror(forks.openError));
+        throw std::runtime_error(WhyNotOpened(inPath, forks.openError));
     for (const std::string& problem : forks.problems)
         ioStreams.errors << inPath << ": " << problem << "\n";
     if (!forks.problems.empty())

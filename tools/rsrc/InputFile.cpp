@@ -1,8 +1,17 @@
 #include "InputFile.h"
 
+#include <cerrno>
 #include <cstring>
+#include <filesystem>
 
 namespace lampblack::rsrc {
+
+std::string WhyNotOpened(const std::string& inPath, int inError)
+{
+    std::error_code error;
+    const bool isFolder = std::filesystem::is_directory(inPath, error);
+    return inPath + ": " + (inError == EISDIR && !isFolder ? "not a file" : std::strerror(inError));
+}
 
 bool IsDescription(const std::string& inPath, const std::string& inBytes)
 {
@@ -19,7 +28,7 @@ void OpenFile(const std::string& inPath, Streams ioStreams, OpenFork* outFork)
     for (const std::string& problem : outFork->forks.problems)
         ioStreams.errors << inPath << ": " << problem << "\n";
     if (!outFork->forks.exists && !outFork->forks.hasResourceFork)
-        throw std::runtime_error(inPath + ": " + std::strerror(outFork->forks.openError));
+        throw std::runtime_error(WhyNotOpened(inPath, outFork->forks.openError));
     if (!outFork->forks.hasResourceFork)
         throw std::runtime_error(inPath + ": not a resource file");
     if (outFork->forks.resourceFork.empty())

@@ -19,6 +19,9 @@ struct OpenFork {
 // Whether the bytes are text to compile and no container.
 bool IsDescription(const std::string& inPath, const std::string& inBytes);
 
+// The line that says why a file could not be opened, with its errno.
+std::string WhyNotOpened(const std::string& inPath, int inError);
+
 // Warnings about damage go to the errors; a fork that cannot be read at all throws.
 void OpenFile(const std::string& inPath, Streams, OpenFork* outFork);
 

@@ -2,8 +2,8 @@
 
 #include <foundation/MacRoman.h>
 
+#include <filesystem>
 #include <fstream>
-#include <iterator>
 
 namespace lampblack::rsrc {
 
@@ -14,6 +14,24 @@ bool EndsLine(std::string_view inText, size_t inAt)
     if (inText[inAt] == '\n')
         return true;
     return inText[inAt] == '\r' && (inAt + 1 == inText.size() || inText[inAt + 1] != '\n');
+}
+
+// A pipe or a device may never end.
+constexpr size_t kLongestStream = 64 << 20;
+
+bool ReadStream(std::istream& ioStream, size_t inLimit, std::string* outBytes)
+{
+    constexpr size_t kBlock = 1 << 20;
+    outBytes->clear();
+    while (ioStream) {
+        const size_t size = outBytes->size();
+        if (size > inLimit)
+            return false;
+        outBytes->resize(size + kBlock);
+        ioStream.read(outBytes->data() + size, kBlock);
+        outBytes->resize(size + (size_t)ioStream.gcount());
+    }
+    return !ioStream.bad();
 }
 
 bool ContinuesCharacter(char inByte)
@@ -53,11 +71,12 @@ std::string TextFromBytes(std::string_view inBytes)
 
 bool LoadFile(const std::string& inPath, std::string* outBytes)
 {
-    std::ifstream file(inPath, std::ios::binary);
-    if (!file)
+    std::error_code error;
+    if (std::filesystem::is_directory(inPath, error))
         return false;
-    outBytes->assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-    return !file.bad();
+    std::ifstream file(inPath, std::ios::binary);
+    const bool ends = std::filesystem::is_regular_file(inPath, error);
+    return file && ReadStream(file, ends ? SIZE_MAX : kLongestStream, outBytes);
 }
 
 } // namespace lampblack::rsrc

@@ -37,7 +37,7 @@ std::string TextFromBytes(std::string_view inBytes);
 // Answers whether the file could be read. The compiler asks for included files only through this.
 using FileLoader = std::function<bool(const std::string& inPath, std::string* outBytes)>;
 
-// Reads an ordinary file.
+// Reads a file, or a pipe of no more than 64 MB.
 bool LoadFile(const std::string& inPath, std::string* outBytes);
 
 } // namespace lampblack::rsrc
