@@ -6,6 +6,8 @@
 #include "prefs/ApplicationResources.h"
 #include "prefs/PreferenceState.h"
 
+using lampblack::prefs::gOpenFile;
+
 namespace {
 
 SInt16 fgDomain = kOnAppropriateDisk;
@@ -13,7 +15,6 @@ PreferenceFileInfo fgInfo = {};
 FSSpec fgSpec = {};
 bool fgIsSpecValid = false;
 Boolean fgWasCreated = false;
-SInt16 fgRefNum = kResFileNotOpened;
 
 // Shown by the desktop for a file of an application that is missing, and the name of that application.
 constexpr SInt16 kCannotOpenID = -16397, kCreatorNameID = -16396;
@@ -32,13 +33,14 @@ OSErr FindPreferenceFile()
 
 OSErr CreatePreferenceFile()
 {
+    // Another process of the application may have been quicker since the look, with the file or with its map.
     const OSErr err = FSpCreate(&fgSpec, fgInfo.creator, fgInfo.fileType, smSystemScript);
-    if (err != noErr)
+    if (err != noErr && err != dupFNErr)
         return err;
     FSpCreateResFile(&fgSpec, fgInfo.creator, fgInfo.fileType, smSystemScript);
     const OSErr result = ResError();
-    fgWasCreated = true;
-    return result;
+    fgWasCreated = err == noErr;
+    return result == dupFNErr ? static_cast<OSErr>(noErr) : result;
 }
 
 // Whether a process that made the file was stopped before it gave it a resource map: type and creator are
@@ -81,30 +83,14 @@ void ReplaceWithApplications(ResType inType, const StandardResource (&inResource
 
 namespace lampblack::prefs {
 
-StPreferenceFile::StPreferenceFile(SInt8 inPermission)
-    : fWasOpen(fgRefNum != kResFileNotOpened), fSaved(CurResFile())
-{
-    if (fWasOpen)
-        UseResFile(fgRefNum);
-    else
-        fResult = static_cast<OSErr>(OpenPreferenceFile(inPermission));
-    fIsOpen = fResult == noErr;
-}
-
-StPreferenceFile::~StPreferenceFile()
-{
-    if (fIsOpen && !fWasOpen)
-        ClosePreferenceFile();
-    UseResFile(fSaved);
-    LMSetResErr(fResult);
-}
+SInt16 gOpenFile = kResFileNotOpened;
 
 void ForgetUnwritten()
 {
-    SetResFileAttrs(fgRefNum, static_cast<SInt16>(GetResFileAttrs(fgRefNum) | mapReadOnly));
-    CloseResFile(fgRefNum);
-    fgRefNum = FSpOpenResFile(&fgSpec, fsRdWrPerm);
-    UseResFile(fgRefNum);
+    SetResFileAttrs(gOpenFile, static_cast<SInt16>(GetResFileAttrs(gOpenFile) | mapReadOnly));
+    CloseResFile(gOpenFile);
+    gOpenFile = FSpOpenResFile(&fgSpec, fsRdWrPerm);
+    UseResFile(gOpenFile);
 }
 
 } // namespace lampblack::prefs
@@ -163,19 +149,19 @@ OSStatus OpenPreferenceFile(SInt8 inPermission)
     if (located != noErr)
         return located;
     const SInt16 saved = CurResFile();
-    fgRefNum = FSpOpenResFile(&spec, inPermission);
-    if (fgRefNum == kResFileNotOpened && inPermission != fsRdPerm && ResError() == eofErr &&
+    gOpenFile = FSpOpenResFile(&spec, inPermission);
+    if (gOpenFile == kResFileNotOpened && inPermission != fsRdPerm && ResError() == eofErr &&
         IsHalfMade(spec)) {
         FSpCreateResFile(&spec, fgInfo.creator, fgInfo.fileType, smSystemScript);
-        fgRefNum = FSpOpenResFile(&spec, inPermission);
+        gOpenFile = FSpOpenResFile(&spec, inPermission);
     }
-    if (fgRefNum == kResFileNotOpened) {
+    if (gOpenFile == kResFileNotOpened) {
         if (const OSErr err = ResError(); err != noErr) {
             UseResFile(saved);
             return err;
         }
     }
-    UseResFile(fgRefNum);
+    UseResFile(gOpenFile);
     if (fgWasCreated && fgInfo.invisible)
         MakeInvisible(spec);
     return noErr;
@@ -183,18 +169,18 @@ OSStatus OpenPreferenceFile(SInt8 inPermission)
 
 OSStatus ClosePreferenceFile()
 {
-    if (fgRefNum == kResFileNotOpened)
+    if (gOpenFile == kResFileNotOpened)
         return fnOpnErr;
-    CloseResFile(fgRefNum);
+    CloseResFile(gOpenFile);
     const OSErr err = ResError();
-    fgRefNum = kResFileNotOpened;
+    gOpenFile = kResFileNotOpened;
     return err;
 }
 
 OSStatus DeletePreferenceFile()
 {
     // Kept: the test stands the wrong way round, so that an open file stays open and cannot be deleted.
-    if (fgRefNum == kResFileNotOpened)
+    if (gOpenFile == kResFileNotOpened)
         ClosePreferenceFile();
     FSSpec spec;
     OSStatus err = GetPreferenceFileFSSpec(&spec, &fgWasCreated);
@@ -202,7 +188,7 @@ OSStatus DeletePreferenceFile()
         return err;
     err = FSpDelete(&spec);
     fgIsSpecValid = false;
-    fgRefNum = kResFileNotOpened;
+    gOpenFile = kResFileNotOpened;
     fgWasCreated = false;
     return err;
 }
