@@ -8,6 +8,8 @@ function(lampblack_add_application name)
   cmake_parse_arguments(ARG "" "SIGNATURE" "SOURCES;RESOURCES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE Lampblack::toolkit Lampblack::carbon)
+  # Words that the compilers of that time brought along, for sources that use them.
+  target_compile_definitions(${name} PRIVATE pascal= nil=NULL)
   if(NOT ARG_RESOURCES)
     return()
   endif()

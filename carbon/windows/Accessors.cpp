@@ -127,6 +127,17 @@ OSStatus ChangeWindowAttributes(WindowRef inWindow, WindowAttributes inSet, Wind
     return noErr;
 }
 
+OSStatus InstallStandardEventHandler(EventTargetRef inTarget)
+{
+    if (inTarget && inTarget == GetApplicationEventTarget())
+        return noErr;
+    WindowRecord* window =
+        FirstWindow([inTarget](const WindowRecord& each) { return each.target == inTarget; });
+    if (!inTarget || !window)
+        return paramErr;
+    return ChangeWindowAttributes(window->Ref(), kWindowStandardHandlerAttribute, 0);
+}
+
 void SetWRefCon(WindowRef inWindow, long inData)
 {
     if (WindowRecord* window = Find(inWindow))
@@ -170,6 +181,28 @@ void GetWTitle(WindowRef inWindow, Str255 outTitle)
     outTitle[0] = 0;
     if (window)
         std::memcpy(outTitle, window->title, window->title[0] + 1u);
+}
+
+OSStatus SetWindowTitleWithCFString(WindowRef inWindow, CFStringRef inTitle)
+{
+    if (!Find(inWindow))
+        return errInvalidWindowRef;
+    if (!inTitle || CFGetTypeID(inTitle) != CFStringGetTypeID())
+        return paramErr;
+    Str255 title;
+    CFIndex length = 0;
+    const CFRange first = { 0, std::min<CFIndex>(CFStringGetLength(inTitle), 255) };
+    CFStringGetBytes(inTitle, first, kCFStringEncodingMacRoman, '?', false, title + 1, 255, &length);
+    title[0] = static_cast<unsigned char>(length);
+    SetWTitle(inWindow, title);
+    return noErr;
+}
+
+OSStatus CopyWindowTitleAsCFString(WindowRef inWindow, CFStringRef* outTitle)
+{
+    return Answer(inWindow, outTitle, [](const WindowRecord& window) {
+        return CFStringCreateWithPascalString(nullptr, window.title, kCFStringEncodingMacRoman);
+    });
 }
 
 OSStatus SetWindowModified(WindowRef inWindow, Boolean inModified)

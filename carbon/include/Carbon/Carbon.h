@@ -40,6 +40,7 @@
 #include <Carbon/TextCommon.h>
 #include <Carbon/TextEdit.h>
 #include <Carbon/TextUtils.h>
+#include <Carbon/ToolUtils.h>
 #include <Carbon/UTCUtils.h>
 
 #endif

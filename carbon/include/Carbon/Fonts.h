@@ -12,6 +12,9 @@ typedef SInt16 FMFontSize;
 
 enum { kInvalidFontFamily = -1 };
 
+// Characters of the system font: marks of menu items.
+enum { commandMark = 17, checkMark = 18, diamondMark = 19, appleMark = 20 };
+
 enum {
     systemFont = 0,
     applFont = 1,

@@ -14,7 +14,12 @@
     _Pragma("GCC visibility pop")                                                                            \
     }
 
+#define TARGET_OS_MAC 1
 #define TARGET_API_MAC_CARBON 1
+#define TARGET_API_MAC_OS8 0
+#define TARGET_API_MAC_OSX 0
+#define OPAQUE_TOOLBOX_STRUCTS 1
+#define ACCESSOR_CALLS_ARE_FUNCTIONS 1
 #define TARGET_RT_LITTLE_ENDIAN 1
 #define TARGET_RT_BIG_ENDIAN 0
 
@@ -32,6 +37,7 @@ typedef double Float64;
 typedef unsigned char Boolean;
 typedef unsigned char Byte;
 typedef signed char SignedByte;
+typedef UInt8* BytePtr;
 typedef char* Ptr;
 typedef Ptr* Handle;
 typedef long Size;
@@ -43,6 +49,9 @@ typedef SInt32 Duration; // milliseconds when positive, microseconds when negati
 typedef SInt16 OSErr;
 typedef SInt32 OSStatus;
 typedef void* LogicalAddress;
+typedef const void* ConstLogicalAddress;
+typedef long (*ProcPtr)();
+typedef ProcPtr UniversalProcPtr;
 typedef SInt32 Fixed; // 16.16
 typedef Fixed* FixedPtr;
 typedef SInt32 Fract; // 2.30
@@ -58,6 +67,10 @@ typedef OSType* OSTypePtr;
 typedef ResType* ResTypePtr;
 
 typedef UInt16 UniChar;
+typedef UniChar* UniCharPtr;
+typedef const UniChar* ConstUniCharPtr;
+typedef UInt8 UTF8Char;
+typedef UInt16 UTF16Char;
 typedef unsigned long UniCharCount;
 
 // Pascal strings: a length byte, then at most that many bytes of Mac Roman text.
@@ -120,6 +133,25 @@ struct NumVersion {
     UInt8 nonRelRev;
 };
 typedef struct NumVersion NumVersion;
+
+// A version as four fields, or as one number of the machine's byte order.
+union NumVersionVariant {
+    NumVersion parts;
+    UInt32 whole;
+};
+typedef union NumVersionVariant NumVersionVariant;
+typedef NumVersionVariant* NumVersionVariantPtr;
+
+// 'vers', as far as its fields have a fixed place: the long version follows the short one. Big-endian.
+struct VersRec {
+    NumVersion numericVersion;
+    short countryCode;
+    Str255 shortVersion;
+    Str255 reserved;
+};
+typedef struct VersRec VersRec;
+typedef VersRec* VersRecPtr;
+typedef VersRecPtr* VersRecHndl;
 
 struct ProcessSerialNumber {
     UInt32 highLongOfPSN;
