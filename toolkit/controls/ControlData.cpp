@@ -38,12 +38,13 @@ OSErr ReadText(ControlRef inControl, Size inSize, void* outText)
 
 OSErr ReadWholeText(ControlRef inControl, char* outText)
 {
+    if (!outText)
+        return paramErr;
     Size size = 0;
     OSErr err = TextSize(inControl, &size);
     if (err == noErr)
         err = ReadText(inControl, size, outText);
-    if (outText)
-        outText[err == noErr ? size : 0] = 0;
+    outText[err == noErr ? size : 0] = 0;
     return err;
 }
 
@@ -56,6 +57,17 @@ OSErr WriteText(ControlRef inControl, ResType inTag, const void* inText, Size in
     if (err == noErr)
         Draw1Control(inControl);
     return err;
+}
+
+OSErr WritePascalText(ControlRef inControl, ResType inTag, ConstStr255Param inText)
+{
+    return inText ? WriteText(inControl, inTag, inText + 1, inText[0]) : static_cast<OSErr>(paramErr);
+}
+
+OSErr WriteCText(ControlRef inControl, ResType inTag, const char* inText)
+{
+    return inText ? WriteText(inControl, inTag, inText, static_cast<Size>(std::strlen(inText)))
+                  : static_cast<OSErr>(paramErr);
 }
 
 bool HasFlag(ControlRef inControl, PropertyCreator inCreator, PropertyTag inTag)
@@ -159,13 +171,14 @@ bool HasKeyboardFocus(WindowRef inWindow, ControlRef* outControl)
 
 OSErr GetEditTextControlContents(ControlRef inControl, Str255 outText)
 {
+    if (!outText)
+        return paramErr;
     Size size = 0;
     OSErr err = TextSize(inControl, &size);
     size = std::min<Size>(size, 255);
     if (err == noErr)
         err = ReadText(inControl, size, outText + 1);
-    if (outText)
-        outText[0] = static_cast<unsigned char>(err == noErr ? size : 0);
+    outText[0] = static_cast<unsigned char>(err == noErr ? size : 0);
     return err;
 }
 
@@ -176,6 +189,8 @@ OSErr GetEditTextControlContents(ControlRef inControl, char* outText)
 
 OSErr GetEditTextControlContentsLength(ControlRef inControl, UInt32* outLength)
 {
+    if (!outLength)
+        return paramErr;
     Size size = 0;
     const OSErr err = TextSize(inControl, &size);
     *outLength = static_cast<UInt32>(size);
@@ -184,17 +199,17 @@ OSErr GetEditTextControlContentsLength(ControlRef inControl, UInt32* outLength)
 
 OSErr SetEditTextControlContents(ControlRef inControl, ConstStr255Param inText)
 {
-    return WriteText(inControl, kControlEditTextTextTag, inText + 1, inText[0]);
+    return WritePascalText(inControl, kControlEditTextTextTag, inText);
 }
 
 OSErr SetEditTextControlContents(ControlRef inControl, const char* inText)
 {
-    return WriteText(inControl, kControlEditTextTextTag, inText, static_cast<Size>(std::strlen(inText)));
+    return WriteCText(inControl, kControlEditTextTextTag, inText);
 }
 
 OSErr SetEditTextControlPassword(ControlRef inControl, const char* inText)
 {
-    return WriteText(inControl, kControlEditTextPasswordTag, inText, static_cast<Size>(std::strlen(inText)));
+    return WriteCText(inControl, kControlEditTextPasswordTag, inText);
 }
 
 bool IsEditTextControlLocked(ControlRef inControl)
@@ -210,7 +225,7 @@ OSErr SetEditTextControlIsLocked(ControlRef inControl, bool inIsLocked)
 
 OSErr SetEditTextControlFontStyle(ControlRef inControl, const ControlFontStyleRec* inStyle)
 {
-    return SetData(inControl, kControlFontStyleTag, *inStyle);
+    return inStyle ? SetData(inControl, kControlFontStyleTag, *inStyle) : static_cast<OSErr>(paramErr);
 }
 
 OSErr SetControlFont(ControlRef inControl, SInt16 inFont)
@@ -232,12 +247,12 @@ OSErr GetStaticTextControlTitle(ControlRef inControl, char* outText)
 
 OSErr SetStaticTextControlTitle(ControlRef inControl, ConstStr255Param inText)
 {
-    return WriteText(inControl, kControlStaticTextTextTag, inText + 1, inText[0]);
+    return WritePascalText(inControl, kControlStaticTextTextTag, inText);
 }
 
 OSErr SetStaticTextControlTitle(ControlRef inControl, const char* inText)
 {
-    return WriteText(inControl, kControlStaticTextTextTag, inText, static_cast<Size>(std::strlen(inText)));
+    return WriteCText(inControl, kControlStaticTextTextTag, inText);
 }
 
 OSErr SetProgressBarControlIsIndeterminate(ControlRef inControl, bool inIsIndeterminate)

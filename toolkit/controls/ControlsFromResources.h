@@ -18,7 +18,7 @@ LAMPBLACK_BEGIN
 // Shape:      'CTL#' is a run of 16-bit 'CNTL' IDs. Read beside each 'CNTL': 'xBTN' (push buttons: bit 0
 //             cancel, bit 1 default), 'PBAR' (progress bars: byte 0 indeterminate), 'CNTS' (16-bit control
 //             size), 'CNTF' (a ControlFontStyleRec); the last two fall back to the window's ID.
-//             Byte layout in docs/formats/CTL_.md.
+//             Byte layout in docs/formats/CTLlist.md.
 // Errors:     the embedding status of the last control; a missing list or control is no error.
 OSErr GetNewControls(WindowRef inWindow, SInt16 inListID);
 

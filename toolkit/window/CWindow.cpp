@@ -33,7 +33,7 @@ CWindow::CWindow(long inID, unsigned long inWindowClass, unsigned long inAttribu
 {
     const StPortSaver port;
     GetPort(&fCreationPort);
-    if (inWindowClass != kDeferWindowCreation)
+    if (static_cast<UInt32>(inWindowClass) != kDeferWindowCreation) // -1 as a long means it too
         CWindow::Create(inID, inWindowClass, inAttributes);
 }
 

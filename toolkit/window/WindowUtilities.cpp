@@ -139,7 +139,7 @@ WindowPositionRecord** GetWindowPosition(WindowRef inWindow)
         LMSetMemErr(errInvalidWindowRef);
         return nullptr;
     }
-    Rect bounds;
+    Rect bounds = { 0, 0, 0, 0 };
     GetWindowPortGlobalBounds(inWindow, &bounds);
     const Handle handle = NewHandle(sizeof(WindowPositionRecord));
     const OSErr err = MemError();
@@ -156,10 +156,11 @@ OSErr SetWindowPosition(WindowRef inWindow, WindowPositionRecord** inPosition)
         return errInvalidWindowRef;
     }
     const StPortSaver port(inWindow);
-    OSErr status = inPosition ? noErr : nilHandleErr;
-    Rect bounds = inPosition ? (*inPosition)->bounds : Rect{};
+    const bool hasRecord = inPosition && *inPosition;
+    OSErr status = hasRecord ? noErr : nilHandleErr;
+    Rect bounds = hasRecord ? (*inPosition)->bounds : Rect{};
     RepairBounds(&bounds);
-    if (inPosition && !WindowIsResizeable(inWindow) && !HasPortSize(inWindow, bounds))
+    if (hasRecord && !WindowIsResizeable(inWindow) && !HasPortSize(inWindow, bounds))
         status = -1;
     if (status == noErr)
         PlaceWindow(inWindow, bounds);
