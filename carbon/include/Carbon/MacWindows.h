@@ -4,6 +4,7 @@
 #define LAMPBLACK_CARBON_MACWINDOWS_H
 
 #include <Carbon/Appearance.h>
+#include <Carbon/CFString.h>
 #include <Carbon/CarbonEvents.h>
 #include <Carbon/MacErrors.h>
 #include <Carbon/MacTypes.h>
@@ -71,10 +72,15 @@ enum {
     movableDBoxProc = 5,
     zoomDocProc = 8,
     zoomNoGrow = 12,
+    rDocProc = 16, // to 23: eight ways to round its corners
     floatProc = 1985,
     floatGrowProc = 1987,
     floatZoomProc = 1989,
     floatZoomGrowProc = 1991,
+    floatSideProc = 1993,
+    floatSideGrowProc = 1995,
+    floatSideZoomProc = 1997,
+    floatSideZoomGrowProc = 1999,
     kWindowDocumentProc = 1024,
     kWindowGrowDocumentProc = 1025,
     kWindowVertZoomDocumentProc = 1026,
@@ -98,7 +104,17 @@ enum {
     kWindowFloatHorizZoomGrowProc = 1067,
     kWindowFloatFullZoomProc = 1069,
     kWindowFloatFullZoomGrowProc = 1071,
+    kWindowFloatSideProc = 1073,
+    kWindowFloatSideGrowProc = 1075,
+    kWindowFloatSideVertZoomProc = 1077,
+    kWindowFloatSideVertZoomGrowProc = 1079,
+    kWindowFloatSideHorizZoomProc = 1081,
+    kWindowFloatSideHorizZoomGrowProc = 1083,
+    kWindowFloatSideFullZoomProc = 1085,
+    kWindowFloatSideFullZoomGrowProc = 1087,
     kWindowSheetProc = 1088,
+    kWindowSimpleProc = 1104,
+    kWindowSimpleFrameProc = 1105,
     kWindowSheetAlertProc = 1120
 };
 
@@ -231,6 +247,10 @@ enum {
     kWindowBoundsChangeZoom = 1U << 4
 };
 
+// Where NewCWindow and its kin put a window.
+#define kFirstWindowOfClass ((WindowRef)(intptr_t)-1)
+#define kLastWindowOfClass ((WindowRef)0)
+
 // SetUserFocusWindow: the front window that takes activation has the focus.
 #define kUserFocusAuto ((WindowRef)(intptr_t)-1)
 
@@ -288,6 +308,9 @@ void SetWindowKind(WindowRef inWindow, short inKind);
 short GetWindowKind(WindowRef inWindow);
 void SetWTitle(WindowRef inWindow, ConstStr255Param inTitle);
 void GetWTitle(WindowRef inWindow, Str255 outTitle); // empty for no window
+// The same title. Characters that Mac Roman lacks become question marks. The caller releases the copy.
+OSStatus SetWindowTitleWithCFString(WindowRef inWindow, CFStringRef inTitle);
+OSStatus CopyWindowTitleAsCFString(WindowRef inWindow, CFStringRef* outTitle);
 OSStatus SetWindowModified(WindowRef inWindow, Boolean inModified);
 Boolean IsWindowModified(WindowRef inWindow);
 
@@ -327,6 +350,14 @@ Boolean IsWindowActive(WindowRef inWindow);
 OSStatus SetUserFocusWindow(WindowRef inWindow); // kUserFocusAuto, or a window
 WindowRef GetUserFocusWindow(void);
 EventTargetRef GetWindowEventTarget(WindowRef inWindow);
+
+// InstallStandardEventHandler
+//
+// Gives a window, by its target, what kWindowStandardHandlerAttribute gives it. The application's standard
+// handling of events is always there.
+//
+// Errors:     paramErr  no target of a window or of the application.
+OSStatus InstallStandardEventHandler(EventTargetRef inTarget);
 
 // --- Showing and hiding
 
