@@ -2,6 +2,7 @@
 #include "Lifetime.h"
 
 #include "Activation.h"
+#include "Bounds.h"
 #include "Modality.h"
 #include "Presenter.h"
 #include "Sheets.h"
@@ -70,6 +71,8 @@ void GiveParts(WindowRecord& ioWindow)
     ioWindow.target = events::NewEventTarget(&ioWindow, AfterWindow);
     MeasureTitle(ioWindow);
     UpdateGeometry(ioWindow);
+    if (ioWindow.Has(kWindowFullZoomAttribute)) // out to the whole screen, until the application says where
+        ioWindow.standardState = ContentForStructure(ioWindow, AvailableBounds());
     UpdateVisibleRegion(ioWindow);
     List().AddInFront(ioWindow);
 }

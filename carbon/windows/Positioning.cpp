@@ -92,6 +92,7 @@ struct Constraint {
     Rect region; // what has to lie on the screen
     Rect screen;
     bool partial;
+    bool titleAtLeft;
     bool fits;
 };
 
@@ -101,8 +102,10 @@ Point Correction(const Constraint& inConstraint)
     const Rect& screen = inConstraint.screen;
     Point by = { 0, 0 };
     if (inConstraint.partial) {
-        by.h = (short)PartialShift(region.left, region.right, screen.left, screen.right);
-        // The top edge carries the title: it must not leave the screen above.
+        // The edge that carries the title must not leave the screen.
+        const int across = PartialShift(region.left, region.right, screen.left, screen.right);
+        const bool leaves = inConstraint.titleAtLeft && region.left + across < screen.left;
+        by.h = (short)(leaves ? screen.left - region.left : across);
         const int down = PartialShift(region.top, region.bottom, screen.top, screen.bottom);
         by.v = (short)(region.top + down < screen.top ? screen.top - region.top : down);
         return by;
@@ -155,7 +158,8 @@ OSStatus ConstrainWindowToScreen(WindowRef inWindow, WindowRegionCode inRegion,
     const Rect screen = inScreenRect ? *inScreenRect : AvailableBounds();
     const Rect region = part.Bounds();
     Rect content = window->content;
-    Constraint constraint = { region, screen, (inOptions & kWindowConstrainAllowPartial) != 0, true };
+    Constraint constraint = { region, screen, (inOptions & kWindowConstrainAllowPartial) != 0,
+                              window->Has(kWindowSideTitlebarAttribute), true };
     if ((inOptions & kWindowConstrainMayResize) && !constraint.partial) {
         const Rect shrunk = ShrunkTo(*window, content, region, screen);
         constraint.region.right = (short)(region.right - (Width(content) - Width(shrunk)));

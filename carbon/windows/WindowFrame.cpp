@@ -150,15 +150,14 @@ void PlaceStrips(WindowRecord& ioWindow)
     const Rect& in = ioWindow.frameInsets;
     const Rect outer = { (short)-in.top, (short)-in.left, (short)(content.bottom + in.bottom),
                          (short)(content.right + in.right) };
-    PlaceStrip(ioWindow.strips[0], { outer.top, outer.left, 0, outer.right });
-    if (ioWindow.collapsed) {
-        for (int side = 1; side < 4; ++side)
-            PlaceStrip(ioWindow.strips[side], { 0, 0, 0, 0 });
-        return;
-    }
-    PlaceStrip(ioWindow.strips[1], { 0, outer.left, content.bottom, 0 });
-    PlaceStrip(ioWindow.strips[2], { content.bottom, outer.left, outer.bottom, outer.right });
-    PlaceStrip(ioWindow.strips[3], { 0, content.right, content.bottom, outer.right });
+    const Rect places[] = { { outer.top, outer.left, 0, outer.right },
+                            { 0, outer.left, content.bottom, 0 },
+                            { content.bottom, outer.left, outer.bottom, outer.right },
+                            { 0, content.right, content.bottom, outer.right } };
+    const int titleSide = ioWindow.Has(kWindowSideTitlebarAttribute) ? 1 : 0;
+    for (int side = 0; side < 4; ++side)
+        PlaceStrip(ioWindow.strips[side],
+                   ioWindow.collapsed && side != titleSide ? Rect{ 0, 0, 0, 0 } : places[side]);
 }
 
 // The structure relative to the content, and with it the insets.
@@ -175,7 +174,7 @@ Region LocalStructure(WindowRecord& ioWindow)
     ioWindow.frameInsets = { (short)-outer.top, (short)-outer.left, (short)(outer.bottom - content.bottom),
                              (short)(outer.right - content.right) };
     Region structure = ThemeRegion(ioWindow, content, kAppearanceRegionStructure);
-    if (collapsed)
+    if (collapsed && !ioWindow.Has(kWindowSideTitlebarAttribute))
         structure.Clip({ outer.top, outer.left, 0, outer.right });
     return structure;
 }

@@ -21,6 +21,7 @@ constexpr WindowAttributes kVert = kWindowVerticalZoomAttribute;
 constexpr WindowAttributes kHoriz = kWindowHorizontalZoomAttribute;
 constexpr WindowAttributes kFull = kWindowFullZoomAttribute;
 constexpr WindowAttributes kCollapse = kWindowCollapseBoxAttribute;
+constexpr WindowAttributes kSide = kWindowCollapseBoxAttribute | kWindowSideTitlebarAttribute;
 
 constexpr Definition kDefinitions[] = {
     { documentProc, kDocumentWindowClass, kCollapse | kGrow },
@@ -31,15 +32,15 @@ constexpr Definition kDefinitions[] = {
     { movableDBoxProc, kMovableModalWindowClass, 0 },
     { zoomDocProc, kDocumentWindowClass, kCollapse | kGrow | kFull },
     { zoomNoGrow, kDocumentWindowClass, kCollapse | kFull },
-    // The zoom bit means nothing to shapes without a zoom box, yet there are files that set it.
-    { zoomDocProc + dBoxProc, kModalWindowClass, 0 },
-    { zoomDocProc + plainDBox, kPlainWindowClass, 0 },
-    { zoomDocProc + altDBoxProc, kAltPlainWindowClass, 0 },
-    { zoomDocProc + movableDBoxProc, kMovableModalWindowClass, 0 },
+    { rDocProc, kDocumentWindowClass, 0 },
     { floatProc, kFloatingWindowClass, kCollapse },
     { floatGrowProc, kFloatingWindowClass, kCollapse | kGrow },
     { floatZoomProc, kFloatingWindowClass, kCollapse | kFull },
     { floatZoomGrowProc, kFloatingWindowClass, kCollapse | kFull | kGrow },
+    { floatSideProc, kFloatingWindowClass, kSide },
+    { floatSideGrowProc, kFloatingWindowClass, kSide | kGrow },
+    { floatSideZoomProc, kFloatingWindowClass, kSide | kFull },
+    { floatSideZoomGrowProc, kFloatingWindowClass, kSide | kFull | kGrow },
     { kWindowDocumentProc, kDocumentWindowClass, kCollapse },
     { kWindowGrowDocumentProc, kDocumentWindowClass, kCollapse | kGrow },
     { kWindowVertZoomDocumentProc, kDocumentWindowClass, kCollapse | kVert },
@@ -63,14 +64,39 @@ constexpr Definition kDefinitions[] = {
     { kWindowFloatHorizZoomGrowProc, kFloatingWindowClass, kCollapse | kHoriz | kGrow },
     { kWindowFloatFullZoomProc, kFloatingWindowClass, kCollapse | kFull },
     { kWindowFloatFullZoomGrowProc, kFloatingWindowClass, kCollapse | kFull | kGrow },
+    { kWindowFloatSideProc, kFloatingWindowClass, kSide },
+    { kWindowFloatSideGrowProc, kFloatingWindowClass, kSide | kGrow },
+    { kWindowFloatSideVertZoomProc, kFloatingWindowClass, kSide | kVert },
+    { kWindowFloatSideVertZoomGrowProc, kFloatingWindowClass, kSide | kVert | kGrow },
+    { kWindowFloatSideHorizZoomProc, kFloatingWindowClass, kSide | kHoriz },
+    { kWindowFloatSideHorizZoomGrowProc, kFloatingWindowClass, kSide | kHoriz | kGrow },
+    { kWindowFloatSideFullZoomProc, kFloatingWindowClass, kSide | kFull },
+    { kWindowFloatSideFullZoomGrowProc, kFloatingWindowClass, kSide | kFull | kGrow },
     { kWindowSheetProc, kSheetWindowClass, 0 },
+    { kWindowSimpleProc, kSimpleWindowClass, 0 },
+    { kWindowSimpleFrameProc, kPlainWindowClass, 0 },
     { kWindowSheetAlertProc, kSheetAlertWindowClass, 0 }
 };
 
+// The low four bits of a definition ID are the variant of a definition. Rounded windows have a corner radius
+// there, which the theme decides; and the zoom bit means nothing to shapes without a zoom box, yet there are
+// files that set it.
+short ProperProcID(short inProcID)
+{
+    constexpr short kVariantBits = 15, kRoundness = 7;
+    const auto definition = (short)(inProcID & ~kVariantBits), variant = (short)(inProcID & kVariantBits);
+    if (definition == rDocProc && variant <= kRoundness)
+        return rDocProc;
+    const bool zooms = definition == documentProc && (variant & zoomDocProc);
+    return zooms && inProcID != zoomDocProc && inProcID != zoomNoGrow ? (short)(variant & kRoundness)
+                                                                      : inProcID;
+}
+
 const Definition* FindDefinition(short inProcID)
 {
+    const short procID = ProperProcID(inProcID);
     for (const Definition& definition : kDefinitions)
-        if (definition.procID == inProcID)
+        if (definition.procID == procID)
             return &definition;
     return nullptr;
 }
