@@ -271,12 +271,12 @@ const MenuItem* ItemOf(const Row& inRow)
     return FindItem(inRow.menu, inRow.item);
 }
 
-Layout LayOut(const std::vector<MenuRef>& inMenus)
+Layout LayOut(const std::vector<MenuRef>& inMenus, short inLeastWidth)
 {
-    constexpr short kEdge = 4; // above the first row and below the last
+    constexpr short kEdge = 4, kNarrowest = 60; // the edge is above the first row and below the last
     const windows::StWindowPort port(MeasuringPort());
     Layout layout;
-    layout.width = 60;
+    layout.width = std::max(kNarrowest, inLeastWidth);
     RowStack rows(layout);
     rows.Start(kEdge);
     for (MenuRef menu : inMenus) {

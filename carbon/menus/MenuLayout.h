@@ -19,7 +19,7 @@ struct Layout {
 };
 
 // Menus one below the other. Measuring needs a port; it is left as it was.
-Layout LayOut(const std::vector<MenuRef>& inMenus);
+Layout LayOut(const std::vector<MenuRef>& inMenus, short inLeastWidth = 0);
 void MeasureMenu(MenuRecord& ioMenu);
 
 // The row as it looks in the current port; `inOrigin` is where the menu's top left stands in the port.

@@ -5,6 +5,7 @@
 #include "Commands.h"
 #include "MenuSending.h"
 #include "OpenMenus.h"
+#include "PopUpMenu.h"
 
 #include <Carbon/Events.h>
 #include <Carbon/MacWindows.h>
@@ -27,17 +28,19 @@ constexpr EventTypeSpec kTracked[] = {
     { kEventClassApplication, kEventAppDeactivated }
 };
 constexpr EventTypeSpec kNothing[] = { { 'none', 0 } };
-constexpr EventTimeout kScrollPause = 0.05, kFlash = 0.06;
+constexpr EventTimeout kScrollPause = 0.05, // for each row
+    kFlash = 0.06;
 constexpr double kClickTime = 0.5; // a release later than this chooses
 constexpr int kClickDistance = 4;
 
 class Tracker {
 public:
     Choice RunBar(Point inStart);
-    Choice RunPopUp(MenuRef inMenu, Point inTopLeft, MenuItemIndex inItem);
+    Choice RunPopUp(MenuRef inMenu, Point inTopLeft, MenuItemIndex inItem, short inLeastWidth);
 
 private:
     Choice Run(Point inStart);
+    EventTimeout Scroll();
     void Handle(EventRef inEvent);
     void Follow(Point inWhere);
     void OnPress(Point inWhere);
@@ -54,7 +57,8 @@ private:
     OpenMenus fOpen;
     bool fBar = false, fSticky = false, fDone = false;
     Point fStart = { 0, 0 }, fMouse = { 0, 0 };
-    double fPressed = 0;
+    bool fMouseMoved = false; // since the menu came or a key was pressed: then it scrolls
+    double fPressed = 0, fScrollDue = 0;
     std::vector<MenuRef> fTitle; // whose menu hangs open from the bar
     UInt32 fContext = 0, fModifiers = 0;
     Choice fChoice;
@@ -75,6 +79,7 @@ void Tracker::OpenTitle(const Title& inTitle)
 
 void Tracker::Follow(Point inWhere)
 {
+    fMouseMoved = fMouseMoved || inWhere.h != fMouse.h || inWhere.v != fMouse.v;
     fMouse = inWhere;
     const int menu = fOpen.MenuAt(inWhere);
     if (menu >= 0) {
@@ -138,8 +143,10 @@ void Tracker::StepRow(int inBy)
     const int count = (int)menu.layout.rows.size();
     int row = menu.selected < 0 && inBy < 0 ? count : menu.selected;
     for (row += inBy; row >= 0 && row < count; row += inBy)
-        if (CanChoose(menu.layout.rows[(size_t)row]))
+        if (CanChoose(menu.layout.rows[(size_t)row])) {
+            fOpen.Reveal(row);
             return fOpen.Select(fOpen.Count() - 1, row);
+        }
 }
 
 void Tracker::Descend()
@@ -161,6 +168,7 @@ void Tracker::Ascend()
 void Tracker::OnKey(UInt16 inKey, bool inCommand)
 {
     fSticky = true;
+    fMouseMoved = false;
     switch (inKey) {
     case kVK_Escape: fDone = true; return;
     case kVK_DownArrow: return StepRow(1);
@@ -230,6 +238,20 @@ void Tracker::Handle(EventRef inEvent)
     }
 }
 
+// Moves a menu that does not fit on, one row at a time, while the pointer is on one of its arrows. Answers for
+// how long there is nothing to do.
+EventTimeout Tracker::Scroll()
+{
+    if (!fMouseMoved || !fOpen.IsOnArrow(fMouse))
+        return kEventDurationForever;
+    const double now = host::Now();
+    if (now >= fScrollDue) {
+        fOpen.ScrollAt(fMouse);
+        fScrollDue = now + kScrollPause;
+    }
+    return fScrollDue - now;
+}
+
 // A release that never comes leaves the menu open as a click does.
 Choice Tracker::Run(Point inStart)
 {
@@ -243,10 +265,9 @@ Choice Tracker::Run(Point inStart)
         fSticky = false;
     }
     while (!fDone) {
-        const bool scrolling = fOpen.ScrollAt(fMouse);
+        const EventTimeout pause = Scroll();
         EventRef event = nullptr;
-        const OSStatus status = ReceiveNextEvent(
-            std::size(kTracked), kTracked, scrolling ? kScrollPause : kEventDurationForever, true, &event);
+        const OSStatus status = ReceiveNextEvent(std::size(kTracked), kTracked, pause, true, &event);
         if (status == eventLoopQuitErr)
             break;
         if (status != noErr)
@@ -274,7 +295,7 @@ Choice Tracker::RunBar(Point inStart)
     return choice;
 }
 
-Choice Tracker::RunPopUp(MenuRef inMenu, Point inTopLeft, MenuItemIndex inItem)
+Choice Tracker::RunPopUp(MenuRef inMenu, Point inTopLeft, MenuItemIndex inItem, short inLeastWidth)
 {
     fContext = kMenuContextPopUp | kMenuContextPopUpTracking;
     SendTracking(inMenu, kEventMenuBeginTracking, fContext);
@@ -288,7 +309,8 @@ Choice Tracker::RunPopUp(MenuRef inMenu, Point inTopLeft, MenuItemIndex inItem)
         corner.v = (short)(corner.v - layout.rows[(size_t)initial].bounds.top);
     const Point mouse = host::Machine().mouse();
     fMouse = mouse;
-    if (fOpen.Open({ inMenu }, corner, fContext)) {
+    if (fOpen.Open({ inMenu }, corner, fContext, inLeastWidth)) {
+        fOpen.Reveal(initial);
         fOpen.Select(0, initial);
         Run(mouse);
         fOpen.CloseTo(0);
@@ -359,9 +381,20 @@ Choice TrackBar(Point inStart)
     return Tracker().RunBar(inStart);
 }
 
-Choice TrackPopUp(MenuRef inMenu, Point inTopLeft, MenuItemIndex inItem)
+Choice TrackPopUp(MenuRef inMenu, Point inTopLeft, MenuItemIndex inItem, short inLeastWidth)
 {
-    return Tracker().RunPopUp(inMenu, inTopLeft, inItem);
+    return Tracker().RunPopUp(inMenu, inTopLeft, inItem, inLeastWidth);
+}
+
+SInt32 PopUpMenu(MenuRef inMenu, Point inTopLeft, MenuItemIndex inItem, short inLeastWidth)
+{
+    if (!Find(inMenu))
+        return 0;
+    const Choice choice = TrackPopUp(inMenu, inTopLeft, inItem, inLeastWidth);
+    if (!choice.menu)
+        return 0;
+    SendCommand(choice.menu, choice.item, choice.modifiers);
+    return Packed(choice);
 }
 
 void InstallMenuHandlers()
@@ -396,11 +429,5 @@ SInt32 MenuChoice(void)
 
 SInt32 PopUpMenuSelect(MenuRef inMenu, short inTop, short inLeft, MenuItemIndex inItem)
 {
-    if (!Find(inMenu))
-        return 0;
-    const Choice choice = TrackPopUp(inMenu, { inTop, inLeft }, inItem);
-    if (!choice.menu)
-        return 0;
-    SendCommand(choice.menu, choice.item, choice.modifiers);
-    return Packed(choice);
+    return PopUpMenu(inMenu, { inTop, inLeft }, inItem, 0);
 }

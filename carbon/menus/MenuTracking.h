@@ -16,7 +16,7 @@ struct Choice {
 // From the bar: the menu under the point opens.
 Choice TrackBar(Point inStart);
 // A menu by itself, with one of its items over the point.
-Choice TrackPopUp(MenuRef inMenu, Point inTopLeft, MenuItemIndex inItem);
+Choice TrackPopUp(MenuRef inMenu, Point inTopLeft, MenuItemIndex inItem, short inLeastWidth);
 
 // The filter of the event dispatcher: whether a key was an item's and somebody took its command.
 bool ChooseByKey(EventRef inEvent);

@@ -488,25 +488,6 @@ TEST_CASE("GetNewMBar: the menus of an 'MBAR' from the left; one without its men
     CloseResFile(refNum);
 }
 
-TEST_CASE("PopUpMenuSelect: a menu taller than the screen scrolls while the mouse waits at its end")
-{
-    const MenuRef menu = NewMenu(142, P("Tall"));
-    for (int i = 1; i <= 100; ++i)
-        AppendMenu(menu, P("Item"));
-    struct User {
-        static void AtEnd(EventLoopTimerRef, void*) { host::MoveMouse({ 760, 330 }); }
-        static void Done(EventLoopTimerRef, void*) { host::ReleaseMouse({ 740, 330 }); }
-    };
-    host::PressMouse({ 305, 330 });
-    host::RunFor(0.05);
-    InstallEventLoopTimer(GetMainEventLoop(), 1, 0, User::AtEnd, nullptr, nullptr);
-    InstallEventLoopTimer(GetMainEventLoop(), 20, 0, User::Done, nullptr, nullptr);
-    const SInt32 chosen = PopUpMenuSelect(menu, 30, 300, 1);
-    CHECK((chosen & ~0xFFFF) == (142 << 16));
-    CHECK((chosen & 0xFFFF) >= 97);
-    DisposeMenu(menu);
-}
-
 TEST_CASE("MenuKey: without a loop that dispatches, Command-Q is the application's own item")
 {
     const MenuRef menu = NewMenu(129, P("File"));

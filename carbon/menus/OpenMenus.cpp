@@ -16,7 +16,8 @@ namespace lampblack::menus {
 
 namespace {
 
-constexpr short kScrollZone = 16; // pixels at the ends of a menu that does not fit
+constexpr short kArrowHeight = 18; // at the ends of a menu that does not fit
+constexpr int kScrollStep = 18;
 
 // The part of the screen that menus may take.
 Rect MenuSpace()
@@ -52,6 +53,14 @@ ThemeMenuType TypeFor(UInt32 inContext)
                                            : kThemeMenuTypePullDown;
 }
 
+// Nothing where there is no room for it.
+void DrawArrow(const Rect& inMenu, const Rect& inWhere, ThemeMenuItemType inArrow)
+{
+    if (!windows::IsEmptyRect(inWhere))
+        DrawThemeMenuItem(&inMenu, &inWhere, inMenu.top, inMenu.bottom, kThemeMenuActive, inArrow, nullptr,
+                          0);
+}
+
 bool Retain(const std::vector<MenuRef>& inMenus)
 {
     bool any = false;
@@ -70,7 +79,15 @@ bool CanChoose(const Row& inRow)
     return IsInBar(inRow.menu) ? IsUsable(inRow.menu, *item) : IsEnabled(*Find(inRow.menu), *item);
 }
 
-bool OpenMenus::Open(const std::vector<MenuRef>& inMenus, Point inTopLeft, UInt32 inContext)
+Rect OpenMenu::RowArea() const
+{
+    const auto height = (short)windows::Height(bounds);
+    return { HasArrowAbove() ? kArrowHeight : (short)0, 0,
+             HasArrowBelow() ? (short)(height - kArrowHeight) : height, (short)windows::Width(bounds) };
+}
+
+bool OpenMenus::Open(const std::vector<MenuRef>& inMenus, Point inTopLeft, UInt32 inContext,
+                     short inLeastWidth)
 {
     std::vector<MenuRef> menus;
     for (MenuRef menu : inMenus)
@@ -84,7 +101,7 @@ bool OpenMenus::Open(const std::vector<MenuRef>& inMenus, Point inTopLeft, UInt3
     }
     OpenMenu open;
     open.menus = menus;
-    open.layout = LayOut(menus);
+    open.layout = LayOut(menus, inLeastWidth);
     open.context = inContext;
     open.bounds = Placed(inTopLeft, open.layout, &open.scrolled);
     open.surface = windows::NewSurface(windows::Layer::Menu, open.bounds, true);
@@ -117,9 +134,17 @@ void OpenMenus::Draw(OpenMenu& inMenu)
     const windows::StWindowPort port(GetWindowPort(inMenu.surface));
     const Rect bounds = { 0, 0, (short)windows::Height(inMenu.bounds), (short)windows::Width(inMenu.bounds) };
     DrawThemeMenuBackground(&bounds, TypeFor(inMenu.context));
-    for (int row = 0; row < (int)inMenu.layout.rows.size(); ++row)
-        DrawRow(inMenu.layout, inMenu.layout.rows[(size_t)row], { (short)-inMenu.scrolled, 0 },
-                row == inMenu.selected && CanChoose(inMenu.layout.rows[(size_t)row]));
+    const Rect area = inMenu.RowArea();
+    DrawArrow(bounds, { 0, 0, area.top, bounds.right }, kThemeMenuItemScrollUpArrow);
+    DrawArrow(bounds, { area.bottom, 0, bounds.bottom, bounds.right }, kThemeMenuItemScrollDownArrow);
+    ClipRect(&area);
+    for (const Row& row : inMenu.layout.rows) {
+        if (row.bounds.bottom - inMenu.scrolled <= area.top ||
+            row.bounds.top - inMenu.scrolled >= area.bottom)
+            continue;
+        const bool selected = &row - inMenu.layout.rows.data() == inMenu.selected;
+        DrawRow(inMenu.layout, row, { (short)-inMenu.scrolled, 0 }, selected && CanChoose(row));
+    }
 }
 
 void OpenMenus::DrawOne(OpenMenu& inMenu, int inRow, bool inSelected)
@@ -127,6 +152,8 @@ void OpenMenus::DrawOne(OpenMenu& inMenu, int inRow, bool inSelected)
     if (inRow < 0 || inRow >= (int)inMenu.layout.rows.size())
         return;
     const windows::StWindowPort port(GetWindowPort(inMenu.surface));
+    const Rect area = inMenu.RowArea();
+    ClipRect(&area);
     const Row& row = inMenu.layout.rows[(size_t)inRow];
     DrawRow(inMenu.layout, row, { (short)-inMenu.scrolled, 0 }, inSelected && CanChoose(row));
 }
@@ -147,6 +174,9 @@ Rect OpenMenus::RowBounds(const OpenMenu& inMenu, int inRow) const
 
 int OpenMenus::RowAt(const OpenMenu& inMenu, Point inWhere) const
 {
+    const Rect area = windows::Shifted(inMenu.RowArea(), inMenu.bounds.left, inMenu.bounds.top);
+    if (!windows::RectHolds(area, inWhere))
+        return -1;
     for (int row = 0; row < (int)inMenu.layout.rows.size(); ++row)
         if (windows::RectHolds(RowBounds(inMenu, row), inWhere))
             return row;
@@ -187,22 +217,53 @@ bool OpenMenus::OpenSubmenu(size_t inMenu)
     return Open({ submenu }, { (short)(bounds.top - 4), (short)(bounds.right - 3) }, context);
 }
 
-bool OpenMenus::ScrollAt(Point inWhere)
+// Beyond the end of the menu is as good as on its arrow, for a pointer that was thrown to the screen's edge;
+// but above a menu may be the bar it hangs from.
+int OpenMenus::ScrollStep(Point inWhere) const
 {
-    const int index = MenuAt(inWhere);
-    if (index < 0 || (size_t)index + 1 != Count())
-        return false;
-    OpenMenu& menu = fOpen[(size_t)index];
-    const int most = menu.layout.height - windows::Height(menu.bounds);
-    const bool up = inWhere.v < menu.bounds.top + kScrollZone;
-    const bool down = inWhere.v >= menu.bounds.bottom - kScrollZone;
-    const int scrolled = std::clamp(menu.scrolled + (down ? 18 : up ? -18 : 0), 0, std::max(0, most));
-    if (scrolled == menu.scrolled)
-        return false;
-    menu.scrolled = scrolled;
-    menu.selected = RowAt(menu, inWhere);
-    Draw(menu);
-    return true;
+    if (fOpen.empty())
+        return 0;
+    const OpenMenu& menu = fOpen.back();
+    if (inWhere.h < menu.bounds.left || inWhere.h >= menu.bounds.right || inWhere.v < menu.bounds.top)
+        return 0;
+    if (menu.HasArrowBelow() && inWhere.v >= menu.bounds.bottom - kArrowHeight)
+        return kScrollStep;
+    return menu.HasArrowAbove() && inWhere.v < menu.bounds.top + kArrowHeight ? -kScrollStep : 0;
+}
+
+bool OpenMenus::IsOnArrow(Point inWhere) const
+{
+    return ScrollStep(inWhere) != 0;
+}
+
+void OpenMenus::ScrollAt(Point inWhere)
+{
+    const int step = ScrollStep(inWhere);
+    if (step == 0)
+        return;
+    ScrollTo(Last(), Last().scrolled + step);
+    if (!IsOnArrow(inWhere)) // the arrow went away, and a row came under the pointer
+        Select(Count() - 1, RowAt(Last(), inWhere));
+}
+
+void OpenMenus::Reveal(int inRow)
+{
+    OpenMenu& menu = Last();
+    if (inRow < 0 || inRow >= (int)menu.layout.rows.size() || menu.Overflow() <= 0)
+        return;
+    const Rect& row = menu.layout.rows[(size_t)inRow].bounds;
+    const int height = windows::Height(menu.bounds);
+    const int most = row.top - kArrowHeight, least = row.bottom - height + kArrowHeight;
+    ScrollTo(menu, std::max(std::min(menu.scrolled, most), least));
+}
+
+void OpenMenus::ScrollTo(OpenMenu& inMenu, int inScrolled)
+{
+    const int scrolled = std::clamp(inScrolled, 0, std::max(0, inMenu.Overflow()));
+    if (scrolled == inMenu.scrolled)
+        return;
+    inMenu.scrolled = scrolled;
+    Draw(inMenu);
 }
 
 void OpenMenus::FlashSelected(size_t inMenu, bool inLit)

@@ -14,6 +14,12 @@ struct OpenMenu {
     int selected = -1;            // a row
     int scrolled = 0;             // pixels of the layout above the surface
     UInt32 context = 0;
+
+    // A menu taller than the screen has an arrow at each end that hides more of it.
+    int Overflow() const { return layout.height - (bounds.bottom - bounds.top); }
+    bool HasArrowAbove() const { return scrolled > 0; }
+    bool HasArrowBelow() const { return scrolled < Overflow(); }
+    Rect RowArea() const; // what is left for rows, relative to the menu's top left
 };
 
 class OpenMenus {
@@ -22,7 +28,7 @@ public:
 
     // Opens menus shown as one, the top left of their layout at the point. They are moved to stay on the
     // screen; a menu taller than the screen scrolls. Answers false when there is nothing to open.
-    bool Open(const std::vector<MenuRef>& inMenus, Point inTopLeft, UInt32 inContext);
+    bool Open(const std::vector<MenuRef>& inMenus, Point inTopLeft, UInt32 inContext, short inLeastWidth = 0);
     void CloseTo(size_t inCount); // the menus beyond the first inCount
 
     size_t Count() const { return fOpen.size(); }
@@ -38,12 +44,15 @@ public:
     void Select(size_t inMenu, int inRow);
     // Opens the submenu of the lit row of a menu. Answers whether there is one.
     bool OpenSubmenu(size_t inMenu);
-    // A pointer at the end of a menu that is taller than the screen scrolls it; answers whether there is
-    // more.
-    bool ScrollAt(Point inWhere);
+    // Whether a point is on an arrow of the frontmost menu, or farther out on the same side.
+    bool IsOnArrow(Point inWhere) const;
+    void ScrollAt(Point inWhere); // by one row
+    void Reveal(int inRow);       // of the frontmost menu
     void FlashSelected(size_t inMenu, bool inLit);
 
 private:
+    int ScrollStep(Point inWhere) const; // pixels; 0 off the arrows
+    void ScrollTo(OpenMenu& inMenu, int inScrolled);
     void Draw(OpenMenu& inMenu);
     void DrawOne(OpenMenu& inMenu, int inRow, bool inSelected);
 
