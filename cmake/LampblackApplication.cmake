@@ -10,6 +10,9 @@ function(lampblack_add_application name)
   target_link_libraries(${name} PRIVATE Lampblack::toolkit Lampblack::carbon)
   # Words that the compilers of that time brought along, for sources that use them.
   target_compile_definitions(${name} PRIVATE pascal= nil=NULL)
+  # "\pText", which Clang alone understands.
+  target_compile_options(${name} PRIVATE $<$<COMPILE_LANG_AND_ID:C,Clang>:-fpascal-strings>
+                                         $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-fpascal-strings>)
   if(NOT ARG_RESOURCES)
     return()
   endif()

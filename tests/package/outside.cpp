@@ -8,6 +8,12 @@ static pascal void Tick(EventLoopTimerRef, void* inCount) // as sources of that 
         ++*static_cast<int*>(inCount);
 }
 
+#ifdef __clang__
+static ConstStr255Param kTitle = "\pOutside";
+#else
+static const unsigned char kTitle[] = { 7, 'O', 'u', 't', 's', 'i', 'd', 'e' };
+#endif
+
 int main()
 {
     lampblack::host::Settings settings;
@@ -18,8 +24,12 @@ int main()
     CWindow window(128, kDocumentWindowClass);
     window.StandardSetup();
     window.Show();
+    SetWTitle(window.fWindow, kTitle);
+    Str255 title;
+    GetWTitle(window.fWindow, title);
     int ticks = 0;
     InstallEventLoopTimer(GetMainEventLoop(), 0.01, 0, NewEventLoopTimerUPP(Tick), &ticks, nil);
     lampblack::host::RunFor(0.1);
-    return GetApplicationResFile() > 0 && IsWindowVisible(window.fWindow) && ticks == 1 ? 0 : 1;
+    return GetApplicationResFile() > 0 && IsWindowVisible(window.fWindow) && ticks == 1 && title[0] == 7 ? 0
+                                                                                                         : 1;
 }
