@@ -1,4 +1,5 @@
 // Push buttons, check boxes and radio buttons; the disclosure triangle and the bevel button beside them.
+#include "controls/ButtonImage.h"
 #include "controls/ControlText.h"
 #include "controls/Drawing.h"
 #include "controls/Kind.h"
@@ -52,13 +53,9 @@ public:
     {
         const ThemeButtonDrawInfo info = DrawInfo();
         DrawThemeButton(&fControl.bounds, ThemeKind(), &info, nullptr, nullptr, nullptr, 0);
-        if (fControl.title.empty())
-            return;
         Rect content = fControl.bounds;
         GetThemeButtonContentBounds(&fControl.bounds, ThemeKind(), &info, &content);
-        UseControlFont(fControl);
-        UseControlTextColor(fControl, UsableTextColor(info.state), DimmedTextColor());
-        DrawLine(fControl.title, content, TitleJust());
+        DrawContent(content, info.state);
     }
 
     UInt32 Features() const override { return kControlSupportsDataAccess | kControlSupportsCalcBestRect; }
@@ -69,6 +66,18 @@ protected:
     virtual ThemeTextColor UsableTextColor(ThemeDrawState) const { return kThemeTextColorDialogActive; }
     virtual ThemeTextColor DimmedTextColor() const { return kThemeTextColorDialogInactive; }
     virtual SInt16 TitleJust() const { return 0; }
+    virtual void DrawContent(const Rect& inContent, ThemeDrawState inState)
+    {
+        DrawTitle(inContent, inState, TitleJust());
+    }
+    void DrawTitle(const Rect& inContent, ThemeDrawState inState, SInt16 inJust)
+    {
+        if (fControl.title.empty())
+            return;
+        UseControlFont(fControl);
+        UseControlTextColor(fControl, UsableTextColor(inState), DimmedTextColor());
+        DrawFittedLine(fControl.title, inContent, inJust);
+    }
 
     ThemeButtonDrawInfo DrawInfo() const { return { StateOf(fControl), ValueOf(fControl), Adornment() }; }
 
@@ -158,9 +167,16 @@ protected:
     }
     ThemeTextColor DimmedTextColor() const override { return kThemeTextColorPushButtonInactive; }
     SInt16 TitleJust() const override { return 1; }
+    // A long title may come closer to the round ends than the content does.
+    void DrawContent(const Rect& inContent, ThemeDrawState inState) override
+    {
+        Rect title = inContent;
+        InsetRect(&title, -kNearEnds, 0);
+        DrawTitle(title, inState, TitleJust());
+    }
 
 private:
-    static constexpr SInt16 kSideMargin = 14, kLeastWidth = 58;
+    static constexpr SInt16 kSideMargin = 14, kLeastWidth = 58, kNearEnds = 4;
     Boolean fIsDefault = false;
     Boolean fIsCancel = false;
 };
@@ -285,11 +301,12 @@ public:
     OSType Code() const override { return kControlKindBevelButton; }
     ControlPartCode DefaultPart() const override { return kControlButtonPart; }
 
-    // The value, minimum and maximum that it is made with are its menu, behaviour and content; a bevel button
-    // with a menu or a picture comes to be one with a title.
+    // The value, minimum and maximum that it is made with are its menu, its behaviour and kind of content,
+    // and the content's resource. A menu is passed over.
     OSStatus Initialize(const NewControlInfo& inInfo) override
     {
         fBehavior = (SInt16)(inInfo.minimum & 0xFF00);
+        fImage.Load((SInt16)(inInfo.minimum & 0x00FF), (SInt16)inInfo.maximum);
         fControl.value = 0;
         fControl.minimum = 0;
         fControl.maximum = 1;
@@ -320,8 +337,39 @@ protected:
     }
     ThemeTextColor DimmedTextColor() const override { return kThemeTextColorBevelButtonInactive; }
 
+    // A title stands to the right of an image, and both amid the button.
+    void DrawContent(const Rect& inContent, ThemeDrawState inState) override
+    {
+        if (!fImage.IsThere())
+            return DrawTitle(inContent, inState, TitleJust());
+        UseControlFont(fControl);
+        const Point size = fImage.Size(inContent);
+        const int title = fControl.title.empty() ? 0 : kTitleGap + WidthOf(fControl.title);
+        const int slack = inContent.right - inContent.left - size.h - title;
+        const auto left = (SInt16)(inContent.left + (title ? std::max(slack, 0) : slack) / 2);
+        const auto top = (SInt16)(inContent.top + (inContent.bottom - inContent.top - size.v) / 2);
+        const Rect place = { top, left, (SInt16)(top + size.v), (SInt16)(left + size.h) };
+        StClip clip(inContent);
+        fImage.Draw(place, TransformFor(inState));
+        Rect text = inContent;
+        text.left = std::min<SInt16>((SInt16)(place.right + kTitleGap), text.right);
+        DrawTitle(text, inState, 0);
+    }
+
 private:
+    static constexpr SInt16 kTitleGap = 4;
+    static IconTransformType TransformFor(ThemeDrawState inState)
+    {
+        switch (inState) {
+        case kThemeStatePressed: return kTransformSelected;
+        case kThemeStateUnavailable:
+        case kThemeStateUnavailableInactive: return kTransformDisabled;
+        default: return kTransformNone;
+        }
+    }
+
     SInt16 fBehavior = 0;
+    ButtonImage fImage;
 };
 
 } // namespace

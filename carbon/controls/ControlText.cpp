@@ -170,34 +170,52 @@ namespace {
 // set in narrower letters, as far as it needs.
 class StFittingText {
 public:
-    StFittingText(std::string_view inText, const Rect& inBox)
+    using Test = bool (*)(std::string_view inText, const Rect& inBox);
+
+    StFittingText(std::string_view inText, const Rect& inBox, Test inFits)
     {
         static constexpr int kPercents[] = { 100, 94, 88, 82, 76 };
         for (const int percent : kPercents) {
             quickdraw::StretchText(percent);
-            if (Fits(inText, inBox))
+            if (inFits(inText, inBox))
                 return;
         }
     }
     ~StFittingText() { quickdraw::StretchText(100); }
     StFittingText(const StFittingText&) = delete;
     StFittingText& operator=(const StFittingText&) = delete;
-
-private:
-    // A line counts when its letters above the baseline are within the box.
-    static bool Fits(std::string_view inText, const Rect& inBox)
-    {
-        TextLine lines[kMostLines];
-        const size_t count = BreakLines(inText, (SInt16)(inBox.right - inBox.left), lines, kMostLines);
-        return count <= 1 || (int)(count - 1) * FontLineHeight() + FontAscent() <= inBox.bottom - inBox.top;
-    }
 };
+
+// A line counts when its letters above the baseline are within the box.
+bool LinesFit(std::string_view inText, const Rect& inBox)
+{
+    TextLine lines[kMostLines];
+    const size_t count = BreakLines(inText, (SInt16)(inBox.right - inBox.left), lines, kMostLines);
+    return count <= 1 || (int)(count - 1) * FontLineHeight() + FontAscent() <= inBox.bottom - inBox.top;
+}
+
+bool LineFits(std::string_view inText, const Rect& inBox)
+{
+    return WidthOf(inText) <= inBox.right - inBox.left;
+}
+
+// The text with an ellipsis (0xC9 in Mac Roman) for as much of its end as the width does not hold. A width
+// that holds nothing gets the ellipsis alone.
+std::string Cut(std::string_view inText, SInt16 inWidth)
+{
+    constexpr char kEllipsis = (char)0xC9;
+    const SInt16 room = (SInt16)(inWidth - WidthOf({ &kEllipsis, 1 }));
+    size_t length = room > 0 ? FittingLength(inText, room) : 0;
+    while (length > 0 && inText[length - 1] == ' ')
+        --length;
+    return std::string(inText.substr(0, length)) + kEllipsis;
+}
 
 } // namespace
 
 void DrawWrapped(std::string_view inText, const Rect& inBox, SInt16 inJust)
 {
-    const StFittingText fitting(inText, inBox);
+    const StFittingText fitting(inText, inBox, LinesFit);
     TextLine lines[kMostLines];
     const size_t count = BreakLines(inText, (SInt16)(inBox.right - inBox.left), lines, kMostLines);
     FontInfo info;
@@ -217,6 +235,15 @@ void DrawLine(std::string_view inText, const Rect& inBox, SInt16 inJust)
     const int height = info.ascent + info.descent;
     DrawAt(inText, inBox, inJust,
            (SInt16)(inBox.top + (inBox.bottom - inBox.top - height + 1) / 2 + info.ascent));
+}
+
+void DrawFittedLine(std::string_view inText, const Rect& inBox, SInt16 inJust)
+{
+    const StFittingText fitting(inText, inBox, LineFits);
+    if (LineFits(inText, inBox))
+        DrawLine(inText, inBox, inJust);
+    else
+        DrawLine(Cut(inText, (SInt16)(inBox.right - inBox.left)), inBox, inJust == 1 ? 0 : inJust);
 }
 
 SInt16 WrappedHeight(std::string_view inText, SInt16 inWidth)

@@ -38,6 +38,9 @@ constexpr size_t kMostLines = 64;
 void DrawWrapped(std::string_view inText, const Rect& inBox, SInt16 inJust);
 // Draws one line, centred vertically.
 void DrawLine(std::string_view inText, const Rect& inBox, SInt16 inJust);
+// The same for a title that has to stay within its box: in narrower letters when it is too wide, and with an
+// ellipsis for its end when that is not enough.
+void DrawFittedLine(std::string_view inText, const Rect& inBox, SInt16 inJust);
 SInt16 WrappedHeight(std::string_view inText, SInt16 inWidth);
 
 } // namespace lampblack::controls

@@ -50,6 +50,7 @@ public:
     // erased.
     virtual bool IsErased() const { return true; }
     virtual ControlPartCode HitTest(Point) const { return kControlNoPart; }
+    virtual bool TakesMouse() const { return true; } // false: what lies below is under the mouse
     virtual OSStatus PartBounds(ControlPartCode inPart, Rect* outBounds) const;
 
     // Follows the mouse until it is released; answers the part that was hit, or none.

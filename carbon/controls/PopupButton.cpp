@@ -2,6 +2,7 @@
 #include "controls/ControlText.h"
 #include "controls/Drawing.h"
 #include "controls/Kind.h"
+#include "menus/PopUpMenu.h"
 
 #include <Carbon/Appearance.h>
 #include <Carbon/MacWindows.h>
@@ -52,7 +53,7 @@ public:
             GetMenuItemText(fMenu, (MenuItemIndex)fControl.value, text);
         StClip clip(content);
         UseControlTextColor(fControl, kThemeTextColorPopupButtonActive, kThemeTextColorPopupButtonInactive);
-        DrawLine({ (const char*)text + 1, text[0] }, content, 0);
+        DrawFittedLine({ (const char*)text + 1, text[0] }, content, 0);
     }
 
     ControlPartCode HitTest(Point inPoint) const override
@@ -152,7 +153,7 @@ private:
         TextFace((StyleParameter)((fTitleStyle >> 8) & 0x7F));
         UseControlTextColor(fControl, kThemeTextColorPopupLabelActive, kThemeTextColorPopupLabelInactive);
         const SInt16 just = (fTitleStyle & 0xFF) == 1 ? 1 : (fTitleStyle & 0xFF) == 0xFF ? -1 : 0;
-        DrawLine(fControl.title, area, just);
+        DrawFittedLine(fControl.title, area, just);
         UseControlFont(fControl);
     }
 
@@ -168,7 +169,8 @@ private:
         if (!installed)
             InsertMenu(fMenu, kInsertHierarchicalMenu);
         const MenuRef menu = fMenu;
-        const SInt32 result = PopUpMenuSelect(menu, corner.v, corner.h, (MenuItemIndex)fControl.value);
+        const SInt32 result = menus::PopUpMenu(menu, corner, (MenuItemIndex)fControl.value,
+                                               (SInt16)(button.right - button.left));
         if (!installed && IsValidMenu(menu))
             DeleteMenu(GetMenuID(menu));
         return (UInt32)result >> 16 ? (MenuItemIndex)(result & 0xFFFF) : (MenuItemIndex)0;

@@ -26,7 +26,8 @@ Control* Topmost(Control& inControl, Point inPoint)
     for (size_t i = inControl.children.size(); i-- > 0;)
         if (Control* found = Topmost(*inControl.children[i], inPoint))
             return found;
-    return inControl.owner->root != &inControl && Holds(inControl, inPoint) ? &inControl : nullptr;
+    const bool takes = inControl.owner->root != &inControl && inControl.kind->TakesMouse();
+    return takes && Holds(inControl, inPoint) ? &inControl : nullptr;
 }
 
 ControlActionUPP ActionOf(const Control& inControl, ControlActionUPP inAction)

@@ -77,6 +77,16 @@ enum {
 // How a bevel button behaves: the high byte of the minimum that it is made with.
 enum { kControlBehaviorPushbutton = 0, kControlBehaviorToggles = 0x0100, kControlBehaviorSticky = 0x0200 };
 
+// What it shows beside its title: the low byte of that minimum. The maximum is the ID of the resource.
+typedef SInt16 ControlContentType;
+enum {
+    kControlContentTextOnly = 0,
+    kControlContentIconSuiteRes = 1,
+    kControlContentCIconRes = 2,
+    kControlContentPictRes = 3,
+    kControlContentICONRes = 4
+};
+
 // Push buttons
 enum {
     kControlKindPushButton = 'push',
