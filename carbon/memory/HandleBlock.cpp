@@ -17,10 +17,29 @@ void SetHandleWatcher(const HandleWatcher& inWatcher)
     gWatcher = inWatcher;
 }
 
-void TellOfDisposal(HandleBlock* inBlock)
+HandleBlock* NewBlock(Size inSize)
+{
+    HandleBlock* block = gHandles.New();
+    if (!block || GiveData(block, inSize))
+        return block;
+    gHandles.Delete(block);
+    return nullptr;
+}
+
+bool GiveData(HandleBlock* ioBlock, Size inSize)
+{
+    const Ptr data = PlaceFor(ioBlock, inSize);
+    if (data)
+        Adopt(ioBlock, data, inSize, inSize);
+    return data;
+}
+
+void DisposeBlock(HandleBlock* inBlock)
 {
     if (inBlock->keeper && gWatcher.disposed)
         gWatcher.disposed((Handle)inBlock);
+    FreeData(inBlock);
+    gHandles.Delete(inBlock);
 }
 
 void* Allocate(Size inSize)
@@ -38,8 +57,9 @@ bool Resize(HandleBlock* ioBlock, Size inSize)
 {
     if (inSize < 0 || inSize > kLargestBlock)
         return false;
-    if (ioBlock->data && inSize <= ioBlock->capacity && inSize >= ioBlock->capacity / 4) {
-        ioBlock->size = inSize;
+    const Size leastKept = ioBlock->HoldsFew() ? 0 : ioBlock->capacity / 4;
+    if (ioBlock->data && inSize <= ioBlock->capacity && inSize >= leastKept) {
+        SetSize(ioBlock, inSize);
         return true;
     }
     // A block that has grown once will grow again: room to spare keeps a loop of small appends linear.
@@ -50,22 +70,24 @@ bool Resize(HandleBlock* ioBlock, Size inSize)
 
 bool Refit(HandleBlock* ioBlock, Size inSize, Size inCapacity)
 {
-    Ptr data = (Ptr)Allocate(inCapacity);
+    const Ptr data = PlaceFor(ioBlock, inCapacity);
     if (!data)
         return false;
+    if (data == ioBlock->data) {
+        SetSize(ioBlock, inSize);
+        return true;
+    }
     if (ioBlock->data)
-        std::memcpy(data, ioBlock->data, (size_t)std::min(ioBlock->size, inSize));
-    std::free(ioBlock->data);
-    ioBlock->data = data;
-    ioBlock->size = inSize;
-    ioBlock->capacity = inCapacity;
+        std::memcpy(data, ioBlock->data, (size_t)std::min<Size>(ioBlock->size, inSize));
+    FreeData(ioBlock);
+    Adopt(ioBlock, data, inSize, inCapacity);
     return true;
 }
 
 void Release(HandleBlock* ioBlock)
 {
     const bool isHeardOf = ioBlock->data && ioBlock->keeper && gWatcher.emptied;
-    std::free(ioBlock->data);
+    FreeData(ioBlock);
     ioBlock->data = nullptr;
     ioBlock->size = ioBlock->capacity = 0;
     if (isHeardOf)

@@ -10,6 +10,7 @@
 
 #include <Carbon/MacMemory.h>
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 
@@ -18,27 +19,38 @@ namespace lampblack::memory {
 // No block is larger: sizes stay within what a 32-bit count of the published records can say.
 inline constexpr Size kLargestBlock = 0x7FFFFFE0;
 
-// A Handle is the address of `data`, which is why it stands first.
+// A Handle is the address of `data`, which is why it stands first. Few bytes lie in the record itself: for most
+// handles that live for a moment, a value of a resource for instance, nothing is allocated.
 struct alignas(64) HandleBlock {
-    Ptr data = nullptr; // null: an empty handle, or one whose data were purged
-    Size size = 0;
-    Size capacity = 0;
+    static constexpr Size kFew = 32;
+
+    Ptr data = nullptr;     // null: an empty handle, or one whose data were purged
     void* keeper = nullptr; // whose handle it is, for the watcher; null: nobody watches it
-    UInt32 item = 0;        // which of the keeper's; of a record that is not alive, the next free one
-    UInt8 state = 0;        // kHandleLockedMask and so on
+    SInt32 size = 0;
+    SInt32 capacity = 0;
+    UInt32 item = 0; // which of the keeper's; of a record that is not alive, the next free one
+    UInt8 state = 0; // kHandleLockedMask and so on
     bool isAlive = false;
+    bool isListed = false; // for the keeper's own use
+    alignas(16) char few[kFew];
+
+    HandleBlock() {} // the bytes of `few` are left as they are
+
+    bool HoldsFew() const { return data == few; }
 };
+static_assert(sizeof(HandleBlock) == 64);
 
 // The records of all handles. An address is not given out again until a few hundred others have been, so that
 // a stale reference does not soon become a live one.
 class HandleTable {
 public:
-    HandleBlock* Find(const void* inReference) const
+    HandleBlock* Find(void* inReference) const
     {
-        const uintptr_t distance = (uintptr_t)inReference - (uintptr_t)fBlocks;
-        if (distance >= fUsed * sizeof(HandleBlock) || distance % sizeof(HandleBlock) != 0)
+        // What is no multiple of a record's size becomes a huge number.
+        const uint64_t distance = (uint64_t)((uintptr_t)inReference - (uintptr_t)fBlocks);
+        if (std::rotr(distance, std::countr_zero(sizeof(HandleBlock))) >= fUsed)
             return nullptr;
-        HandleBlock* block = fBlocks + distance / sizeof(HandleBlock);
+        HandleBlock* block = (HandleBlock*)inReference;
         return block->isAlive ? block : nullptr;
     }
 
@@ -68,7 +80,7 @@ private:
     UInt32 fOldestFree = 0, fNewestFree = 0;
 };
 
-extern constinit HandleTable gHandles;
+[[gnu::visibility("hidden")]] extern constinit HandleTable gHandles;
 
 // The block behind a handle. Null, and *outError (which may be null) is nilHandleErr or memWZErr, unless
 // alive.
@@ -78,6 +90,21 @@ inline HandleBlock* FindHandle(Handle inHandle, OSErr* outError = nullptr)
     if (outError)
         *outError = block ? (OSErr)noErr : inHandle ? (OSErr)memWZErr : (OSErr)nilHandleErr;
     return block;
+}
+
+// NewBlock, GiveData, DisposeBlock
+//
+// What NewHandle, ReallocateHandle and DisposeHandle do with a handle that is known to be alive, for the keeper
+// of handles: no error is set. NewBlock answers null, and GiveData false, without memory or for a size that is
+// none. GiveData wants a block without data.
+HandleBlock* NewBlock(Size);
+bool GiveData(HandleBlock*, Size);
+void DisposeBlock(HandleBlock*);
+
+[[gnu::visibility("hidden")]] extern constinit OSErr gError; // what MemError answers
+inline void SetError(OSErr inError)
+{
+    gError = inError;
 }
 
 // Who keeps handles of its own hears of what happens to them. There is one, and it sets keeper and item of

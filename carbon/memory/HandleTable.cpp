@@ -1,19 +1,12 @@
 // Where the records of handles lie: addresses are reserved once, and get memory as they are needed.
-#include "HandleBlock.h"
+#include "Blocks.h"
 
 #include <algorithm>
 #include <new>
 #include <sys/mman.h>
 #include <sys/resource.h>
 
-#if defined(__SANITIZE_ADDRESS__)
-#define LAMPBLACK_LEAKS 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define LAMPBLACK_LEAKS 1
-#endif
-#endif
-#ifdef LAMPBLACK_LEAKS
+#ifdef LAMPBLACK_POISONS
 #include <sanitizer/lsan_interface.h>
 #endif
 
@@ -35,7 +28,7 @@ size_t WantedAddresses()
 // The data of handles are found through their records: whoever looks for leaks has to know of those.
 void ShowToLeakChecker([[maybe_unused]] const void* inBegin, [[maybe_unused]] size_t inSize)
 {
-#ifdef LAMPBLACK_LEAKS
+#ifdef LAMPBLACK_POISONS
     __lsan_register_root_region(inBegin, inSize);
 #endif
 }
@@ -85,7 +78,7 @@ HandleBlock* HandleTable::New()
 void HandleTable::Delete(HandleBlock* inBlock)
 {
     const UInt32 index = (UInt32)(inBlock - fBlocks);
-    *inBlock = HandleBlock();
+    new (inBlock) HandleBlock;
     (fFreeCount ? fBlocks[fNewestFree].item : fOldestFree) = index;
     fNewestFree = index;
     ++fFreeCount;

@@ -1,9 +1,8 @@
 // Entries on handles: they check their arguments, call HandleBlock.cpp, and leave MemError.
 #include "Blocks.h"
 
-#include <cstdlib>
+#include <algorithm>
 #include <cstring>
-#include <new>
 
 using namespace lampblack::memory;
 
@@ -27,22 +26,10 @@ HandleBlock* CheckedWithData(Handle inHandle)
     return block && block->data ? block : nullptr;
 }
 
-Handle NewBlock(Size inSize, bool inClear)
+Handle NewHandleOf(Size inSize)
 {
-    Ptr data = (Ptr)Allocate(inSize);
-    SetError(data ? noErr : memFullErr);
-    if (!data)
-        return nullptr;
-    if (inClear)
-        std::memset(data, 0, (size_t)inSize);
-    HandleBlock* block = gHandles.New();
-    if (!block) {
-        std::free(data);
-        SetError(memFullErr);
-        return nullptr;
-    }
-    block->data = data;
-    block->size = block->capacity = inSize;
+    HandleBlock* block = NewBlock(inSize);
+    SetError(block ? noErr : memFullErr);
     return (Handle)block;
 }
 
@@ -72,6 +59,18 @@ OSErr Append(const void* inBytes, HandleBlock* ioBlock, Size inCount)
     return noErr;
 }
 
+// Puts bytes into a locked block, which stays where it is. They may lie in it.
+OSErr Overwrite(HandleBlock* ioBlock, const void* inBytes, Size inSize)
+{
+    if (inSize < 0 || inSize > ioBlock->capacity)
+        return inSize < 0 ? memFullErr : memLockedErr;
+    SetSize(ioBlock, std::max<Size>(ioBlock->size, inSize));
+    if (inSize > 0)
+        std::memmove(ioBlock->data, inBytes, (size_t)inSize);
+    SetSize(ioBlock, inSize);
+    return noErr;
+}
+
 OSErr Remember(OSErr inError)
 {
     SetError(inError);
@@ -82,12 +81,15 @@ OSErr Remember(OSErr inError)
 
 Handle NewHandle(Size byteCount)
 {
-    return NewBlock(byteCount, false);
+    return NewHandleOf(byteCount);
 }
 
 Handle NewHandleClear(Size byteCount)
 {
-    return NewBlock(byteCount, true);
+    const Handle handle = NewHandleOf(byteCount);
+    if (handle && byteCount > 0)
+        std::memset(*handle, 0, (size_t)byteCount);
+    return handle;
 }
 
 Handle NewEmptyHandle(void)
@@ -99,7 +101,7 @@ Handle NewEmptyHandle(void)
 
 Handle TempNewHandle(Size logicalSize, OSErr* resultCode)
 {
-    Handle handle = NewBlock(logicalSize, false);
+    Handle handle = NewHandleOf(logicalSize);
     if (resultCode)
         *resultCode = MemError();
     return handle;
@@ -110,9 +112,7 @@ void DisposeHandle(Handle h)
     HandleBlock* block = Checked(h);
     if (!block)
         return;
-    TellOfDisposal(block);
-    std::free(block->data);
-    gHandles.Delete(block);
+    DisposeBlock(block);
     SetError(noErr);
 }
 
@@ -128,7 +128,7 @@ void SetHandleSize(Handle h, Size newSize)
     if (!block)
         return;
     if ((block->state & kHandleLockedMask) && newSize <= block->capacity && newSize >= 0)
-        block->size = newSize;
+        SetSize(block, newSize);
     else if (block->state & kHandleLockedMask)
         SetError(newSize < 0 || newSize > kLargestBlock ? memFullErr : memLockedErr);
     else if (!Resize(block, newSize))
@@ -205,13 +205,12 @@ void ReallocateHandle(Handle h, Size byteCount)
         SetError(memLockedErr);
         return;
     }
-    Ptr data = (Ptr)Allocate(byteCount);
+    const Ptr data = PlaceFor(block, byteCount);
     SetError(data ? noErr : memFullErr);
     if (!data)
         return;
     Release(block);
-    block->data = data;
-    block->size = block->capacity = byteCount;
+    Adopt(block, data, byteCount, byteCount);
 }
 
 Handle RecoverHandle(Ptr p)
@@ -237,9 +236,13 @@ OSErr HandToHand(Handle* theHndl)
     const HandleBlock* source = CheckedWithData(*theHndl);
     if (!source)
         return MemError();
-    const Handle copy = NewBlock(source->size, false);
+    const Handle copy = NewHandleOf(source->size);
     if (!copy)
         return MemError();
+    if (!source->data) { // purged to make room for the copy
+        DisposeHandle(copy);
+        return Remember(nilHandleErr);
+    }
     std::memcpy(*copy, source->data, (size_t)source->size);
     *theHndl = copy;
     return noErr;
@@ -249,7 +252,7 @@ OSErr PtrToHand(const void* srcPtr, Handle* dstHndl, long size)
 {
     if (!dstHndl || (!srcPtr && size > 0))
         return Remember(paramErr);
-    *dstHndl = NewBlock(size, false);
+    *dstHndl = NewHandleOf(size);
     if (*dstHndl && size > 0)
         std::memcpy(**dstHndl, srcPtr, (size_t)size);
     return MemError();
@@ -262,24 +265,16 @@ OSErr PtrToXHand(const void* srcPtr, Handle dstHndl, long size)
         return MemError();
     if (!srcPtr && size > 0)
         return Remember(paramErr);
-    if ((block->state & kHandleLockedMask) && size > block->capacity)
-        return Remember(memLockedErr);
+    if (block->state & kHandleLockedMask)
+        return Remember(Overwrite(block, srcPtr, size));
     // The source may be the block's own data: it is copied before that is given up.
-    Ptr data = (Ptr)Allocate(size);
+    const Ptr data = PlaceFor(block, size);
     if (!data)
         return Remember(memFullErr);
     if (size > 0)
-        std::memcpy(data, srcPtr, (size_t)size);
-    if (block->state & kHandleLockedMask) {
-        if (size > 0)
-            std::memcpy(block->data, data, (size_t)size);
-        std::free(data);
-        block->size = size;
-        return noErr;
-    }
+        std::memmove(data, srcPtr, (size_t)size);
     Release(block);
-    block->data = data;
-    block->size = block->capacity = size;
+    Adopt(block, data, size, size);
     return noErr;
 }
 

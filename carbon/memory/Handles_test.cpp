@@ -218,7 +218,8 @@ TEST_CASE("PtrToXHand: the bytes may come from the block itself")
     CHECK(PtrToXHand(*handle + 2, handle, 3) == noErr);
     CHECK(TextOf(handle) == "cde");
     HLock(handle);
-    CHECK(PtrToXHand("longer than that", handle, 16) == memLockedErr);
+    const std::string longer(100, 'x');
+    CHECK(PtrToXHand(longer.data(), handle, (long)longer.size()) == memLockedErr);
     CHECK(PtrToXHand("xy", handle, 2) == noErr);
     CHECK(TextOf(handle) == "xy");
     DisposeHandle(handle);

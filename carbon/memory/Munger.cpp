@@ -50,7 +50,7 @@ OSErr Replace(HandleBlock* ioBlock, Found inPlace, const void* inBytes, long inL
     char* at = ioBlock->data + inPlace.offset;
     std::memmove(at + inLength, at + inPlace.length, (size_t)behind);
     std::memcpy(at, inBytes, (size_t)inLength);
-    ioBlock->size = newSize;
+    SetSize(ioBlock, newSize);
     return noErr;
 }
 

@@ -17,6 +17,16 @@ std::map<std::pair<OSType, OSType>, Flipper>& Installed()
     return flippers;
 }
 
+// Types that were found to have no flipper, each at a place of its own; a type is one more than 0. Most resources
+// are loaded as they are.
+constexpr size_t kUnflippedSize = 64;
+uint64_t gUnflipped[kUnflippedSize];
+
+uint64_t& UnflippedPlace(OSType inType)
+{
+    return gUnflipped[(inType * 0x9E3779B1u) >> 26];
+}
+
 Flipper FindFlipper(OSType inDomain, OSType inType)
 {
     const auto found = Installed().find({ inDomain, inType });
@@ -31,9 +41,14 @@ namespace {
 
 OSStatus Flip(OSType inType, SInt16 inID, void* ioData, size_t inSize, bool inNative)
 {
-    const Flipper flipper = FindFlipper(kCoreEndianResourceManagerDomain, inType);
-    if (!flipper.proc)
+    uint64_t& unflipped = UnflippedPlace(inType);
+    if (unflipped == (uint64_t)inType + 1)
         return noErr;
+    const Flipper flipper = FindFlipper(kCoreEndianResourceManagerDomain, inType);
+    if (!flipper.proc) {
+        unflipped = (uint64_t)inType + 1;
+        return noErr;
+    }
     return flipper.proc(kCoreEndianResourceManagerDomain, inType, inID, ioData, inSize, inNative,
                         flipper.refcon);
 }
@@ -59,6 +74,7 @@ OSStatus CoreEndianInstallFlipper(OSType dataDomain, OSType dataType, CoreEndian
     if (!proc)
         return paramErr;
     Installed()[{ dataDomain, dataType }] = { proc, refcon };
+    UnflippedPlace(dataType) = 0;
     return noErr;
 }
 

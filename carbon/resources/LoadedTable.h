@@ -1,10 +1,15 @@
-// Handles by type and ID: open addressing, linear probing, no tombstones. It holds no more than handles of
-// resources that are loaded, so that a look-up that finds one is one probe and needs nothing else.
+// Handles by type and ID: it holds no more than handles of resources that are loaded, so that a look-up that finds
+// one is one probe and needs nothing else.
+//
+// Eight neighbouring IDs share a slot, in which each has its place: of resources that are numbered in a row, the
+// usual case, there are few slots, that lie close together and are found at the first try. Open addressing, linear
+// probing; a slot whose handles are all gone stays until the table grows.
 #ifndef LAMPBLACK_RESOURCES_LOADEDTABLE_H
 #define LAMPBLACK_RESOURCES_LOADEDTABLE_H
 
 #include <Carbon/MacTypes.h>
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -12,88 +17,133 @@
 
 namespace lampblack::resources {
 
-class LoadedTable {
-public:
-    bool IsEmpty() const { return fCount == 0; }
+// What a look-up reads of a table.
+struct LoadedView {
+    static constexpr size_t kSlotSize = 8;
+    static constexpr uint64_t kNoGroup = ~(uint64_t)0;
+    static constexpr uint64_t kNothing[2] = { kNoGroup, kNoGroup };
+
+    const uint64_t* groups = kNothing; // which IDs of which type have the slot
+    const Handle* handles = nullptr;   // kSlotSize of each slot; null: not loaded
+    int shift = 63;                    // 64 less the bits of a slot's number
+
+    static uint64_t GroupOf(OSType inType, SInt16 inID)
+    {
+        return (uint64_t)inType << 13 | (uint16_t)inID / kSlotSize;
+    }
+    static size_t PlaceOf(SInt16 inID) { return (uint16_t)inID % kSlotSize; } // in its slot
+    // The upper bits: they spread runs of groups evenly.
+    size_t HomeOf(uint64_t inGroup) const { return (size_t)((inGroup * 0x9E3779B97F4A7C15u) >> shift); }
+
+    // The group's slot, or the empty one where it would be.
+    size_t SlotOf(uint64_t inGroup) const
+    {
+        size_t slot = HomeOf(inGroup);
+        while (groups[slot] != inGroup && groups[slot] != kNoGroup)
+            slot = (slot + 1) & (((size_t)1 << (64 - shift)) - 1);
+        return slot;
+    }
 
     Handle Find(OSType inType, SInt16 inID) const
     {
-        if (fCount == 0)
-            return nullptr;
-        return fSlots[SlotOf(KeyOf(inType, inID))].handle;
+        const uint64_t group = GroupOf(inType, inID);
+        const size_t slot = SlotOf(group);
+        return groups[slot] == group ? handles[slot * kSlotSize + PlaceOf(inID)] : nullptr;
     }
+
+    // Looks no farther than the first slot, where most are.
+    Handle FindAtHome(OSType inType, SInt16 inID) const
+    {
+        const uint64_t group = GroupOf(inType, inID);
+        const size_t slot = HomeOf(group);
+        return groups[slot] == group ? handles[slot * kSlotSize + PlaceOf(inID)] : nullptr;
+    }
+};
+
+class LoadedTable {
+public:
+    LoadedTable() = default;
+    LoadedTable(const LoadedTable&) = delete;
+
+    const LoadedView& View() const { return fView; } // lasts as long as the table
+    bool IsEmpty() const { return fCount == 0; }
+    Handle Find(OSType inType, SInt16 inID) const { return fView.Find(inType, inID); }
 
     void Insert(OSType inType, SInt16 inID, Handle inHandle)
     {
-        if ((fCount + 1) * 3 > fSlots.size() * 2)
-            Grow();
-        Slot& slot = fSlots[SlotOf(KeyOf(inType, inID))];
-        fCount += slot.handle ? 0 : 1;
-        slot = { KeyOf(inType, inID), inHandle };
+        const uint64_t group = LoadedView::GroupOf(inType, inID);
+        if (fGroups.empty() || fGroups[fView.SlotOf(group)] != group)
+            MakeRoom();
+        const size_t slot = fView.SlotOf(group);
+        fSlotCount += fGroups[slot] == group ? 0 : 1;
+        fGroups[slot] = group;
+        Handle& place = PlaceIn(slot, inID);
+        fCount += place ? 0 : 1;
+        place = inHandle;
     }
 
     void Erase(OSType inType, SInt16 inID)
     {
-        const size_t slot = fCount ? SlotOf(KeyOf(inType, inID)) : 0;
-        if (fCount == 0 || !fSlots[slot].handle)
+        if (!Find(inType, inID))
             return;
-        CloseGap(slot);
+        PlaceIn(fView.SlotOf(LoadedView::GroupOf(inType, inID)), inID) = nullptr;
         --fCount;
     }
 
     void Clear()
     {
-        fSlots.clear();
-        fCount = 0;
+        fView = {};
+        fGroups.clear();
+        fHandles.clear();
+        fSlotCount = fCount = 0;
     }
 
 private:
-    struct Slot {
-        uint64_t key = 0;
-        Handle handle = nullptr; // null: the slot is empty
-    };
+    static constexpr size_t kSlotSize = LoadedView::kSlotSize;
 
-    static uint64_t KeyOf(OSType inType, SInt16 inID) { return (uint64_t)inType << 16 | (uint16_t)inID; }
-    size_t Mask() const { return fSlots.size() - 1; }
-    // The upper bits: they spread runs of IDs evenly.
-    size_t HomeOf(uint64_t inKey) const { return (size_t)((inKey * 0x9E3779B97F4A7C15u) >> fShift); }
-
-    size_t SlotOf(uint64_t inKey) const
+    Handle& PlaceIn(size_t inSlot, SInt16 inID)
     {
-        const Slot* slots = fSlots.data();
-        const size_t mask = Mask();
-        size_t at = HomeOf(inKey);
-        while (slots[at].handle && slots[at].key != inKey)
-            at = (at + 1) & mask;
-        return at;
+        return fHandles[inSlot * kSlotSize + LoadedView::PlaceOf(inID)];
     }
 
-    // Moves back whatever a probe would no longer reach across the hole.
-    void CloseGap(size_t inHole)
+    static bool HasHandles(const Handle* inSlot)
     {
-        for (size_t next = (inHole + 1) & Mask(); fSlots[next].handle; next = (next + 1) & Mask()) {
-            const size_t distance = (next - HomeOf(fSlots[next].key)) & Mask();
-            if (distance < ((next - inHole) & Mask()))
+        return std::any_of(inSlot, inSlot + kSlotSize, [](Handle handle) { return handle != nullptr; });
+    }
+
+    // For one more group; at most half of the slots are taken.
+    void MakeRoom()
+    {
+        if ((fSlotCount + 1) * 2 > fGroups.size())
+            Rebuild();
+    }
+
+    void Rebuild()
+    {
+        size_t live = 1;
+        for (size_t slot = 0; slot < fGroups.size(); ++slot)
+            live += HasHandles(&fHandles[slot * kSlotSize]) ? 1 : 0;
+        std::vector<uint64_t> groups(std::bit_ceil(live * 3), LoadedView::kNoGroup);
+        std::vector<Handle> handles(groups.size() * kSlotSize);
+        const LoadedView view = { groups.data(), handles.data(), 64 - std::countr_zero(groups.size()) };
+        for (size_t slot = 0; slot < fGroups.size(); ++slot) {
+            const Handle* old = &fHandles[slot * kSlotSize];
+            if (!HasHandles(old))
                 continue;
-            fSlots[inHole] = fSlots[next];
-            inHole = next;
+            const size_t place = view.SlotOf(fGroups[slot]);
+            groups[place] = fGroups[slot];
+            std::copy_n(old, kSlotSize, &handles[place * kSlotSize]);
         }
-        fSlots[inHole] = {};
+        fGroups.swap(groups);
+        fHandles.swap(handles);
+        fView = view;
+        fSlotCount = live - 1;
     }
 
-    void Grow()
-    {
-        std::vector<Slot> old(fSlots.empty() ? 16 : fSlots.size() * 2);
-        old.swap(fSlots);
-        fShift = 64 - std::countr_zero(fSlots.size());
-        for (const Slot& slot : old)
-            if (slot.handle)
-                fSlots[SlotOf(slot.key)] = slot;
-    }
-
-    std::vector<Slot> fSlots;
-    size_t fCount = 0;
-    int fShift = 63; // 64 less the bits of a slot's number
+    LoadedView fView; // of the two vectors
+    std::vector<uint64_t> fGroups;
+    std::vector<Handle> fHandles;
+    size_t fSlotCount = 0, fCount = 0;
 };
 
 } // namespace lampblack::resources

@@ -7,7 +7,11 @@
 
 namespace lampblack::resources {
 
-OSErr SetResourceError(OSErr); // answers it
+[[gnu::visibility("hidden")]] extern constinit OSErr gResourceError; // what ResError answers
+inline OSErr SetResourceError(OSErr inError)
+{
+    return gResourceError = inError;
+}
 
 // Asked before a handle of a resource is purged for want of memory.
 bool MayPurgeResource(Handle);

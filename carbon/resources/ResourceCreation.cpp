@@ -43,7 +43,7 @@ OSErr AddFork(const std::filesystem::path& inPath, bool inResourceFork)
     if (!(inResourceFork ? before.resourceFork : before.dataFork).empty())
         return dupFNErr;
     const OSErr error =
-        ForkHome::Open(inPath, &home, inResourceFork ? ForkHome::Fork::Resource : ForkHome::Fork::Data);
+        ForkHome::Open(inPath, &home, inResourceFork ? ForkHome::Fork::NewResource : ForkHome::Fork::Data);
     if (error != noErr)
         return error;
     const files::LocatedForks& forks = home->Forks();

@@ -6,7 +6,6 @@
 
 #include <Host.h>
 #include <files/OpenFiles.h>
-#include <memory/HandleBlock.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -203,16 +202,20 @@ ResourceFile* ResourceChain::Find(SInt16 inRefNum) const
 void ResourceChain::MakeCurrent(size_t inIndex)
 {
     fCurrent = inIndex;
-    fCurrentFile = inIndex < fFiles.size() ? fFiles[inIndex].get() : nullptr;
+    ResourceFile* file = inIndex < fFiles.size() ? fFiles[inIndex].get() : nullptr;
+    gFront = file ? ChainFront{ file, &file->loaded.View(), file->refNum } : ChainFront();
 }
 
-void ResourceChain::SetCurrent(SInt16 inRefNum)
+bool ResourceChain::SetCurrent(SInt16 inRefNum)
 {
-    ++gChainChanges;
     size_t index = 0;
     while (index < fFiles.size() && fFiles[index]->refNum != inRefNum)
         ++index;
+    if (index == fFiles.size() && inRefNum != kSystemResFile)
+        return false;
+    ++gChainChanges;
     MakeCurrent(index);
+    return true;
 }
 
 OSErr ResourceChain::Close(SInt16 inRefNum)
@@ -267,65 +270,70 @@ Resource ResourceChain::ResourceOf(Handle inHandle) const
     return block ? Resource{ (ResourceFile*)block->keeper, block->item } : Resource();
 }
 
-void ResourceChain::Forget(Handle inHandle)
+void ResourceChain::Forget(memory::HandleBlock* ioBlock)
 {
-    memory::HandleBlock* block = memory::FindHandle(inHandle);
-    if (!block || !block->keeper)
-        return;
-    ResourceFile& file = *(ResourceFile*)block->keeper;
-    file.ForgetLoaded(block->item);
-    file.handles[block->item] = nullptr;
-    block->keeper = nullptr;
+    ResourceFile& file = *(ResourceFile*)ioBlock->keeper;
+    file.ForgetLoaded(ioBlock);
+    file.handles[ioBlock->item] = nullptr;
+    ioBlock->keeper = nullptr;
 }
 
-void ResourceFile::ForgetLoaded(uint32_t inEntry)
+void ResourceFile::ForgetLoaded(memory::HandleBlock* ioBlock)
 {
-    if (loaded.IsEmpty())
+    if (!ioBlock->isListed)
         return;
-    const ResourceInfo info = map.Info(inEntry);
+    const ResourceInfo info = map.Info(ioBlock->item);
     loaded.Erase(info.type, info.id);
+    ioBlock->isListed = false;
 }
 
 void ResourceChain::Disposed(Handle inHandle)
 {
     const Resource resource = ResourceOf(inHandle);
-    if (resource && resource.IsChanged()) {
+    if (!resource)
+        return;
+    if (resource.IsChanged()) {
         ResourceMap& map = resource.file->map;
         if (map.IsInFile(resource.entry))
             map.SetChanged(resource.entry, false);
         else
             map.Remove(resource.entry); // it was never in the file
     }
-    Forget(inHandle);
+    Forget(memory::FindHandle(inHandle));
 }
 
-void ResourceChain::Bind(Handle inHandle, ResourceFile* inFile, uint32_t inEntry)
+void ResourceChain::Bind(memory::HandleBlock* ioBlock, ResourceFile* inFile, uint32_t inEntry)
 {
     if (inFile->handles.size() <= inEntry)
         inFile->handles.resize(std::max<size_t>(inFile->map.EntryCount(), inEntry + 1));
-    inFile->handles[inEntry] = inHandle;
-    memory::HandleBlock* block = memory::FindHandle(inHandle);
-    block->state |= kHandleIsResourceMask;
-    block->keeper = inFile;
-    block->item = inEntry;
+    inFile->handles[inEntry] = (Handle)ioBlock;
+    ioBlock->state |= kHandleIsResourceMask;
+    ioBlock->keeper = inFile;
+    ioBlock->item = inEntry;
 }
 
 Handle ResourceChain::HandleOf(ResourceFile* inFile, uint32_t inEntry, bool inLoad, OSErr* outError)
 {
-    if (inEntry < inFile->handles.size() && inFile->handles[inEntry]) {
-        const Handle handle = inFile->handles[inEntry];
-        *outError = inLoad && !*handle ? Load(handle) : (OSErr)noErr;
-        return *outError == noErr ? handle : nullptr;
-    }
-    const Handle handle = NewEmptyHandle();
-    *outError = handle ? (OSErr)noErr : (OSErr)memFullErr;
+    const Handle handle = inEntry < inFile->handles.size() ? inFile->handles[inEntry] : nullptr;
     if (!handle)
+        return NewHandleOf(inFile, inEntry, inLoad, outError);
+    *outError = inLoad && !*handle ? Load(handle) : (OSErr)noErr;
+    return *outError == noErr ? handle : nullptr;
+}
+
+Handle ResourceChain::NewHandleOf(ResourceFile* inFile, uint32_t inEntry, bool inLoad, OSErr* outError)
+{
+    if (inFile->handles.size() <= inEntry)
+        inFile->handles.resize(std::max<size_t>(inFile->map.EntryCount(), inEntry + 1));
+    memory::HandleBlock* block = memory::gHandles.New();
+    memory::SetError(*outError = block ? noErr : memFullErr);
+    if (!block)
         return nullptr;
-    Bind(handle, inFile, inEntry);
-    *outError = inLoad ? Load(handle) : (OSErr)noErr;
+    Bind(block, inFile, inEntry);
+    *outError = inLoad ? LoadInto(block, { inFile, inEntry }) : (OSErr)noErr;
     if (*outError == noErr)
-        return handle;
-    DisposeHandle(handle);
+        return (Handle)block;
+    memory::DisposeBlock(block);
     return nullptr;
 }
 
@@ -334,34 +342,47 @@ OSErr ResourceChain::Load(Handle inHandle)
     const Resource resource = ResourceOf(inHandle);
     if (!resource)
         return resNotFound;
-    return *inHandle ? (OSErr)noErr : LoadInto(inHandle, resource);
+    return *inHandle ? (OSErr)noErr : LoadInto(memory::FindHandle(inHandle), resource);
 }
 
-OSErr ResourceChain::LoadInto(Handle inHandle, const Resource& inResource)
+namespace {
+
+// A locked handle gets no data, as the Memory Manager has it.
+OSErr GiveRoom(memory::HandleBlock* ioBlock, size_t inSize)
 {
-    DataPlace place;
+    OSErr error = noErr;
+    if (ioBlock->state & kHandleLockedMask)
+        error = memLockedErr;
+    else if (inSize > (size_t)memory::kLargestBlock || !memory::GiveData(ioBlock, (Size)inSize))
+        error = memFullErr;
+    memory::SetError(error);
+    return error;
+}
+
+} // namespace
+
+OSErr ResourceChain::LoadInto(memory::HandleBlock* ioBlock, const Resource& inResource)
+{
+    StoredResource stored;
     const ResourceMap& map = inResource.file->map;
-    if (!map.PlaceOf(inResource.entry, &place))
+    if (!map.StoredOf(inResource.entry, &stored))
         return eofErr;
-    if (place.length > (size_t)memory::kLargestBlock)
-        return memFullErr;
-    ReallocateHandle(inHandle, (Size)place.length);
-    if (MemError() != noErr)
-        return MemError();
-    if (!map.Read(place.offset, place.length, *inHandle)) {
-        EmptyHandle(inHandle);
+    const OSErr error = GiveRoom(ioBlock, stored.data.length);
+    if (error != noErr)
+        return error;
+    if (!map.Read(stored.data.offset, stored.data.length, ioBlock->data)) {
+        EmptyHandle((Handle)ioBlock);
         return eofErr;
     }
-    const ResourceInfo info = inResource.Info();
-    const OSStatus flipped = FlipLoaded(info.type, info.id, *inHandle, place.length);
+    const OSStatus flipped = FlipLoaded(stored.type, stored.id, ioBlock->data, stored.data.length);
     if (flipped != noErr) {
-        EmptyHandle(inHandle);
+        EmptyHandle((Handle)ioBlock);
         return (OSErr)flipped;
     }
-    if (info.attributes & resPurgeable)
-        HPurge(inHandle);
-    if (info.attributes & resLocked)
-        HLock(inHandle);
+    if (stored.attributes & resPurgeable)
+        ioBlock->state |= kHandlePurgeableMask;
+    if (stored.attributes & resLocked)
+        ioBlock->state |= kHandleLockedMask;
     return noErr;
 }
 
@@ -440,6 +461,7 @@ void UpdateAll()
 } // namespace
 
 ResourceChain* gChain = nullptr;
+constinit ChainFront gFront;
 
 ResourceChain& MakeChain()
 {
@@ -448,7 +470,7 @@ ResourceChain& MakeChain()
     std::atexit(UpdateAll);
     memory::SetHandleWatcher(
         { [](Handle handle) { Chain().Disposed(handle); },
-          [](memory::HandleBlock* block) { ((ResourceFile*)block->keeper)->ForgetLoaded(block->item); },
+          [](memory::HandleBlock* block) { ((ResourceFile*)block->keeper)->ForgetLoaded(block); },
           MayPurgeResource });
     OpenApplicationFile(*gChain);
     return *gChain;

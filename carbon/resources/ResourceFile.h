@@ -10,6 +10,7 @@
 
 #include <Carbon/Resources.h>
 #include <files/Catalog.h>
+#include <memory/HandleBlock.h>
 
 #include <memory>
 #include <optional>
@@ -50,8 +51,18 @@ struct ResourceFile {
     void LetImageGo();
 
     bool IsChanged(uint32_t inEntry) const { return map.IsChanged(inEntry); }
-    void ForgetLoaded(uint32_t inEntry);
+    void ForgetLoaded(memory::HandleBlock*);
 };
+
+// What the calls that are made most often need of the chain.
+struct ChainFront {
+    ResourceFile* file = nullptr;      // the current one, if there is one
+    const LoadedView* loaded = &kNone; // of it
+    SInt16 refNum = kSystemResFile;    // its number
+
+    static constexpr LoadedView kNone = {};
+};
+[[gnu::visibility("hidden")]] extern constinit ChainFront gFront;
 
 // A resource that has a handle.
 struct Resource {
@@ -82,8 +93,8 @@ public:
 
     // Where searching begins; Files().size() when nothing is to be found.
     size_t CurrentIndex() const { return fCurrent; }
-    ResourceFile* Current() const { return fCurrentFile; }
-    void SetCurrent(SInt16 inRefNum);
+    ResourceFile* Current() const { return gFront.file; }
+    bool SetCurrent(SInt16 inRefNum); // false: no such file; 0 is the end of the chain
 
     // The resource behind a handle, if it is one's.
     Resource ResourceOf(Handle) const;
@@ -91,13 +102,13 @@ public:
     // The handle of a resource, made if there is none; loaded when `inLoad`. Null on error.
     Handle HandleOf(ResourceFile*, uint32_t inEntry, bool inLoad, OSErr* outError);
     // Makes a handle that is none the resource's.
-    void Bind(Handle, ResourceFile*, uint32_t inEntry);
+    void Bind(memory::HandleBlock*, ResourceFile*, uint32_t inEntry);
 
     // Reads the data of a resource into its handle, if that is empty.
     OSErr Load(Handle);
 
     // Forgets that a handle is a resource's. Disposed: what was changed goes with it.
-    void Forget(Handle);
+    void Forget(memory::HandleBlock*);
     void Disposed(Handle);
 
 private:
@@ -105,16 +116,16 @@ private:
     OSErr OpenForWriting(ResourceFile* ioFile);
     OSErr OpenFork(int inPermission, ResourceFile* ioFile);
     const ResourceFile* FindReusable(const files::Item&, bool inResourceFork, int inPermission) const;
-    OSErr LoadInto(Handle, const Resource&);
+    OSErr LoadInto(memory::HandleBlock*, const Resource&);
+    Handle NewHandleOf(ResourceFile*, uint32_t inEntry, bool inLoad, OSErr* outError);
     void MakeCurrent(size_t inIndex);
 
     std::vector<std::unique_ptr<ResourceFile>> fFiles;
     size_t fCurrent = 0;
-    ResourceFile* fCurrentFile = nullptr; // fFiles[fCurrent], if there is one
 };
 
 // The chain of this process; the application's file is opened on the first call.
-extern ResourceChain* gChain;
+[[gnu::visibility("hidden")]] extern ResourceChain* gChain;
 ResourceChain& MakeChain();
 inline ResourceChain& Chain()
 {

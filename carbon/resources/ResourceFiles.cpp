@@ -119,9 +119,9 @@ try {
 
 SInt16 CurResFile(void)
 try {
+    Chain();
     SetResourceError(noErr);
-    const ResourceFile* file = Chain().Current();
-    return file ? file->refNum : (SInt16)kSystemResFile;
+    return gFront.refNum;
 } catch (const std::bad_alloc&) {
     LMSetResErr(memFullErr);
     return 0;
@@ -129,11 +129,8 @@ try {
 
 void UseResFile(SInt16 refNum)
 try {
-    const ResourceFile* current = Chain().Current();
-    const bool isCurrent = current && current->refNum == refNum;
-    const bool isKnown = isCurrent || refNum == kSystemResFile || Chain().Find(refNum);
-    if (isKnown && !isCurrent)
-        Chain().SetCurrent(refNum);
+    ResourceChain& chain = Chain();
+    const bool isKnown = refNum == gFront.refNum || chain.SetCurrent(refNum);
     SetResourceError(isKnown ? noErr : resFNotFound);
 } catch (const std::bad_alloc&) {
     LMSetResErr(memFullErr);

@@ -254,6 +254,17 @@ bool ResourceFork::PlaceOf(ResourceRef inRef, DataPlace* outPlace) const
     return true;
 }
 
+bool ResourceFork::StoredOf(ResourceRef inRef, StoredResource* outStored) const
+{
+    if (!PlaceOf(inRef, &outStored->data))
+        return false;
+    const uint8_t* reference = Reference(inRef);
+    outStored->type = fTypes[inRef.typeIndex].type;
+    outStored->id = (SInt16)LoadBE16(reference);
+    outStored->attributes = reference[4];
+    return true;
+}
+
 bool ResourceFork::Data(ResourceRef inRef, Bytes* outData) const
 {
     DataPlace place;

@@ -58,6 +58,14 @@ struct DataPlace {
     size_t offset = 0, length = 0;
 };
 
+// What loading a resource needs to know.
+struct StoredResource {
+    OSType type = 0;
+    SInt16 id = 0;
+    UInt8 attributes = 0;
+    DataPlace data;
+};
+
 class ResourceFork {
 public:
     // Open
@@ -111,6 +119,7 @@ public:
     // when the map alone is in memory.
     bool Data(ResourceRef, Bytes* outData) const;
     bool PlaceOf(ResourceRef, DataPlace* outPlace) const; // with either
+    bool StoredOf(ResourceRef, StoredResource*) const;    // false: as PlaceOf
 
     // Calls inVisit(ResourceRef) for every resource in the order of the file.
     template <class Visitor>

@@ -62,8 +62,10 @@ try {
         SetResourceError(resAttrErr);
         return;
     }
-    Chain().Forget(theResource);
-    HClrRBit(theResource);
+    lampblack::memory::HandleBlock* block = lampblack::memory::FindHandle(theResource);
+    Chain().Forget(block);
+    block->state &= (UInt8)~kHandleIsResourceMask;
+    lampblack::memory::SetError(noErr);
 } catch (const std::bad_alloc&) {
     LMSetResErr(memFullErr);
 }

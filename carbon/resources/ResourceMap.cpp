@@ -167,9 +167,9 @@ ResourceInfo ResourceMap::Info(uint32_t inEntry) const
     return info;
 }
 
-bool ResourceMap::IsChanged(uint32_t inEntry) const
+bool ResourceMap::IsRecordChanged(uint32_t inEntry) const
 {
-    return fEdits && inEntry < fEdits->entries.size() && fEdits->entries[inEntry].isChanged;
+    return inEntry < fEdits->entries.size() && fEdits->entries[inEntry].isChanged;
 }
 
 bool ResourceMap::PlaceOf(uint32_t inEntry, DataPlace* outPlace) const
@@ -182,6 +182,17 @@ bool ResourceMap::PlaceOf(uint32_t inEntry, DataPlace* outPlace) const
         return false;
     *outPlace = { fDataOffset + entry.data + 4, entry.length };
     return true;
+}
+
+bool ResourceMap::StoredOf(uint32_t inEntry, StoredResource* outStored) const
+{
+    if (!fEdits)
+        return fFork->StoredOf(fFork->WithOrdinal(inEntry), outStored);
+    const MapEntry& entry = fEdits->entries[inEntry];
+    outStored->type = entry.type;
+    outStored->id = entry.id;
+    outStored->attributes = entry.attributes;
+    return PlaceOf(inEntry, &outStored->data);
 }
 
 bool ResourceMap::IsInFile(uint32_t inEntry) const

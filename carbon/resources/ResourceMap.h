@@ -56,11 +56,12 @@ public:
 
     // Attributes are those of the file, without bit 1.
     ResourceInfo Info(uint32_t inEntry) const;
-    bool IsChanged(uint32_t inEntry) const;
+    bool IsChanged(uint32_t inEntry) const { return fEdits && IsRecordChanged(inEntry); }
 
     // Where the data are in the fork. False when they pass its end, or were never written.
     bool PlaceOf(uint32_t inEntry, DataPlace* outPlace) const;
     bool IsInFile(uint32_t inEntry) const;
+    bool StoredOf(uint32_t inEntry, StoredResource*) const; // false: as PlaceOf
 
     // Bytes of the fork; false when they cannot be read any more.
     bool Read(size_t inOffset, size_t inCount, void* outBytes) const;
@@ -96,6 +97,7 @@ public:
 
 private:
     uint32_t FindRecord(OSType, SInt16 inID) const;
+    bool IsRecordChanged(uint32_t inEntry) const;
     void IndexAgain(OSType, SInt16 inID);
     MapType* TypeOf(OSType);
     const MapType* TypeOf(OSType) const;

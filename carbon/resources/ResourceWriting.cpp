@@ -65,7 +65,7 @@ OSErr Add(Handle inData, ResType inType, SInt16 inID, ConstStr255Param inName)
     if (entry == kNoEntry)
         return addResFailed;
     try {
-        chain.Bind(inData, file, entry);
+        chain.Bind(memory::FindHandle(inData), file, entry);
     } catch (const std::bad_alloc&) {
         file->map.Remove(entry);
         throw;
@@ -84,7 +84,7 @@ OSErr Remove(Handle inHandle)
     if (error != noErr)
         return error;
     resource.file->map.Remove(resource.entry);
-    Chain().Forget(inHandle);
+    Chain().Forget(memory::FindHandle(inHandle));
     HClrRBit(inHandle);
     return noErr;
 }

@@ -14,7 +14,6 @@ using namespace lampblack::resources;
 namespace lampblack::resources {
 namespace {
 
-OSErr gError = noErr;
 bool gLoad = true;
 
 // A resource and the file it was found in; file is null when there is none.
@@ -45,11 +44,6 @@ Handle HandleOf(const Found& inFound)
     return handle;
 }
 
-Handle GetByID(bool inCurrentOnly, ResType inType, SInt16 inID)
-{
-    return HandleOf(Search(inCurrentOnly, [&](const ResourceMap& map) { return map.Find(inType, inID); }));
-}
-
 Handle GetByName(bool inCurrentOnly, ResType inType, ConstStr255Param inName)
 {
     if (!inName)
@@ -59,21 +53,44 @@ Handle GetByName(bool inCurrentOnly, ResType inType, ConstStr255Param inName)
         Search(inCurrentOnly, [&](const ResourceMap& map) { return map.FindNamed(inType, name); }));
 }
 
-// What is asked for a second time while it is loaded will be asked for again: the table remembers it.
-Handle Get1ResourceByMap(ResType inType, SInt16 inID)
-try {
-    ResourceFile* file = Chain().Current();
-    const uint32_t entry = file ? file->map.Find(inType, inID) : kNoEntry;
-    const Handle handle = entry < (file ? file->handles.size() : 0) ? file->handles[entry] : nullptr;
-    if (handle && *handle) {
+// A resource that was found by type and ID. What is asked for a second time while it is loaded will be asked for
+// again: the table of the current file remembers it.
+Handle HandleOfFound(const Found& inFound, ResType inType, SInt16 inID)
+{
+    ResourceFile* file = inFound.file;
+    const Handle handle =
+        file && inFound.entry < file->handles.size() ? file->handles[inFound.entry] : nullptr;
+    if (!handle || !*handle)
+        return HandleOf(inFound);
+    if (file == gFront.file) {
         file->loaded.Insert(inType, inID, handle);
+        memory::FindHandle(handle)->isListed = true;
+    }
+    SetResourceError(noErr);
+    return handle;
+}
+
+Handle FindAndGet(bool inCurrentOnly, ResType inType, SInt16 inID)
+try {
+    if (const Handle handle = gFront.loaded->Find(inType, inID)) {
         SetResourceError(noErr);
         return handle;
     }
-    return HandleOf({ entry == kNoEntry ? nullptr : file, entry });
+    const auto look = [&](const ResourceMap& map) { return map.Find(inType, inID); };
+    return HandleOfFound(Search(inCurrentOnly, look), inType, inID);
 } catch (const std::bad_alloc&) {
-    LMSetResErr(memFullErr);
+    SetResourceError(memFullErr);
     return nullptr;
+}
+
+// The usual case, a resource of the current file that is loaded already, takes the short way.
+inline Handle GetByID(bool inCurrentOnly, ResType inType, SInt16 inID)
+{
+    if (const Handle handle = gFront.loaded->FindAtHome(inType, inID)) {
+        SetResourceError(noErr);
+        return handle;
+    }
+    return FindAndGet(inCurrentOnly, inType, inID);
 }
 
 SInt16 ClampCount(size_t inCount)
@@ -144,49 +161,34 @@ void CopyNthString(Bytes inList, SInt16 inIndex, StringPtr outString)
 
 } // namespace
 
-OSErr SetResourceError(OSErr inError)
-{
-    return gError = inError;
-}
+constinit OSErr gResourceError = noErr;
 
 } // namespace lampblack::resources
 
 SInt16 ResError(void)
 {
-    return gError;
+    return gResourceError;
 }
 SInt16 LMGetResErr(void)
 {
-    return gError;
+    return gResourceError;
 }
 void LMSetResErr(SInt16 value)
 {
-    gError = value;
+    gResourceError = value;
 }
 
 Handle GetResource(ResType theType, SInt16 theID)
-try {
+{
     return GetByID(false, theType, theID);
-} catch (const std::bad_alloc&) {
-    LMSetResErr(memFullErr);
-    return nullptr;
 }
-// The usual case, a resource that is loaded already, takes the short way.
 Handle Get1Resource(ResType theType, SInt16 theID)
 {
-    const ResourceFile* file = gChain ? gChain->Current() : nullptr;
-    if (const Handle handle = file ? file->loaded.Find(theType, theID) : nullptr) {
-        gError = noErr;
-        return handle;
-    }
-    return Get1ResourceByMap(theType, theID);
+    return GetByID(true, theType, theID);
 }
 Handle RGetResource(ResType theType, SInt16 theID)
-try {
+{
     return GetByID(false, theType, theID);
-} catch (const std::bad_alloc&) {
-    LMSetResErr(memFullErr);
-    return nullptr;
 }
 
 Handle GetNamedResource(ResType theType, ConstStr255Param name)

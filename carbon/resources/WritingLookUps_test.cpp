@@ -2,6 +2,8 @@
 #include "LoadedTable.h"
 #include "WritingFixture.h"
 
+#include <Carbon/CoreEndian.h>
+
 #include <map>
 #include <random>
 
@@ -34,6 +36,96 @@ TEST_CASE("LoadedTable: agrees with a plain map through random insertions and er
         }
     table.Clear();
     CHECK(table.Find('TEXT', 1) == nullptr);
+}
+
+TEST_CASE("LoadedTable: IDs far apart, of many types, and what was erased before the table grew")
+{
+    LoadedTable table;
+    static Ptr masters[2];
+    const auto idOf = [](int i) { return (SInt16)(i * 211); };
+    for (int i = 0; i < 3000; ++i) {
+        table.Insert((OSType)(i % 97), idOf(i), &masters[i % 2]);
+        if (i % 3 == 0)
+            table.Erase((OSType)(i % 97), idOf(i));
+    }
+    for (int i = 0; i < 3000; ++i) {
+        REQUIRE(table.Find((OSType)(i % 97), idOf(i)) == (i % 3 ? &masters[i % 2] : nullptr));
+        REQUIRE(table.Find((OSType)(i % 97 + 97), idOf(i)) == nullptr);
+    }
+}
+
+TEST_CASE("GetResource: what is loaded is found through the chain, from the current file on")
+{
+    WritableFile file;
+    file.Create("Other");
+    const SInt16 other = file.Place::Open("Other");
+    AddText("other's", 'TEXT', 1);
+    for (int i = 0; i < 3; ++i) {
+        UseResFile(other);
+        CHECK(TextOf(GetResource('TEXT', 1)) == "other's");
+        CHECK(TextOf(GetResource('TEXT', 2)) == "two");
+        CHECK(ResError() == noErr);
+        CHECK(Get1Resource('TEXT', 2) == nullptr);
+        CHECK(ResError() == resNotFound);
+        UseResFile(file.refNum);
+        CHECK(TextOf(GetResource('TEXT', 1)) == "one");
+    }
+    UseResFile(other);
+    const Handle below = GetResource('TEXT', 2);
+    REQUIRE(GetResource('TEXT', 2) == below);
+    AddText("above", 'TEXT', 2);
+    CHECK(TextOf(GetResource('TEXT', 2)) == "above");
+    UseResFile(file.refNum);
+    CHECK(GetResource('TEXT', 2) == below);
+    CloseResFile(other);
+    CHECK(GetResource('TEXT', 2) == below);
+}
+
+TEST_CASE("Get1Resource: what was loaded in a file that is closed is not found when it is open again")
+{
+    WritableFile file;
+    const Handle before = Get1Resource('TEXT', 1);
+    REQUIRE(Get1Resource('TEXT', 1) == before);
+    REQUIRE(Get1Resource('TEXT', 1) == before);
+    file.Reopen();
+    CHECK_FALSE(IsHandleValid(before));
+    const Handle after = Get1Resource('TEXT', 1);
+    CHECK(after != before);
+    CHECK(TextOf(after) == "one");
+}
+
+TEST_CASE("Get1Resource, DetachResource: again and again, each time a handle of its own with the file's data")
+{
+    WritableFile file;
+    file.Reopen(fsRdPerm);
+    for (int i = 0; i < 1000; ++i) {
+        const Handle handle = Get1Resource('TEXT', 3);
+        REQUIRE(TextOf(handle) == "three");
+        REQUIRE(HGetState(handle) == (SInt8)kHandleIsResourceMask);
+        DetachResource(handle);
+        REQUIRE(ResError() == noErr);
+        REQUIRE(HGetState(handle) == 0);
+        REQUIRE(HomeResFile(handle) == -1);
+        SetText(handle, "mine");
+        DisposeHandle(handle);
+    }
+}
+
+TEST_CASE("Get1Resource: a flipper that is installed later flips a type that had none")
+{
+    WritableFile file;
+    AddText("abcd", 'Late', 1);
+    UpdateResFile(file.refNum);
+    file.Reopen(fsRdPerm);
+    CHECK(TextOf(Get1Resource('Late', 1)) == "abcd");
+    const CoreEndianFlipProc flip = [](OSType, OSType, SInt16, void* data, ByteCount size, Boolean,
+                                       void*) -> OSStatus {
+        std::reverse((char*)data, (char*)data + size);
+        return noErr;
+    };
+    REQUIRE(CoreEndianInstallFlipper(kCoreEndianResourceManagerDomain, 'Late', flip, nullptr) == noErr);
+    ReleaseResource(Get1Resource('Late', 1));
+    CHECK(TextOf(Get1Resource('Late', 1)) == "dcba");
 }
 
 TEST_CASE("Get1Resource: a resource that was found before and is emptied is loaded anew")
