@@ -132,6 +132,28 @@ double DeadlineAfter(EventTimeout inTimeout)
     return inTimeout > 0 ? host::Now() + inTimeout : host::kForever;
 }
 
+// What the control interface runs for a while has to come back, whatever waits inside of it.
+namespace {
+
+struct Limit {
+    double deadline = host::kForever;
+    LoopRun* run = nullptr;
+};
+Limit gLimit;
+
+// Only a wait within the one that has the limit for its own deadline comes here.
+bool EndsWaitInside(double inDeadline)
+{
+    if (host::Machine().letGo())
+        return true;
+    if (inDeadline != host::kForever)
+        return false; // it ends by itself
+    QuitFrom(gLimit.run);
+    return true;
+}
+
+} // namespace
+
 static unsigned long gWaits = 0;
 
 unsigned long WaitsSoFar()
@@ -162,9 +184,13 @@ OSStatus Await(Matcher inMatcher, double inDeadline, Event** outEvent)
         const double hooks = RunWaitHooks(now);
         if ((*outEvent = gQueue.First(inMatcher))) // a hook may post
             return noErr;
+        const bool isInside = gLimit.deadline != inDeadline;
+        if (isInside && now >= gLimit.deadline && EndsWaitInside(inDeadline))
+            continue;
         if (now >= inDeadline)
             return eventLoopTimedOutErr;
-        WaitUntil(std::min({ inDeadline, hooks, gTimers.Next() }));
+        const double limit = now < gLimit.deadline ? gLimit.deadline : host::kForever;
+        WaitUntil(std::min({ inDeadline, hooks, gTimers.Next(), limit }));
     }
 }
 
@@ -227,7 +253,14 @@ void ModalLoop::Quit()
 static void RunForSeconds(double inSeconds)
 {
     LoopRun run(LoopRun::Kind::Application);
-    DispatchUntil(DeadlineAfter(std::max(inSeconds, 0.0)));
+    const double deadline = DeadlineAfter(std::max(inSeconds, 0.0));
+    struct StLimited {
+        Limit outer;
+        ~StLimited() { gLimit = outer; }
+    } const limited{ gLimit };
+    if (host::Machine().letGo)
+        gLimit = { deadline, &run };
+    DispatchUntil(deadline);
 }
 
 static const bool gIsReachable = (host::UpwardHooks().runCurrentEventLoop = RunForSeconds, true);

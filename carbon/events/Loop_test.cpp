@@ -1,6 +1,7 @@
 // The queue, the loop and the loops within it, on the virtual clock.
 #include "Host.h"
 #include "events/ModalLoop.h"
+#include "events/MouseTracking.h"
 #include "events/Queue.h"
 #include "events/TestSupport.h"
 #include "events/WaitHooks.h"
@@ -299,6 +300,60 @@ TEST_CASE("RunFor: receives and dispatches as the application would, for that lo
     host::RunFor(3);
     CHECK(heard == 1);
     CHECK(GetCurrentEventTime() - start == doctest::Approx(3));
+}
+
+TEST_CASE("RunFor: a button that something follows when the time is over is let go of")
+{
+    StartClean();
+    MouseTrackingResult result = kMouseTrackingMouseDown;
+    int steps = 0;
+    const EventTypeSpec down = { kEventClassMouse, kEventMouseDown };
+    const StHandler handler(GetApplicationEventTarget(), { down }, [&](EventHandlerCallRef, EventRef) {
+        while (result != kMouseTrackingMouseUp && ++steps < 100)
+            TrackMouseGlobal(0, 0.1, nullptr, nullptr, &result);
+        return noErr;
+    });
+    const double start = GetCurrentEventTime();
+    host::PressMouse({ 10, 10 });
+    host::RunFor(0.55);
+    CHECK(result == kMouseTrackingMouseUp);
+    CHECK(steps == 6);
+    CHECK(GetCurrentEventTime() - start == doctest::Approx(0.55));
+    CHECK(GetCurrentButtonState() == 0);
+}
+
+TEST_CASE("RunFor: a button that nothing follows stays down")
+{
+    StartClean();
+    host::PressMouse({ 10, 10 });
+    host::RunFor(0.5);
+    CHECK(GetCurrentButtonState() == 1);
+    host::ReleaseMouse({ 10, 10 });
+    host::RunFor(0.5);
+    CHECK(GetCurrentButtonState() == 0);
+}
+
+TEST_CASE("RunFor: a wait for ever inside of it ends with it, one that has an end is waited for")
+{
+    StartClean();
+    OSStatus status = noErr;
+    EventTimeout timeout = kEventDurationForever;
+    const StHandler handler(GetApplicationEventTarget(), { kTest }, [&](EventHandlerCallRef, EventRef) {
+        EventRef event = nullptr;
+        const EventTypeSpec never = { 'none', 1 };
+        status = ReceiveNextEvent(1, &never, timeout, true, &event);
+        return noErr;
+    });
+    const double start = GetCurrentEventTime();
+    Post(1);
+    host::RunFor(0.5);
+    CHECK(status == eventLoopQuitErr);
+    CHECK(GetCurrentEventTime() - start == doctest::Approx(0.5));
+    timeout = 2;
+    Post(1);
+    host::RunFor(0.5);
+    CHECK(status == eventLoopTimedOutErr);
+    CHECK(GetCurrentEventTime() - start == doctest::Approx(2.5));
 }
 
 namespace {

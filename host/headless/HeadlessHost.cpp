@@ -188,6 +188,7 @@ void FillClockAndInput(Table& table)
     table.now = HeadlessNow;
     table.wait = Wait;
     table.takeInput = [](Input* out) { return TheHeadlessHost().user.Take(HeadlessNow(), out); };
+    table.letGo = [] { return TheHeadlessHost().user.LetGo(); };
     table.wake = [] { TheHeadlessHost().waiter.Wake(); };
     table.mouse = [] { return TheHeadlessHost().user.Mouse(); };
     table.modifiers = [] { return TheHeadlessHost().user.Modifiers(); };

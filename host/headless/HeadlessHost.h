@@ -44,6 +44,7 @@ public:
     void Queue(const Input&, UInt32 modifiers = 0);
     bool HasQueued() const { return !fQueue.empty(); }
     bool Take(double now, Input* out);
+    bool LetGo();                 // of a button that is held, where the mouse is
     void Rest() { fPassing = 0; } // nothing more to do: the fingers leave the modifiers
 
     Point Mouse() const { return fMouse; }

@@ -4,6 +4,8 @@
 #include "../Unicode.h"
 #include "HeadlessHost.h"
 
+#include <bit>
+
 namespace lampblack::host {
 
 void HeadlessUser::Queue(const Input& inInput, UInt32 inModifiers)
@@ -21,6 +23,18 @@ bool HeadlessUser::Take(double inNow, Input* outInput)
     Apply(*outInput);
     outInput->time = inNow;
     outInput->modifiers = Modifiers();
+    return true;
+}
+
+bool HeadlessUser::LetGo()
+{
+    if (!fButtons)
+        return false;
+    Input input;
+    input.kind = Input::Kind::MouseUp;
+    input.where = fMouse;
+    input.button = static_cast<UInt16>(std::countr_zero(fButtons) + 1);
+    Queue(input);
     return true;
 }
 

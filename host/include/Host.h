@@ -95,10 +95,11 @@ struct Table {
     // there.
     bool (*wait)(double until) = nullptr;
     bool (*takeInput)(Input* out) = nullptr; // the oldest input, without blocking
-    void (*wake)() = nullptr;                // the one call that any thread may make
-    Point (*mouse)() = nullptr;              // where the pointer is now, global
-    UInt32 (*modifiers)() = nullptr;         // down now, published bits
-    UInt32 (*buttons)() = nullptr;           // bit 0 primary
+    bool (*letGo)() = nullptr;       // the user, who acts by calls, lets go of a button; false: none is held
+    void (*wake)() = nullptr;        // the one call that any thread may make
+    Point (*mouse)() = nullptr;      // where the pointer is now, global
+    UInt32 (*modifiers)() = nullptr; // down now, published bits
+    UInt32 (*buttons)() = nullptr;   // bit 0 primary
     bool (*keyIsDown)(UInt16 virtualKey) = nullptr;
 
     // The rest of the desk

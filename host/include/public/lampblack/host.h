@@ -60,7 +60,9 @@ std::string PasteElsewhere();
 // RunFor
 //
 // Runs the current event loop for that many seconds of the machine's clock. With the virtual clock the time
-// passes as fast as the work in it allows.
+// passes as fast as the work in it allows. When the time is over and something inside still follows the mouse,
+// the user lets go of the button; a menu or a modal loop inside that would wait for ever ends as if the
+// application did.
 void RunFor(double seconds);
 
 // What that user sees and hears.
