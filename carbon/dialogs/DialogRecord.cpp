@@ -75,6 +75,8 @@ void AddItem(Dialog& ioDialog, const ItemTemplate& inTemplate, Point inOffset)
     if (item.Kind() == kStaticTextDialogItem)
         item.text = inTemplate.text;
     item.control = ControlFor(ioDialog.window, item.Kind(), item.box, inTemplate);
+    LoadImage(item, inTemplate.resourceID);
+    FitView(ioDialog, item);
     const ControlRef control = item.control;
     const bool fromResource = item.Kind() == kResourceControlDialogItem;
     ioDialog.items.push_back(std::move(item));
@@ -154,8 +156,12 @@ void RemoveItems(Dialog& ioDialog, size_t inFirst, size_t inCount, bool inDispos
     const size_t first = std::min(inFirst, ioDialog.items.size());
     const size_t last = first + std::min(inCount, ioDialog.items.size() - first);
     std::vector<ControlRef> controls;
-    for (size_t i = first; i < last; ++i)
+    for (size_t i = first; i < last; ++i) {
         controls.push_back(ioDialog.items[i].control);
+        if (!inDisposeControls)
+            ioDialog.items[i].colorIcon.release(); // the application's from now on
+        DisposeView(ioDialog.items[i]);
+    }
     ioDialog.items.erase(ioDialog.items.begin() + (ptrdiff_t)first, ioDialog.items.begin() + (ptrdiff_t)last);
     for (ControlRef control : controls)
         if (inDisposeControls)

@@ -77,14 +77,34 @@ OSStatus ControlHit(EventHandlerCallRef, EventRef inEvent, void* inWindow)
     return eventNotHandledErr;
 }
 
+// Clicks where no control is, in a window with the standard handler: user items, icons, pictures, texts.
+OSStatus ClickContent(EventHandlerCallRef, EventRef inEvent, void* inWindow)
+{
+    Dialog* dialog = FindByWindow((WindowRef)inWindow);
+    Point where = { 0, 0 };
+    if (!dialog || GetEventParameter(inEvent, kEventParamMouseLocation, typeQDPoint, nullptr, sizeof where,
+                                     nullptr, &where) != noErr)
+        return eventNotHandledErr;
+    where = ToLocal(*dialog, where);
+    ControlPartCode part = kControlNoPart;
+    FindControlUnderMouse(where, dialog->window, &part);
+    const DialogItemIndex index = part == kControlNoPart ? ItemForClick(*dialog, where) : (DialogItemIndex)0;
+    if (index == 0)
+        return eventNotHandledErr;
+    dialog->hitItem = index;
+    return noErr;
+}
+
 void InstallHandlers(WindowRef inWindow)
 {
+    constexpr EventTypeSpec kClick = { kEventClassWindow, kEventWindowHandleContentClick };
     constexpr EventTypeSpec kHit = { kEventClassControl, kEventControlHit };
     constexpr EventTypeSpec kDraw = { kEventClassWindow, kEventWindowDrawContent };
     constexpr EventTypeSpec kEnds = { kEventClassWindow, kEventWindowDispose };
     const EventTargetRef target = GetWindowEventTarget(inWindow);
     events::InstallDefaultHandler(target, 1, &kDraw, DrawContent, inWindow);
     events::InstallDefaultHandler(target, 1, &kHit, ControlHit, inWindow);
+    events::InstallDefaultHandler(target, 1, &kClick, ClickContent, inWindow);
     events::InstallDefaultHandler(target, 1, &kEnds, WindowEnds, inWindow);
 }
 

@@ -13,12 +13,6 @@ namespace lampblack::dialogs {
 namespace {
 
 constexpr SInt16 kAside = 16384; // how far a hidden item is moved to the right
-constexpr SInt16 kHiddenFrom = 8192;
-
-bool IsAside(const Rect& inBox)
-{
-    return inBox.left > kHiddenFrom;
-}
 
 Item* ItemOf(DialogRef inDialog, DialogItemIndex inItem)
 {
@@ -67,6 +61,7 @@ void PlaceItem(Dialog& inDialog, Item& ioItem, const Rect& inBox)
     ioItem.box = inBox;
     if (ioItem.control && !IsAside(inBox))
         SetControlBounds(ioItem.control, &inBox);
+    FitView(inDialog, ioItem);
     InvalidateItem(inDialog, ioItem);
 }
 
@@ -157,8 +152,8 @@ void SetDialogItem(DialogRef inDialog, DialogItemIndex inItem, DialogItemType in
         item->control = (ControlRef)inItemHandle;
     else if (!item->control)
         item->handle = inItemHandle;
-    if (inBox)
-        PlaceItem(*dialog, *item, *inBox);
+    const Rect box = inBox ? *inBox : item->box;
+    PlaceItem(*dialog, *item, box);
 }
 
 OSErr GetDialogItemAsControl(DialogRef inDialog, DialogItemIndex inItem, ControlRef* outControl)
@@ -218,8 +213,8 @@ void HideDialogItem(DialogRef inDialog, DialogItemIndex inItem)
     Item* item = dialog ? dialog->ItemAt(inItem) : nullptr;
     if (!item || IsAside(item->box))
         return;
-    if (item->control)
-        HideControl(item->control);
+    if (item->Shown())
+        HideControl(item->Shown());
     InvalidateItem(*dialog, *item);
     OffsetRect(&item->box, kAside, 0);
 }
@@ -231,9 +226,9 @@ void ShowDialogItem(DialogRef inDialog, DialogItemIndex inItem)
     if (!item || !IsAside(item->box))
         return;
     OffsetRect(&item->box, -kAside, 0);
-    if (item->control) {
-        SetControlBounds(item->control, &item->box);
-        ShowControl(item->control);
+    if (item->Shown()) {
+        SetControlBounds(item->Shown(), &item->box);
+        ShowControl(item->Shown());
     }
     InvalidateItem(*dialog, *item);
 }
@@ -299,8 +294,9 @@ OSStatus InsertDialogItem(DialogRef inDialog, DialogItemIndex inAfterItem, Dialo
         item.control = (ControlRef)inItemHandle;
     else
         item.handle = inItemHandle;
-    dialog->items.insert(dialog->items.begin() + inAfterItem, item);
+    FitView(*dialog, item);
     InvalidateItem(*dialog, item);
+    dialog->items.insert(dialog->items.begin() + inAfterItem, std::move(item));
     return noErr;
 }
 

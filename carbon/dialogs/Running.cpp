@@ -33,17 +33,6 @@ SInt16 KeyCodeOf(const EventRecord& inEvent)
     return (SInt16)((inEvent.message & keyCodeMask) >> 8);
 }
 
-Point ToLocal(const Dialog& inDialog, Point inGlobal)
-{
-    CGrafPtr port = nullptr;
-    GDHandle device = nullptr;
-    GetGWorld(&port, &device);
-    SetPortWindowPort(inDialog.window);
-    GlobalToLocal(&inGlobal);
-    SetGWorld(port, device);
-    return inGlobal;
-}
-
 bool IsPressable(const Item* inItem)
 {
     return inItem && inItem->control && IsControlVisible(inItem->control) &&
@@ -66,11 +55,7 @@ DialogItemIndex ClickIn(Dialog& inDialog, const EventRecord& inEvent)
         const Item* item = dialog ? dialog->ItemAt(index) : nullptr;
         return hit != kControlNoPart && item && item->IsEnabled() ? index : (DialogItemIndex)0;
     }
-    const DialogItemIndex under = (DialogItemIndex)(FindDialogItem(reference, where) + 1);
-    const Item* item = inDialog.ItemAt(under);
-    const bool takesClick =
-        item && item->IsEnabled() && (!item->control || item->Kind() == kStaticTextDialogItem);
-    return takesClick ? under : (DialogItemIndex)0;
+    return ItemForClick(inDialog, where);
 }
 
 DialogItemIndex KeyIn(Dialog& inDialog, const EventRecord& inEvent)
@@ -201,6 +186,26 @@ DialogItemIndex ItemForKey(const Dialog& inDialog, const EventRecord& inEvent)
 }
 
 } // namespace
+
+Point ToLocal(const Dialog& inDialog, Point inGlobal)
+{
+    CGrafPtr port = nullptr;
+    GDHandle device = nullptr;
+    GetGWorld(&port, &device);
+    SetPortWindowPort(inDialog.window);
+    GlobalToLocal(&inGlobal);
+    SetGWorld(port, device);
+    return inGlobal;
+}
+
+DialogItemIndex ItemForClick(Dialog& inDialog, Point inWhere)
+{
+    const DialogItemIndex under = (DialogItemIndex)(FindDialogItem(inDialog.Ref(), inWhere) + 1);
+    const Item* item = inDialog.ItemAt(under);
+    const bool takesClick =
+        item && item->IsEnabled() && (!item->control || item->Kind() == kStaticTextDialogItem);
+    return takesClick ? under : (DialogItemIndex)0;
+}
 
 void PressItem(Dialog& inDialog, DialogItemIndex inItem)
 {
