@@ -32,17 +32,18 @@ std::pair<uint64_t, uint64_t> KeyOf(const FileIdentity& inIdentity)
     return { inIdentity.device, inIdentity.inode };
 }
 
-// A link is followed to what it names: its own place is no home.
+// A link is followed to what it names: its own place is no home, unless the sidecar lies there alone.
 path RealPathOf(const path& inFile)
 {
     std::error_code ignored;
     path file = inFile.is_absolute() ? inFile : std::filesystem::absolute(inFile, ignored);
     struct stat status;
-    if (lstat(file.c_str(), &status) == 0 && S_ISLNK(status.st_mode)) {
-        const path real = std::filesystem::canonical(file, ignored);
-        return real.empty() ? file : real;
-    }
-    return file;
+    if (lstat(file.c_str(), &status) != 0 || !S_ISLNK(status.st_mode))
+        return file;
+    const path real = std::filesystem::canonical(file, ignored);
+    const bool isAlone =
+        FileIdentity::At(SidecarOf(file)).exists && !FileIdentity::At(SidecarOf(real)).exists;
+    return real.empty() || isAlone ? file : real;
 }
 
 OSErr CheckWritable(const path& inFile)
@@ -157,8 +158,24 @@ OSErr ForkHome::Locate(const LocatedForks* inKnown)
     return ErrorOfSearch(fForks);
 }
 
+namespace {
+
+// Of a file without a resource fork: damage is something else than nothing.
+OSErr WhyNoFork(const path& inSidecar)
+{
+    MappedFile mapped;
+    if (!mapped.Open(inSidecar) || mapped.Contents().empty())
+        return eofErr;
+    const Container sidecar = ReadContainer(mapped.Contents());
+    return sidecar.form != Form::None && sidecar.problems.empty() ? eofErr : mapReadErr;
+}
+
+} // namespace
+
 OSErr ForkHome::FindHome()
 {
+    if (fFork == Fork::Resource && !fForks.hasResourceFork)
+        return WhyNoFork(SidecarOf(fPath));
     const bool isOwn = fForks.hasResourceFork && fForks.resourcePath == fPath;
     if (isOwn && !fForks.isResourceFormSound)
         return mapReadErr;
@@ -203,6 +220,8 @@ OSErr ForkHome::OpenHomeFile(bool inFromKnown, bool* outAgain)
     const Container old = ReadContainer(mapped.Contents());
     if (identity.size == 0 || (old.form != Form::None && old.problems.empty()))
         return noErr;
+    if (fFork == Fork::Resource)
+        return mapReadErr;
     // What has the sidecar's name is none, or one in which no fork was found: it is kept, under another name.
     *outAgain = true;
     return KeepAside(fHomePath);

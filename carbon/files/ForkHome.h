@@ -37,22 +37,25 @@ std::filesystem::path SidecarOf(const std::filesystem::path& inFile);
 
 class ForkHome {
 public:
-    // Which fork of the file: for DataFork the file itself is the home, whatever it holds.
-    enum class Fork : UInt8 { Resource, Data };
+    // Which fork of the file: the resource fork that there is, or a new one where there is none. For Data the
+    // file itself is the home, whatever it holds.
+    enum class Fork : UInt8 { Resource, NewResource, Data };
 
     // Open
     //
-    // Takes the lock of the file that keeps the fork. Where there is no such file yet, the sidecar is made;
-    // if nothing is written to it, it goes again at the end. inKnown, which may be null, is what LocateForks
+    // Takes the lock of the file that keeps the fork. Where there is no such file yet, NewResource makes the
+    // sidecar, and keeps aside what has its name and is none; if nothing is written to it, it goes again at
+    // the end. inKnown, which may be null, is what LocateForks
     // found before and was sure of: if none of the files it looked at has changed, nothing is read again, and
     // *outKnownHolds is true.
     //
     // Errors:     fnfErr  no such file; permErr  it may not be written; wPrErr  read-only file system;
     //             opWrErr  open for writing: in this process (answered at once), or in another, which was
-    //             waited for about a second; mapReadErr  the container that holds the fork is damaged: it is
-    //             left as it is; else as ErrorOfHost.
+    //             waited for about a second; mapReadErr  the container that holds the fork is damaged, or,
+    //             without NewResource, what has the sidecar's name is none: it is left as it is; eofErr
+    //             without NewResource, there is no fork; else as ErrorOfHost.
     static OSErr Open(const std::filesystem::path& inFile, std::unique_ptr<ForkHome>* outHome,
-                      Fork = Fork::Resource, const LocatedForks* inKnown = nullptr,
+                      Fork = Fork::NewResource, const LocatedForks* inKnown = nullptr,
                       bool* outKnownHolds = nullptr);
     ~ForkHome(); // gives the lock back
 
@@ -114,7 +117,7 @@ private:
     OSErr Unwrap();
 
     std::filesystem::path fPath, fHomePath;
-    Fork fFork = Fork::Resource;
+    Fork fFork = Fork::NewResource;
     Kind fKind = Kind::Sidecar;
     Descriptor fFile;
     Descriptor fTurn;       // while this one waits for the lock before all others

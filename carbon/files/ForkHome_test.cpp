@@ -233,6 +233,43 @@ TEST_CASE("ForkHome::Open: a damaged container that holds the fork is mapReadErr
     CHECK(ReadFile(home.Path() / "._File.damaged") == "no container at all");
 }
 
+TEST_CASE("ForkHome::Open: without a fork, who wants the one that there is gets an error and moves nothing")
+{
+    const Home home;
+    home.Write("File", "data");
+    std::unique_ptr<ForkHome> open;
+    const auto answer = [&] { return ForkHome::Open(home.file, &open, ForkHome::Fork::Resource); };
+    CHECK(answer() == eofErr);
+    CHECK_FALSE(std::filesystem::exists(home.sidecar));
+    home.Write("._File", "");
+    CHECK(answer() == eofErr);
+    home.Write("._File", Double({ { 9, std::string(32, '\1') } }));
+    CHECK(answer() == eofErr);
+    for (const std::string& damaged :
+         { std::string("no container at all"), Double({ { 2, "fork" } }).substr(0, 40) }) {
+        home.Write("._File", damaged);
+        CHECK(answer() == mapReadErr);
+        CHECK(ReadFile(home.sidecar) == damaged);
+    }
+    // Also when it was sound a moment ago.
+    home.Write("._File", Double({ { 2, "fork" } }));
+    const LocatedForks known = LocateForks(home.file);
+    home.Write("._File", "no container at all");
+    CHECK(ForkHome::Open(home.file, &open, ForkHome::Fork::Resource, &known) == mapReadErr);
+    CHECK(ReadFile(home.sidecar) == "no container at all");
+}
+
+TEST_CASE("ForkHome: a link whose sidecar lies beside it alone is the home itself")
+{
+    const Home home;
+    home.Write("Real/File", "data");
+    std::filesystem::create_symlink(home.Path() / "Real/File", home.file);
+    home.Write("._File", Double({ { 2, "fork" } }));
+    REQUIRE(home.ReplaceFork("other") == noErr);
+    CHECK(home.Fork() == "other");
+    CHECK_FALSE(std::filesystem::exists(home.Path() / "Real/._File"));
+}
+
 TEST_CASE("ForkHome: through a symbolic link the fork of the file itself is meant")
 {
     const Home home;
@@ -283,16 +320,16 @@ TEST_CASE("ForkHome::Open: what is known beforehand holds while no file that was
     const LocatedForks known = LocateForks(home.file, Wanted::ResourceForkOnly);
     std::unique_ptr<ForkHome> open;
     bool holds = false;
-    REQUIRE(ForkHome::Open(home.file, &open, ForkHome::Fork::Resource, &known, &holds) == noErr);
+    REQUIRE(ForkHome::Open(home.file, &open, ForkHome::Fork::NewResource, &known, &holds) == noErr);
     CHECK(holds);
     open.reset();
     std::filesystem::remove(home.sidecar);
-    REQUIRE(ForkHome::Open(home.file, &open, ForkHome::Fork::Resource, &known, &holds) == noErr);
+    REQUIRE(ForkHome::Open(home.file, &open, ForkHome::Fork::NewResource, &known, &holds) == noErr);
     CHECK_FALSE(holds);
     CHECK(open->Forks().resourceFork.empty());
     open.reset();
     REQUIRE(home.ReplaceFork("other") == noErr);
-    REQUIRE(ForkHome::Open(home.file, &open, ForkHome::Fork::Resource, &known, &holds) == noErr);
+    REQUIRE(ForkHome::Open(home.file, &open, ForkHome::Fork::NewResource, &known, &holds) == noErr);
     CHECK_FALSE(holds);
     CHECK(TextOf(open->Forks().resourceFork) == "other");
 }

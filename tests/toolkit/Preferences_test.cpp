@@ -473,8 +473,7 @@ TEST_CASE("A damaged preference file: it cannot be opened, and defaults do not o
     CHECK(ResError() != noErr);
     CHECK(OpenPreferenceFile(fsRdPerm) != noErr);
     CHECK_FALSE(PreferenceFileCreated());
-    const std::string aside = fresh.Sidecar().string() + ".damaged";
-    CHECK((BytesOf(fresh.Sidecar()) == garbage || BytesOf(aside) == garbage));
+    CHECK(BytesOf(fresh.Sidecar()) == garbage);
     CHECK(BytesOf(fresh.File()).empty());
 }
 
@@ -544,4 +543,97 @@ TEST_CASE("Two processes of one application: each writes a hundred entries, and 
         CHECK(GetSInt32Preference(kType, (SInt16)(1000 + i), 0) == 1000 + i);
         CHECK(GetSInt32Preference(kType, (SInt16)(2000 + i), 0) == 2000 + i);
     }
+}
+
+namespace {
+
+// How many of so many processes cannot write their own entry, all beginning at the same moment.
+int CountFailuresOfFirstWrites(SInt16 inProcesses)
+{
+    int gate[2];
+    if (pipe(gate) != 0)
+        return -1;
+    std::vector<pid_t> children;
+    for (SInt16 id = 1; id <= inProcesses; ++id) {
+        children.push_back(fork());
+        if (children.back() != 0)
+            continue;
+        char byte;
+        close(gate[1]);
+        _exit(read(gate[0], &byte, 1) != 0 || AddSInt32Preference(id, kType, id, nullptr) != noErr);
+    }
+    close(gate[1]); // which lets them all go
+    close(gate[0]);
+    int failures = 0;
+    for (const pid_t child : children) {
+        int status = 0;
+        waitpid(child, &status, 0);
+        failures += !WIFEXITED(status) || WEXITSTATUS(status) != 0;
+    }
+    return failures;
+}
+
+} // namespace
+
+TEST_CASE("Processes of one application that all write for the first time: one file with all entries")
+{
+    const FreshPreferences fresh;
+    constexpr SInt16 kProcesses = 5;
+    for (const char* name : { "One", "Two", "Three", "Four", "Five", "Six", "Seven", "Eight" }) {
+        CAPTURE(std::string(name));
+        DefinePreferenceFile(P(name), 'LBts', 'pref', false);
+        CHECK(InFreshProcess([] { return CountFailuresOfFirstWrites(kProcesses); }) == 0);
+        for (SInt16 id = 1; id <= kProcesses; ++id)
+            CHECK(GetSInt32Preference(kType, id, 0) == id);
+        CHECK_FALSE(PreferenceFileCreated());
+    }
+}
+
+TEST_CASE("A preference file whose resource fork was left behind: it is finished, and nothing else is")
+{
+    const FreshPreferences fresh;
+    AddSInt32Preference(1, kType, 1, nullptr);
+    std::filesystem::remove(fresh.Sidecar());
+    OSErr expected = noErr;
+    SUBCASE("copied without its sidecar") {}
+    SUBCASE("an empty sidecar")
+    {
+        WriteTo(fresh.Sidecar(), "");
+    }
+    SUBCASE("a file of somebody else's has that name")
+    {
+        WriteTo(fresh.File(), "text");
+        expected = eofErr;
+    }
+    CHECK(GetSInt32Preference(kType, 1, 77) == 77);
+    CHECK(AddSInt32Preference(2, kType, 1, nullptr) == expected);
+    CHECK(GetSInt32Preference(kType, 1, 77) == (expected == noErr ? 2 : 77));
+    FSSpec spec;
+    Boolean wasCreated;
+    FInfo info = {};
+    CHECK(GetPreferenceFileFSSpec(&spec, &wasCreated) == noErr);
+    CHECK(FSpGetFInfo(&spec, &info) == noErr);
+    CHECK(info.fdCreator == (expected == noErr ? 'LBts' : 0));
+}
+
+TEST_CASE(
+    "A preference file that is a link: its sidecar is beside what it leads to, or beside the link alone")
+{
+    const FreshPreferences fresh;
+    const std::filesystem::path elsewhere = gHome.Preferences() / "elsewhere";
+    AddSInt32Preference(1, kType, 1, nullptr);
+    std::filesystem::rename(fresh.File(), elsewhere);
+    std::filesystem::create_symlink(elsewhere, fresh.File());
+    SUBCASE("the file alone") {}
+    SUBCASE("both of them")
+    {
+        std::filesystem::rename(fresh.Sidecar(), gHome.Preferences() / "._elsewhere");
+        std::filesystem::create_symlink(gHome.Preferences() / "._elsewhere", fresh.Sidecar());
+    }
+    CHECK(GetSInt32Preference(kType, 1, 0) == 1);
+    CHECK(AddSInt32Preference(2, kType, 1, nullptr) == noErr);
+    CHECK(GetSInt32Preference(kType, 1, 0) == 2);
+    CHECK(AddPStringPreference(P(std::string(200, 'x').c_str()), kType, 2, nullptr) == noErr);
+    CHECK(GetSInt32Preference(kType, 1, 0) == 2);
+    CHECK(std::filesystem::is_symlink(fresh.File()));
 }

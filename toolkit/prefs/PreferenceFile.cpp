@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "prefs/ApplicationResources.h"
+#include "prefs/FileHelpers.h"
 #include "prefs/PreferenceState.h"
 
 using lampblack::prefs::gOpenFile;
@@ -43,14 +44,18 @@ OSErr CreatePreferenceFile()
     return result == dupFNErr ? static_cast<OSErr>(noErr) : result;
 }
 
-// Whether a process that made the file was stopped before it gave it a resource map: type and creator are
-// there. Those of a damaged file are not, and it stays for somebody to mend.
+// Whether a file without a resource fork is one of ours: a process that made it was stopped before it gave it
+// a resource map, or somebody copied it without its resource fork, and nothing is left. (A damaged file is
+// another error, and stays for somebody to mend.)
 bool IsHalfMade(const FSSpec& inSpec)
 {
     FInfo info = {};
-    const bool isKnown = FSpGetFInfo(&inSpec, &info) == noErr && (info.fdCreator != 0 || info.fdType != 0);
+    UInt32 size = 0;
+    const bool isThere =
+        FSpGetFInfo(&inSpec, &info) == noErr && FSpGetFileSize(&inSpec, &size, nullptr) == noErr;
+    const bool isOurs = info.fdCreator == fgInfo.creator && info.fdType == fgInfo.fileType;
     LMSetResErr(eofErr);
-    return isKnown && info.fdCreator == fgInfo.creator && info.fdType == fgInfo.fileType;
+    return isThere && (isOurs || (info.fdCreator == 0 && info.fdType == 0 && size == 0));
 }
 
 void MakeInvisible(const FSSpec& inSpec)
@@ -152,7 +157,7 @@ OSStatus OpenPreferenceFile(SInt8 inPermission)
     gOpenFile = FSpOpenResFile(&spec, inPermission);
     if (gOpenFile == kResFileNotOpened && inPermission != fsRdPerm && ResError() == eofErr &&
         IsHalfMade(spec)) {
-        FSpCreateResFile(&spec, fgInfo.creator, fgInfo.fileType, smSystemScript);
+        FSpCreateFile(&spec, fgInfo.creator, fgInfo.fileType);
         gOpenFile = FSpOpenResFile(&spec, inPermission);
     }
     if (gOpenFile == kResFileNotOpened) {
