@@ -174,7 +174,7 @@ public:
 
     StFittingText(std::string_view inText, const Rect& inBox, Test inFits)
     {
-        static constexpr int kPercents[] = { 100, 94, 88, 82, 76 };
+        static constexpr int kPercents[] = { 100, 94, 88, 82, 76, 70, 64 };
         for (const int percent : kPercents) {
             quickdraw::StretchText(percent);
             if (inFits(inText, inBox))

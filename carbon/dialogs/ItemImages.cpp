@@ -2,8 +2,12 @@
 #include "controls/ItemView.h"
 #include "dialogs/DialogRecord.h"
 
+#include <Carbon/MacMemory.h>
+#include <Carbon/QDCopying.h>
 #include <Carbon/QDPictures.h>
 #include <Carbon/Resources.h>
+
+#include <cstring>
 
 namespace lampblack::dialogs {
 
@@ -35,6 +39,21 @@ bool IsLoaded(Handle inHandle)
     return *inHandle != nullptr;
 }
 
+// An 'ICON' has no mask, and its white square would stand out from a dialog: what lies outside of its outline
+// is left alone.
+void DrawPlainIcon(const Rect& inBox, Handle inIcon)
+{
+    constexpr Size kBytes = 128; // 32 rows of four; what is longer brings its mask
+    static const Handle outlined = NewHandle(2 * kBytes);
+    if (!outlined || GetHandleSize(inIcon) != kBytes) {
+        PlotIconHandle(&inBox, kAlignNone, kTransformNone, inIcon);
+        return;
+    }
+    std::memcpy(*outlined, *inIcon, kBytes);
+    CalcMask(*inIcon, *outlined + kBytes, 4, 4, 32, 2);
+    PlotIconHandle(&inBox, kAlignNone, kTransformNone, outlined);
+}
+
 // Which kind of icon a handle holds its bytes tell.
 void DrawIconItem(const Item& inItem)
 {
@@ -43,7 +62,7 @@ void DrawIconItem(const Item& inItem)
     if (!IsLoaded(inItem.handle))
         return;
     if (PlotCIconHandle(&inItem.box, kAlignNone, kTransformNone, (CIconHandle)inItem.handle) != noErr)
-        PlotIconHandle(&inItem.box, kAlignNone, kTransformNone, inItem.handle);
+        DrawPlainIcon(inItem.box, inItem.handle);
 }
 
 void DrawView(ControlRef inView)

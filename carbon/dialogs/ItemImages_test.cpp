@@ -24,6 +24,15 @@ Bytes PlainIcon()
     return bytes;
 }
 
+// The outline of a square of 16 by 16 amid the icon.
+Bytes OutlineIcon()
+{
+    Bytes bytes;
+    for (int row = 0; row < 32; ++row)
+        bytes.Long(row < 8 || row > 23 ? 0 : row == 8 || row == 23 ? 0x00FFFF00 : 0x00800100);
+    return bytes;
+}
+
 // 16 by 8, depth 2, red; the mask is the left half.
 Bytes ColorIcon()
 {
@@ -175,6 +184,34 @@ TEST_CASE("Icon and picture items: drawn in their boxes, scaled, and a colour ic
     CHECK(d.At(210, 100) == d.Background());
     CHECK(d.At(115, 20) == kBlue);          // disabled items look like others
     CHECK(d.At(176, 26) != d.Background()); // an alert's icon, which the file does not hold
+}
+
+TEST_CASE("An icon item without a mask: white within its outline, and the dialog around it")
+{
+    TestResources file;
+    file.Add('ICON', 403, OutlineIcon());
+    REQUIRE(file.Open());
+    const ImageDialog d;
+    const Rect box = { 10, 220, 42, 252 };
+    SetDialogItem(d.dialog, kIconItem, iconItem, GetIcon(403), &box);
+    d.Update();
+    CHECK(d.At(228, 18) == kBlack);
+    CHECK(d.At(236, 26) == 0xFFFFFF);
+    CHECK(d.At(222, 12) == d.Background());
+}
+
+TEST_CASE("An icon and a picture in the largest box there is: what is seen of them is drawn")
+{
+    const ImageDialog d;
+    const Rect all = { -32768, -32768, 32767, 32767 };
+    const PicHandle red = NewPicture({ 0xFFFF, 0, 0 });
+    CHECK(InsertDialogItem(d.dialog, 6, iconItem, GetIcon(kIcon), &all) == noErr);
+    d.Update();
+    CHECK(d.At(250, 150) == kBlack);
+    CHECK(InsertDialogItem(d.dialog, 7, picItem, (Handle)red, &all) == noErr);
+    d.Update();
+    CHECK(d.At(250, 150) == kRed);
+    KillPicture(red);
 }
 
 TEST_CASE("A button on a picture item: pressed and let go, the picture is behind it still")
