@@ -109,6 +109,7 @@ std::optional<SInt32> CurrentAnswer(OSType inSelector)
 
 OSErr Gestalt(OSType selector, SInt32* response)
 {
+    lampblack::host::Machine(); // from now on it is settled which one this is
     if (!response)
         return paramErr;
     bool fails = false;

@@ -13,7 +13,16 @@ using lampblack::host::RunFor;
 namespace {
 
 std::vector<double> gNextFires; // each delay asked for
-int gInstalled = 0, gRemoved = 0, gMenuHandlers = 0;
+int gRemoved = 0, gMenuHandlers = 0;
+
+struct Install {
+    EventLoopRef loop;
+    double delay, interval;
+    EventLoopTimerUPP proc;
+    void* data;
+};
+std::vector<Install> gInstalls;
+OSStatus gInstallError = noErr; // what the next ones answer instead
 
 struct Counter : CTimer {
     Counter(double inDelay, double inInterval) : CTimer(nullptr, inDelay, inInterval, nullptr) {}
@@ -54,7 +63,9 @@ LAMPBLACK_INTERPOSE OSStatus InstallEventLoopTimer(EventLoopRef loop, EventTimer
                                                    EventTimerInterval interval, EventLoopTimerUPP proc,
                                                    void* data, EventLoopTimerRef* out)
 {
-    ++gInstalled;
+    gInstalls.push_back({ loop, delay, interval, proc, data });
+    if (gInstallError != noErr)
+        return gInstallError;
     return Next<decltype(InstallEventLoopTimer)>("InstallEventLoopTimer")(loop, delay, interval, proc, data,
                                                                           out);
 }
@@ -326,4 +337,40 @@ TEST_CASE("CTimer: suspending and resuming all reaches every live timer")
     CHECK(b->fCount == 1);
     delete a;
     delete b;
+}
+
+TEST_CASE(
+    "CTimer: is installed in the current loop with its times, one procedure for all, itself as the data")
+{
+    gInstalls.clear();
+    CTimer* a = new Counter(0.5, 0.25);
+    CTimer* b = new Counter(kEventDurationForever, 0);
+    REQUIRE(gInstalls.size() == 2);
+    CHECK(gInstalls[0].loop == GetCurrentEventLoop());
+    CHECK(gInstalls[0].delay == 0.5);
+    CHECK(gInstalls[0].interval == 0.25);
+    CHECK(gInstalls[0].data == a);
+    CHECK(gInstalls[1].delay == kEventDurationForever);
+    CHECK(gInstalls[1].data == b);
+    CHECK((gInstalls[0].proc == gInstalls[1].proc));
+    CHECK(a->fNextFire == 0.25);
+    CHECK(b->fNextFire == 0);
+    delete a;
+    delete b;
+}
+
+TEST_CASE("CTimer: one that could not be installed is in the list, and its calls fail silently")
+{
+    gInstallError = memFullErr;
+    CTimer* timer = new Counter(0.1, 0.1);
+    gInstallError = noErr;
+    CHECK(timer->fTimerRef == nullptr);
+    CHECK(CTimer::cgHead == timer);
+    timer->Suspend();
+    timer->Resume();
+    timer->SetNextFireTime(0.1);
+    gRemoved = 0;
+    delete timer;
+    CHECK(gRemoved == 0);
+    CHECK(CTimer::cgHead == nullptr);
 }

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "Interpose.h"
+#include "CallLog.h"
 
 namespace {
 
@@ -44,6 +44,25 @@ LAMPBLACK_INTERPOSE void SetPort(CGrafPtr port)
     ++gSetPorts;
     Next<decltype(SetPort)>("SetPort")(port);
 }
+
+LAMPBLACK_WATCH(void, SetPortWindowPort, (WindowRef window), (window))
+LAMPBLACK_WATCH(void, GetGWorld, (CGrafPtr * port, GDHandle* device), (port, device))
+LAMPBLACK_WATCH(void, SetGWorld, (CGrafPtr port, GDHandle device), (port, device))
+LAMPBLACK_WATCH(void, GetForeColor, (RGBColor * color), (color))
+LAMPBLACK_WATCH(void, GetBackColor, (RGBColor * color), (color))
+LAMPBLACK_WATCH(void, RGBForeColor, (const RGBColor* color), (color))
+LAMPBLACK_WATCH(void, RGBBackColor, (const RGBColor* color), (color))
+LAMPBLACK_WATCH(void, ForeColor, (SInt32 color), (color))
+LAMPBLACK_WATCH(void, BackColor, (SInt32 color), (color))
+LAMPBLACK_WATCH(void, GetPenState, (PenState * state), (state))
+LAMPBLACK_WATCH(void, SetPenState, (const PenState* state), (state))
+LAMPBLACK_WATCH(void, PenNormal, (), ())
+LAMPBLACK_WATCH(void, PenSize, (short width, short height), (width, height))
+LAMPBLACK_WATCH(void, TextFont, (short font), (font))
+LAMPBLACK_WATCH(void, TextSize, (short size), (size))
+LAMPBLACK_WATCH(void, TextFace, (StyleParameter face), (face))
+LAMPBLACK_WATCH(void, TextMode, (short mode), (mode))
+LAMPBLACK_WATCH(void, GetFNum, (ConstStr255Param name, short* number), (name, number))
 
 TEST_CASE("StPortSaver: the port of the caller is back at the end of the scope")
 {
@@ -230,4 +249,51 @@ TEST_CASE("SetTextFont: sets the number that the name has")
     CHECK(GetPortTextFont(port.fPort) == monaco);
     SetTextFont(reinterpret_cast<ConstStr255Param>("\7Nowhere"));
     CHECK(GetPortTextFont(port.fPort) == 0);
+}
+
+TEST_CASE("Savers: the calls that they make, in their order")
+{
+    TestPort port;
+    {
+        const CallLog log;
+        {
+            const StPenState plain;
+        }
+        CHECK(log.Calls() == "GetPenState PenNormal SetPenState");
+    }
+    {
+        const CallLog log;
+        {
+            const StPenState sized(2, 3);
+        }
+        CHECK(log.Calls() == "GetPenState PenNormal PenSize SetPenState");
+    }
+    {
+        const CallLog log;
+        {
+            const StColorState colors;
+            StColorState::Normalize();
+        }
+        CHECK(log.Calls() == "GetForeColor GetBackColor ForeColor BackColor RGBForeColor RGBBackColor");
+    }
+    {
+        const CallLog log;
+        {
+            const StGWorldSaver world(port.fPort, nullptr);
+        }
+        CHECK(log.Calls() == "GetGWorld SetGWorld SetGWorld");
+    }
+}
+
+TEST_CASE("SetTextState, SetTextFont: the calls that they make, in their order; null makes none")
+{
+    TestPort port;
+    const TextState state = { 4, 9, bold, srcCopy };
+    const CallLog log;
+    SetTextState(nullptr);
+    GetTextState(nullptr);
+    CHECK(log.Calls() == "");
+    SetTextState(&state);
+    SetTextFont(reinterpret_cast<ConstStr255Param>("\6Monaco"));
+    CHECK(log.Calls() == "TextFont TextSize TextFace TextMode GetFNum TextFont");
 }

@@ -140,15 +140,15 @@ void ResolveFont(ControlFontStyleRec* ioStyle)
 {
     constexpr SInt16 kBoldSystem = -5, kMonaco = 12345, kGeneva = 12346;
     if (ioStyle->font == kBoldSystem) {
-        static SInt16 lucidaGrande = 0;
+        ioStyle->font = 0; // before Mac OS X, where there is no such font, it is the system font
         if (HasMacOSX()) {
+            static const SInt16 lucidaGrande =
+                FontNumberOf(reinterpret_cast<ConstStr255Param>("\15Lucida Grande"));
             ioStyle->flags |= kControlUseFaceMask | kControlUseSizeMask;
             ioStyle->style |= bold;
             ioStyle->size = 14;
-            if (lucidaGrande == 0)
-                lucidaGrande = FontNumberOf(reinterpret_cast<ConstStr255Param>("\15Lucida Grande"));
+            ioStyle->font = lucidaGrande;
         }
-        ioStyle->font = lucidaGrande; // the system font before Mac OS X, where it is never looked up
     } else if (ioStyle->font == kMonaco) {
         static const SInt16 monaco = FontNumberOf(reinterpret_cast<ConstStr255Param>("\6Monaco"));
         ioStyle->font = monaco;
