@@ -6,6 +6,8 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <sys/mman.h>
+#include <unistd.h>
 #include <vector>
 
 #include "FreshProcess.h"
@@ -298,7 +300,7 @@ TEST_CASE("OSTypeToCString, OSTypeToPString, CStringToOSType: each the other's i
     OSTypeToPString(type, nullptr);
 }
 
-TEST_CASE("CStringToOSType: short strings are padded with spaces; null and empty are 0")
+TEST_CASE("CStringToOSType: short strings are padded with spaces; null is 0")
 {
     const auto bytes = [](const char* inText) {
         char text[5];
@@ -309,8 +311,25 @@ TEST_CASE("CStringToOSType: short strings are padded with spaces; null and empty
     CHECK(bytes("ab") == "ab  ");
     CHECK(bytes("abc") == "abc ");
     CHECK(CStringToOSType(nullptr) == 0);
-    const char* end = std::string_view("xyz").data() + 3; // nothing of ours lies behind this zero
-    CHECK(CStringToOSType(end) == 0);
+}
+
+TEST_CASE("CStringToOSType: an empty string gives what lies behind its zero byte, on the same page")
+{
+    const char text[] = { 0, 'x', 'y', 'z' };
+    OSType type = CStringToOSType(text);
+    CHECK(std::memcmp(&type, text, sizeof type) == 0);
+    char code[5];
+    OSTypeToCString(type, code);
+    CHECK(CStringToOSType(code) == type);
+    // A zero byte that is the last before memory that nobody may read.
+    const size_t page = (size_t)getpagesize();
+    void* const pages = mmap(nullptr, 2 * page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    REQUIRE(pages != MAP_FAILED);
+    char* const last = static_cast<char*>(pages) + page - 1;
+    *last = 0;
+    REQUIRE(mprotect(last + 1, page, PROT_NONE) == 0);
+    CHECK(CStringToOSType(last) == 0);
+    munmap(pages, 2 * page);
 }
 
 // --- Versions

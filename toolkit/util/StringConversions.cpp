@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -101,6 +102,19 @@ VersionFields FieldsOf(const NumVersion& inVersion)
 SInt16 Compare(const VersionFields& inA, const VersionFields& inB)
 {
     return static_cast<SInt16>((inA > inB) - (inA < inB));
+}
+
+// The code that begins with a string's zero byte. What follows it may be anybody's, but is on the same page of
+// memory and so can be read; of another page zeros are taken.
+[[gnu::no_sanitize("address")]] OSType CodeBehindZero(const char* inZero)
+{
+    constexpr uintptr_t kPage = 4096;
+    const uintptr_t onPage = kPage - reinterpret_cast<uintptr_t>(inZero) % kPage;
+    const volatile char* const memory = inZero;
+    char bytes[sizeof(OSType)] = {};
+    for (size_t i = 0; i < std::min<size_t>(sizeof bytes, onPage); ++i)
+        bytes[i] = memory[i];
+    return std::bit_cast<OSType>(bytes);
 }
 
 char StageLetter(UInt8 inStage)
@@ -206,8 +220,10 @@ void OSTypeToPString(OSType inType, StringPtr outText)
 
 OSType CStringToOSType(const char* inText)
 {
-    if (!inText || !*inText)
+    if (!inText)
         return 0;
+    if (!*inText)
+        return CodeBehindZero(inText);
     char bytes[sizeof(OSType)] = { ' ', ' ', ' ', ' ' };
     std::memcpy(bytes, inText, strnlen(inText, sizeof bytes));
     OSType type = 0;

@@ -43,8 +43,9 @@ void OSTypeToPString(OSType inType, StringPtr outText);
 
 // CStringToOSType
 //
-// The first four bytes, padded with spaces from a string of one to three. A null string is 0; so is an empty
-// one, behind whose zero byte nothing is read.
+// The first four bytes, padded with spaces from a string of one to three. A null string is 0. Kept: an empty
+// string gives what lies behind its zero byte, so that a code whose first byte is zero comes back from
+// OSTypeToCString.
 OSType CStringToOSType(const char* inText);
 
 // --- Versions
