@@ -72,6 +72,45 @@ TEST_CASE("A title that fits keeps its letters")
     CHECK(WidthOf(InkOf(kControlCheckBoxProc, near, "Sound", 22)) == WidthOf(free));
 }
 
+TEST_CASE("A pop-up button's title that is wider than the place for it: cut before the button")
+{
+    const TestWindow window;
+    constexpr SInt16 kNoMenuYet = -12345, kTitleWidth = 70;
+    window.Add(kControlPopupButtonProc, kWide, "A title as long as the window", 0, kNoMenuYet, kTitleWidth);
+    host::RunFor(0.1);
+    const Rect ink = InkIn({ 20, 20, 40, 20 + kTitleWidth });
+    CHECK(ink.right <= 20 + kTitleWidth - 6);
+    CHECK(ink.right > 20 + kTitleWidth - 20);
+}
+
+TEST_CASE("A pop-up button's menu: at least as wide as the button")
+{
+    static UInt32 gPixel;
+    struct User {
+        static void Look(EventLoopTimerRef, void*)
+        {
+            gPixel = host::ScreenPixel(Global(205, 50));
+            host::PressKey(0x35, 27);
+        }
+    };
+    const TestWindow window;
+    const ControlRef button = window.Add(kControlPopupButtonProc, { 20, 20, 40, 220 }, "", 0, -12345, 0);
+    MenuRef menu = nullptr;
+    REQUIRE(CreateNewMenu(300, 0, &menu) == noErr);
+    for (int item = 0; item < 4; ++item)
+        AppendMenuItemText(menu, Pascal("A").data());
+    SetControlPopupMenuHandle(button, menu);
+    host::RunFor(0.1);
+    const UInt32 before = host::ScreenPixel(Global(205, 50));
+    InstallEventLoopTimer(GetMainEventLoop(), 0.5, 0, User::Look, nullptr, nullptr);
+    host::Click(Middle(button));
+    host::RunFor(2);
+    CHECK(gPixel != before);
+    CHECK(host::ScreenPixel(Global(205, 50)) == before);
+    DisposeControl(button);
+    DisposeMenu(menu);
+}
+
 TEST_CASE("A button without room for a letter, and one without room for itself: nothing breaks")
 {
     const TestWindow window;
