@@ -4,6 +4,7 @@
 #include <doctest/doctest.h>
 
 #include <cstring>
+#include <string>
 
 using namespace lampblack::windows;
 using Strings = std::vector<std::string>;
@@ -369,4 +370,45 @@ TEST_CASE("ShowSheetWindow: it hangs from its parent, moves with it and keeps th
     CHECK(HideSheetWindow(sheet) == noErr);
     CHECK(IsWindowActive(parent));
     CHECK(ShowSheetWindow(parent, sheet) == paramErr);
+}
+
+TEST_CASE(
+    "SetWindowTitleWithCFString: the title is that of SetWTitle; what Mac Roman lacks is a question mark")
+{
+    TestWindow window("a");
+    const CFStringRef title =
+        CFStringCreateWithCString(nullptr, "caf\xC3\xA9 \xE2\x86\x92", kCFStringEncodingUTF8);
+    CHECK(SetWindowTitleWithCFString(window, title) == noErr);
+    Str255 roman;
+    GetWTitle(window, roman);
+    CHECK(std::string(reinterpret_cast<char*>(roman) + 1, roman[0]) == "caf\x8E ?");
+    CFStringRef copy = nullptr;
+    CHECK(CopyWindowTitleAsCFString(window, &copy) == noErr);
+    CHECK(CFStringGetLength(copy) == 6);
+    CHECK(CFStringGetCharacterAtIndex(copy, 3) == 0xE9);
+    CHECK(SetWindowTitleWithCFString(window, nullptr) == paramErr);
+    CHECK(SetWindowTitleWithCFString(nullptr, title) == errInvalidWindowRef);
+    CHECK(CopyWindowTitleAsCFString(Foreign(), &copy) == errInvalidWindowRef);
+    CFRelease(copy);
+    CFRelease(title);
+}
+
+TEST_CASE("InstallStandardEventHandler: a window that had none closes by its close box")
+{
+    TestWindow window("a", kDocumentWindowClass, kWindowCloseBoxAttribute);
+    CHECK(InstallStandardEventHandler(nullptr) == paramErr);
+    CHECK(InstallStandardEventHandler(GetApplicationEventTarget()) == noErr);
+    CHECK(InstallStandardEventHandler(GetWindowEventTarget(window)) == noErr);
+    WindowAttributes attributes = 0;
+    GetWindowAttributes(window, &attributes);
+    CHECK((attributes & kWindowStandardHandlerAttribute) != 0);
+    const RgnHandle box = NewRgn();
+    Rect bounds;
+    CHECK(GetWindowRegion(window, kWindowCloseBoxRgn, box) == noErr);
+    GetRegionBounds(box, &bounds);
+    DisposeRgn(box);
+    lampblack::host::Click({ static_cast<short>((bounds.top + bounds.bottom) / 2),
+                             static_cast<short>((bounds.left + bounds.right) / 2) });
+    lampblack::host::RunFor(0.5);
+    CHECK_FALSE(IsValidWindowPtr(window));
 }

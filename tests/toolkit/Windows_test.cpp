@@ -211,6 +211,8 @@ TEST_CASE_FIXTURE(Toolkit,
     CHECK(SetWindowPosition(window.fWindow, nullptr) == nilHandleErr);
     CHECK(SetWindowPosition(nullptr, record) == errInvalidWindowRef);
     CHECK(MemError() == errInvalidWindowRef);
+    EmptyHandle(reinterpret_cast<Handle>(record));
+    CHECK(SetWindowPosition(window.fWindow, record) == nilHandleErr);
     DisposeHandle(reinterpret_cast<Handle>(record));
 }
 
@@ -401,6 +403,7 @@ TEST_CASE_FIXTURE(Toolkit, "CWindow::SetupEventHandlers: the list of 27 events, 
 
 TEST_CASE_FIXTURE(Toolkit, "CWindowEventHandler: a window without a window does not handle anything")
 {
+    CHECK(TestWindow(128, static_cast<unsigned long>(-1)).fWindow == nullptr);
     TestWindow window(128, kDeferWindowCreation);
     CHECK(window.fWindow == nullptr);
     CHECK(Send(window, kEventClassWindow, kEventWindowShowing) == eventNotHandledErr);
@@ -464,6 +467,25 @@ TEST_CASE_FIXTURE(Toolkit, "CWindow: OK is not handled when the default button i
     CHECK(SendCommand(window, kEventCommandProcess, kHICommandOK) == eventNotHandledErr);
     CHECK(SendCommand(window, kEventCommandProcess, kHICommandCancel) == eventNotHandledErr);
     CHECK(gCalls.empty());
+}
+
+TEST_CASE_FIXTURE(Toolkit, "CWindow: with the command handler as well, each command arrives once")
+{
+    TestWindow window;
+    window.StandardSetup();
+    window.SetupCommandEventHandlers();
+    window.Show();
+    for (const UInt32 kind : { UInt32{ kEventCommandProcess }, UInt32{ kEventCommandUpdateStatus } }) {
+        gCalls.clear();
+        EventRef event = nullptr;
+        CreateEvent(nullptr, kEventClassCommand, kind, 0, kEventAttributeNone, &event);
+        HICommand command = {};
+        command.commandID = kHICommandOK;
+        SetEventParameter(event, kEventParamDirectObject, typeHICommand, sizeof command, &command);
+        CHECK(SendEventToEventTarget(event, GetWindowEventTarget(window.fWindow)) == noErr);
+        ReleaseEvent(event);
+        CHECK(gCalls == std::vector<Call>{ { "hit", 1000 }, { "part", 10 } });
+    }
 }
 
 TEST_CASE_FIXTURE(Toolkit, "CWindow: showing and paste validation cannot mark their events handled")
@@ -534,6 +556,25 @@ TEST_CASE_FIXTURE(Toolkit,
     char text[64];
     CHECK(GetEditTextControlContents(window.fWindow, 1005, text) == noErr);
     CHECK(std::string(text) == "abc");
+}
+
+TEST_CASE_FIXTURE(Toolkit,
+                  "SetEditTextControlContents and its kin: null texts and buffers are parameter errors")
+{
+    TestWindow window;
+    window.SetupControls();
+    const ControlRef field = GetControlByID(window.fWindow, 1004);
+    window.SetContents(1004, "kept");
+    CHECK(SetEditTextControlContents(field, static_cast<const char*>(nullptr)) == paramErr);
+    CHECK(SetEditTextControlContents(field, static_cast<ConstStr255Param>(nullptr)) == paramErr);
+    CHECK(SetEditTextControlPassword(field, nullptr) == paramErr);
+    CHECK(SetEditTextControlFontStyle(field, nullptr) == paramErr);
+    CHECK(GetEditTextControlContents(field, static_cast<char*>(nullptr)) == paramErr);
+    CHECK(GetEditTextControlContents(field, static_cast<StringPtr>(nullptr)) == paramErr);
+    CHECK(GetEditTextControlContentsLength(field, nullptr) == paramErr);
+    char text[64];
+    CHECK(GetEditTextControlContents(field, text) == noErr);
+    CHECK(std::string(text) == "kept");
 }
 
 TEST_CASE_FIXTURE(Toolkit,
