@@ -63,6 +63,7 @@ type 'alrx' {
 };
 
 type 'plst' as 'TEXT';
+type 'carb' { };
 )";
 
 const char kPictureTypes[] = R"(

@@ -225,6 +225,11 @@ TEST_CASE("MBAR, STR#, STR and vers")
           "05312E322078");
 }
 
+TEST_CASE("carb: its presence is all")
+{
+    CHECK(BytesOf("resource 'carb' (0) { };") == "");
+}
+
 TEST_CASE("WIND and ALRT: the published layouts")
 {
     CHECK(BytesOf("resource 'WIND' (1) { {1, 2, 3, 4}, zoomDocProc, visible, goAway, 0, \"W\" };") ==
