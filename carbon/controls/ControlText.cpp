@@ -213,6 +213,18 @@ std::string Cut(std::string_view inText, SInt16 inWidth)
 
 } // namespace
 
+namespace {
+
+// How far up a text goes whose last line would lose the tails of its letters: into the space that only accents
+// on capitals need.
+int RoomForTails(const FontInfo& inFont, int inLines, int inHeight)
+{
+    const int height = inLines * (inFont.ascent + inFont.descent + inFont.leading) - inFont.leading;
+    return height - inHeight <= inFont.descent ? std::clamp(height - inHeight, 0, inFont.ascent / 4) : 0;
+}
+
+} // namespace
+
 void DrawWrapped(std::string_view inText, const Rect& inBox, SInt16 inJust)
 {
     const StFittingText fitting(inText, inBox, LinesFit);
@@ -220,7 +232,7 @@ void DrawWrapped(std::string_view inText, const Rect& inBox, SInt16 inJust)
     const size_t count = BreakLines(inText, (SInt16)(inBox.right - inBox.left), lines, kMostLines);
     FontInfo info;
     GetFontInfo(&info);
-    int baseline = inBox.top + info.ascent;
+    int baseline = inBox.top + info.ascent - RoomForTails(info, (int)count, inBox.bottom - inBox.top);
     for (size_t i = 0; i < count && baseline - info.ascent < inBox.bottom; ++i) {
         DrawAt(inText.substr((size_t)lines[i].start, (size_t)lines[i].length), inBox, inJust,
                (SInt16)baseline);

@@ -43,6 +43,17 @@ TEST_CASE("DrawWrapped: a text that would lose its last word is drawn in narrowe
     CHECK(fitted.bottom == free.bottom); // one line still
 }
 
+TEST_CASE(
+    "DrawWrapped: in a box that is a little too low the tails of letters stay, not the room for accents")
+{
+    const Rect free = Drawn("Happy", { 10, 10, 40, 290 });
+    const short height = (short)(free.bottom - 10);
+    const Rect low = Drawn("Happy", { 10, 10, (short)(10 + height - 2), 290 });
+    CHECK(low.bottom - low.top == free.bottom - free.top);
+    const Rect lower = Drawn("Happy", { 10, 10, 16, 290 }); // what does not fit at all stays where it was
+    CHECK(lower.top == free.top);
+}
+
 TEST_CASE("DrawWrapped: a text that has room for its lines keeps the width of its letters")
 {
     const Rect tall = { 10, 10, 60, 113 }, wide = { 10, 10, 60, 290 };

@@ -17,7 +17,6 @@ namespace lampblack::menus {
 namespace {
 
 constexpr short kArrowHeight = 18; // at the ends of a menu that does not fit
-constexpr int kScrollStep = 18;
 
 // The part of the screen that menus may take.
 Rect MenuSpace()
@@ -31,7 +30,10 @@ Rect MenuSpace()
 Rect Placed(Point inTopLeft, const Layout& inLayout, int* outScrolled)
 {
     const Rect space = MenuSpace();
-    const int width = inLayout.width, height = std::min<int>(inLayout.height, windows::Height(space));
+    // Most rows are as high as an arrow; a menu that does not fit then ends between two.
+    const int room = windows::Height(space);
+    const int width = inLayout.width,
+              height = inLayout.height > room ? room - room % kArrowHeight : inLayout.height;
     const int left = std::clamp<int>(inTopLeft.h, space.left, std::max<int>(space.left, space.right - width));
     int top = inTopLeft.v;
     // A pop-up menu may want to begin above the screen so that its item lies where it was pressed.
@@ -219,7 +221,7 @@ bool OpenMenus::OpenSubmenu(size_t inMenu)
 
 // Beyond the end of the menu is as good as on its arrow, for a pointer that was thrown to the screen's edge;
 // but above a menu may be the bar it hangs from.
-int OpenMenus::ScrollStep(Point inWhere) const
+int OpenMenus::ArrowAt(Point inWhere) const
 {
     if (fOpen.empty())
         return 0;
@@ -227,23 +229,43 @@ int OpenMenus::ScrollStep(Point inWhere) const
     if (inWhere.h < menu.bounds.left || inWhere.h >= menu.bounds.right || inWhere.v < menu.bounds.top)
         return 0;
     if (menu.HasArrowBelow() && inWhere.v >= menu.bounds.bottom - kArrowHeight)
-        return kScrollStep;
-    return menu.HasArrowAbove() && inWhere.v < menu.bounds.top + kArrowHeight ? -kScrollStep : 0;
+        return 1;
+    return menu.HasArrowAbove() && inWhere.v < menu.bounds.top + kArrowHeight ? -1 : 0;
+}
+
+// How far a menu scrolls so that a row begins right below the arrow: the next such place after one, and the last
+// before it.
+int OpenMenus::PlaceAfter(const OpenMenu& inMenu, int inScrolled) const
+{
+    for (const Row& row : inMenu.layout.rows)
+        if (row.bounds.top - kArrowHeight > inScrolled)
+            return row.bounds.top - kArrowHeight;
+    return inMenu.Overflow();
+}
+
+int OpenMenus::PlaceBefore(const OpenMenu& inMenu, int inScrolled) const
+{
+    int place = 0;
+    for (const Row& row : inMenu.layout.rows)
+        if (row.bounds.top - kArrowHeight < inScrolled)
+            place = row.bounds.top - kArrowHeight;
+    return place;
 }
 
 bool OpenMenus::IsOnArrow(Point inWhere) const
 {
-    return ScrollStep(inWhere) != 0;
+    return ArrowAt(inWhere) != 0;
 }
 
 void OpenMenus::ScrollAt(Point inWhere)
 {
-    const int step = ScrollStep(inWhere);
-    if (step == 0)
+    const int way = ArrowAt(inWhere);
+    if (way == 0)
         return;
-    ScrollTo(Last(), Last().scrolled + step);
+    OpenMenu& menu = Last();
+    ScrollTo(menu, way > 0 ? PlaceAfter(menu, menu.scrolled) : PlaceBefore(menu, menu.scrolled));
     if (!IsOnArrow(inWhere)) // the arrow went away, and a row came under the pointer
-        Select(Count() - 1, RowAt(Last(), inWhere));
+        Select(Count() - 1, RowAt(menu, inWhere));
 }
 
 void OpenMenus::Reveal(int inRow)
@@ -254,7 +276,10 @@ void OpenMenus::Reveal(int inRow)
     const Rect& row = menu.layout.rows[(size_t)inRow].bounds;
     const int height = windows::Height(menu.bounds);
     const int most = row.top - kArrowHeight, least = row.bottom - height + kArrowHeight;
-    ScrollTo(menu, std::max(std::min(menu.scrolled, most), least));
+    if (menu.scrolled > most)
+        ScrollTo(menu, most);
+    else if (menu.scrolled < least)
+        ScrollTo(menu, PlaceAfter(menu, least - 1));
 }
 
 void OpenMenus::ScrollTo(OpenMenu& inMenu, int inScrolled)

@@ -51,7 +51,9 @@ public:
     void FlashSelected(size_t inMenu, bool inLit);
 
 private:
-    int ScrollStep(Point inWhere) const; // pixels; 0 off the arrows
+    int ArrowAt(Point inWhere) const; // 1 below, -1 above, 0 none
+    int PlaceAfter(const OpenMenu& inMenu, int inScrolled) const;
+    int PlaceBefore(const OpenMenu& inMenu, int inScrolled) const;
     void ScrollTo(OpenMenu& inMenu, int inScrolled);
     void Draw(OpenMenu& inMenu);
     void DrawOne(OpenMenu& inMenu, int inRow, bool inSelected);
