@@ -67,6 +67,12 @@ std::string Reason(Bytes inBytes)
     return "";
 }
 
+// Whether bytes are missing. Turned returns leave the size as it is, and the other conversions make more.
+bool IsCut(Bytes inBytes, uint64_t inExpected)
+{
+    return inBytes.size() < inExpected && !HasReplacementCharacters(inBytes) && !HasDoubledLineEnds(inBytes);
+}
+
 uint32_t WithoutReturns(uint32_t inValue)
 {
     for (int shift = 0; shift < 32; shift += 8)
@@ -102,15 +108,15 @@ std::string FindLostForm(Bytes inBytes)
 {
     if (BeginsLikeFork(inBytes)) {
         const uint64_t expected = (uint64_t)ReadBE32(inBytes, 4) + ReadBE32(inBytes, 12);
-        if (inBytes.size() < expected && Reason(inBytes).empty())
+        if (IsCut(inBytes, expected))
             return "a resource fork of " + std::to_string(expected) + " bytes, cut off after " +
                    std::to_string(inBytes.size());
         return "a resource fork that cannot be read" + Reason(inBytes);
     }
     if (BeginsLikeMacBinary(inBytes)) {
         const uint64_t forks = (uint64_t)ReadBE32(inBytes, 83) + ReadBE32(inBytes, 87);
-        const bool isCut = forks + 128 > inBytes.size() && Reason(inBytes).empty();
-        return isCut ? "MacBinary, cut off" : "MacBinary with a damaged header" + Reason(inBytes);
+        return IsCut(inBytes, forks + 128) ? "MacBinary, cut off"
+                                           : "MacBinary with a damaged header" + Reason(inBytes);
     }
     if (BeginsLikeApple(inBytes))
         return "AppleSingle or AppleDouble with a damaged header" + Reason(inBytes);
