@@ -259,6 +259,17 @@ TEST_CASE("Strings: an entry that is no whole string ends where it ends")
     CHECK(std::string(text) == "abc");
 }
 
+TEST_CASE("GetPStringPreference: of an entry that no Pascal string can be, 256 bytes come")
+{
+    const FreshPreferences fresh;
+    const std::string entry = "\003abc" + std::string(1000, 'x');
+    AddPreferenceData(entry.data(), (SInt32)entry.size(), kType, 1, nullptr);
+    std::vector<unsigned char> text(2000, '#');
+    GetPStringPreference(kType, 1, text.data(), P("default"));
+    CHECK(FromP(text.data()) == "abc");
+    CHECK(text[256] == '#');
+}
+
 TEST_CASE("AddPreferenceData: without memory the answer is the size, cut to 16 bits")
 {
     const FreshPreferences fresh;

@@ -1,4 +1,5 @@
 // Typed values in the preference file: each the memory image of its value.
+#include <algorithm>
 #include <cstring>
 
 #include "prefs/PreferenceEntries.h"
@@ -134,7 +135,9 @@ Rect GetRectPreference(OSType inType, SInt16 inID, const Rect* inDefault)
 void GetPStringPreference(OSType inType, SInt16 inID, StringPtr outValue, ConstStr255Param inDefault)
 {
     const Handle entry = GetPreferenceResource(inType, inID);
-    CopyEntry(entry, { outValue, kWholeEntry, inDefault, inDefault ? inDefault[0] + 1 : 0 },
+    // The whole entry, but no more than any Pascal string has: a file may hold anything.
+    const Size size = std::min<Size>(entry ? GetHandleSize(entry) : 0, sizeof(Str255));
+    CopyEntry(entry, { outValue, static_cast<SInt32>(size), inDefault, inDefault ? inDefault[0] + 1 : 0 },
               IsPString(entry));
 }
 
