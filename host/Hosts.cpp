@@ -85,6 +85,9 @@ void Complete(Settings& settings)
         settings.application = RunningExecutable();
     if (settings.home.empty())
         settings.home = HomeFolder();
+    std::error_code error; // the program may change its folder later
+    settings.application = std::filesystem::absolute(settings.application, error);
+    settings.home = std::filesystem::absolute(settings.home, error);
     if (settings.width < 1 || settings.width > 16384)
         settings.width = Settings().width;
     if (settings.height < 1 || settings.height > 16384)

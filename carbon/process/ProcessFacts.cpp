@@ -6,6 +6,7 @@
 #include <foundation/MacRoman.h>
 
 #include <cstdio>
+#include <cstring>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -25,6 +26,26 @@ OSStatus SpecOf(const std::filesystem::path& inPath, FSSpec* outSpec)
     const OSStatus result = FSPathMakeRef(reinterpret_cast<const UInt8*>(inPath.c_str()), &ref, nullptr);
     return result == noErr ? FSGetCatalogInfo(&ref, kFSCatInfoNone, nullptr, nullptr, outSpec, nullptr)
                            : result;
+}
+
+// What a file would be called that is not there, in a folder that is.
+OSErr SpecOfMissing(const std::filesystem::path& inPath, FSSpec* outSpec)
+{
+    FSRef folder;
+    FSSpec place;
+    FSCatalogInfo info;
+    OSErr result =
+        FSPathMakeRef(reinterpret_cast<const UInt8*>(inPath.parent_path().c_str()), &folder, nullptr);
+    if (result == noErr)
+        result = FSGetCatalogInfo(&folder, kFSCatInfoNodeID, &info, nullptr, &place, nullptr);
+    if (result != noErr)
+        return fnfErr;
+    const std::string name = foundation::MacRomanFromUtf8(inPath.filename().string()).substr(0, kLongestName);
+    Str255 pascal;
+    pascal[0] = static_cast<UInt8>(name.size());
+    memcpy(pascal + 1, name.data(), name.size());
+    result = FSMakeFSSpec(place.vRefNum, static_cast<SInt32>(info.nodeID), pascal, outSpec);
+    return result == fnfErr ? static_cast<OSErr>(noErr) : result;
 }
 
 // 0 when the file has no creator, or is not there.
@@ -96,7 +117,10 @@ OSType ApplicationSignature()
 
 OSErr ApplicationSpec(FSSpec* outSpec)
 {
-    return static_cast<OSErr>(SpecOf(host::CurrentSettings().application, outSpec));
+    const auto& path = host::CurrentSettings().application;
+    const OSErr result = static_cast<OSErr>(SpecOf(path, outSpec));
+    // A test may have given an application only its resource file.
+    return result == fnfErr ? SpecOfMissing(path, outSpec) : result;
 }
 
 OSStatus ApplicationRef(FSRef* outRef)

@@ -17,8 +17,10 @@ bool IsFileOfCreator(SInt16 inVRefNum, SInt16 inRefNum, OSType inCreator)
 {
     FSSpec spec;
     FInfo info;
-    return ResolveFileID(inVRefNum, inRefNum, &spec) == noErr && FSpGetFInfo(&spec, &info) == noErr &&
-           info.fdCreator == inCreator;
+    if (ResolveFileID(inVRefNum, inRefNum, &spec) != noErr || FSpGetFInfo(&spec, &info) != noErr)
+        return false;
+    // A file that says nothing of its creator belongs to an application that has none.
+    return (info.fdCreator ? info.fdCreator : OSType{ kUnknownType }) == inCreator;
 }
 
 SInt16 FindResourceFileOfCreator(SInt16 inVRefNum, OSType inCreator)
