@@ -42,6 +42,8 @@ private:
     Choice Run(Point inStart);
     EventTimeout Scroll();
     void Handle(EventRef inEvent);
+    bool IsNearStart(Point inWhere) const;
+    bool RestsAtStart(Point inWhere);
     void Follow(Point inWhere);
     void OnPress(Point inWhere);
     void OnRelease(Point inWhere, double inTime);
@@ -55,7 +57,7 @@ private:
     void Flash();
 
     OpenMenus fOpen;
-    bool fBar = false, fSticky = false, fDone = false;
+    bool fBar = false, fSticky = false, fLeftStart = false, fDone = false;
     Point fStart = { 0, 0 }, fMouse = { 0, 0 };
     bool fMouseMoved = false; // since the menu came or a key was pressed: then it scrolls
     double fPressed = 0, fScrollDue = 0;
@@ -77,8 +79,24 @@ void Tracker::OpenTitle(const Title& inTitle)
 
 // --- The mouse
 
+bool Tracker::IsNearStart(Point inWhere) const
+{
+    return std::abs(inWhere.h - fStart.h) <= kClickDistance &&
+           std::abs(inWhere.v - fStart.v) <= kClickDistance;
+}
+
+// A pop-up menu near the end of the screen lies with another item under the pointer than the chosen one, which a
+// hand that trembles does not mean.
+bool Tracker::RestsAtStart(Point inWhere)
+{
+    fLeftStart = fLeftStart || fBar || fSticky || !IsNearStart(inWhere);
+    return !fLeftStart;
+}
+
 void Tracker::Follow(Point inWhere)
 {
+    if (RestsAtStart(inWhere))
+        return;
     fMouseMoved = fMouseMoved || inWhere.h != fMouse.h || inWhere.v != fMouse.v;
     fMouse = inWhere;
     const int menu = fOpen.MenuAt(inWhere);
@@ -109,14 +127,12 @@ void Tracker::OnPress(Point inWhere)
 
 void Tracker::OnRelease(Point inWhere, double inTime)
 {
-    const bool moved =
-        std::abs(inWhere.h - fStart.h) > kClickDistance || std::abs(inWhere.v - fStart.v) > kClickDistance;
     Follow(inWhere);
-    if (!fSticky && !moved && inTime - fPressed < kClickTime) {
+    if (!fSticky && IsNearStart(inWhere) && inTime - fPressed < kClickTime) {
         fSticky = true;
         return;
     }
-    if (fOpen.MenuAt(inWhere) >= 0)
+    if (fOpen.MenuAt(inWhere) >= 0 || RestsAtStart(inWhere))
         return ChooseSelected();
     fDone = !(fBar && TitleAt(inWhere) && fSticky);
 }

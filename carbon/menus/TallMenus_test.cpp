@@ -143,6 +143,32 @@ TEST_CASE("A menu taller than the screen: it scrolls by time, however much the m
     DisposeMenu(menu);
 }
 
+TEST_CASE(
+    "PopUpMenuSelect: held where it was pressed and let go, the item stays, wherever the menu had to go")
+{
+    const MenuRef menu = TallMenu(149);
+    struct User {
+        static void Tremble(EventLoopTimerRef, void*) { host::MoveMouse({ 742, 332 }); }
+        static void LetGo(EventLoopTimerRef, void*) { host::ReleaseMouse({ 741, 331 }); }
+        static void Stray(EventLoopTimerRef, void*)
+        {
+            host::MoveMouse({ 600, 332 });
+            host::MoveMouse({ 741, 331 }); // back at the start, and on an item that was meant
+        }
+    };
+    for (const bool strays : { false, true }) {
+        CAPTURE(strays);
+        host::PressMouse({ 740, 330 });
+        host::RunFor(0.05);
+        InstallEventLoopTimer(GetMainEventLoop(), 1, 0, strays ? User::Stray : User::Tremble, nullptr,
+                              nullptr);
+        InstallEventLoopTimer(GetMainEventLoop(), 1.02, 0, User::LetGo, nullptr, nullptr);
+        const SInt32 chosen = PopUpMenuSelect(menu, 735, 300, 7);
+        CHECK((chosen == (149 << 16 | 7)) == !strays);
+    }
+    DisposeMenu(menu);
+}
+
 TEST_CASE("PopUpMenu: the menu is at least as wide as what it belongs to")
 {
     const MenuRef menu = NewMenu(147, (ConstStr255Param) "\6Narrow");
