@@ -179,6 +179,19 @@ TEST_CASE("OpenPreferenceFile: what cannot be opened leaves the current file, an
     CHECK(ClosePreferenceFile() == fnOpnErr);
 }
 
+TEST_CASE(
+    "OpenPreferenceFile: a second time for writing is refused, and the file stays open until it is closed")
+{
+    const FreshPreferences fresh;
+    REQUIRE(OpenPreferenceFile(fsRdWrPerm) == noErr);
+    const SInt16 file = CurResFile();
+    CHECK(OpenPreferenceFile(fsRdWrPerm) == opWrErr);
+    CHECK(CurResFile() == file);
+    CHECK(AddSInt32Preference(5, 'TEST', 1, nullptr) == noErr);
+    CHECK(ClosePreferenceFile() == noErr);
+    CHECK(GetSInt32Preference('TEST', 1, 0) == 5);
+}
+
 TEST_CASE("ClosePreferenceFile: the second time it is not open")
 {
     const FreshPreferences fresh;

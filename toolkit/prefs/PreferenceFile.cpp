@@ -153,7 +153,7 @@ OSStatus OpenPreferenceFile(SInt8 inPermission)
     const OSStatus located = GetPreferenceFileFSSpec(&spec, &fgWasCreated);
     if (located != noErr)
         return located;
-    const SInt16 saved = CurResFile();
+    const SInt16 saved = CurResFile(), earlier = gOpenFile;
     gOpenFile = FSpOpenResFile(&spec, inPermission);
     if (gOpenFile == kResFileNotOpened && inPermission != fsRdPerm && ResError() == eofErr &&
         IsHalfMade(spec)) {
@@ -162,6 +162,7 @@ OSStatus OpenPreferenceFile(SInt8 inPermission)
     }
     if (gOpenFile == kResFileNotOpened) {
         if (const OSErr err = ResError(); err != noErr) {
+            gOpenFile = earlier; // a file that is open already stays so and can be closed
             UseResFile(saved);
             return err;
         }

@@ -50,8 +50,8 @@ OSStatus GetPreferenceFileFSSpec(FSSpec* outSpec, Boolean* outCreated);
 //
 // Opens the file and makes it the current resource file, which it stays. While it is open, every operation
 // of Preferences.h works in it and leaves it open; otherwise each opens and closes it around itself.
-// Errors:     those of GetPreferenceFileFSSpec and FSpOpenResFile; the current resource file is as before
-//             then.
+// Errors:     those of GetPreferenceFileFSSpec and FSpOpenResFile (opWrErr for a second time); the current
+//             resource file is as before then, and a file that was open stays so.
 OSStatus OpenPreferenceFile(SInt8 inPermission);
 
 // Errors:     fnOpnErr  it is not open; else what CloseResFile answers.
