@@ -1,5 +1,5 @@
-// Whole rows copied without a buffer between: pixels as they are, converted in the common ways, or picked by
-// the bits of a mask. Counts are pixels.
+// Whole rows copied without a buffer between: pixels as they are, or converted in the common ways. Counts are
+// pixels.
 #ifndef LAMPBLACK_QUICKDRAW_BLIT_H
 #define LAMPBLACK_QUICKDRAW_BLIT_H
 
@@ -18,11 +18,6 @@ void BlitBox(const Surface& from, const Surface& to, const Box& box, int dh, int
 using ConvertRow = void (*)(const uint8_t* from, int fromPixel, uint8_t* to, int toPixel, int count,
                             const uint32_t* table);
 ConvertRow ConvertRowOf(int fromDepth, int toDepth, const Converter&);
-
-// Copies the pixels whose mask bit is set. Mask bits begin with the highest of a byte; no byte is read of
-// which no bit is needed.
-template <class Pixel>
-void CopyWhereSet(const uint8_t* mask, int maskBit, const Pixel* from, Pixel* to, int count);
 
 } // namespace lampblack::quickdraw
 

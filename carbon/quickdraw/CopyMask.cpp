@@ -1,6 +1,6 @@
 // CopyMask and CopyDeepMask.
-#include "Blit.h"
 #include "CopyBits.h"
+#include "MaskedRows.h"
 #include "Recorder.h"
 
 #include <Carbon/MacErrors.h>
@@ -130,20 +130,22 @@ static void WeighRow(const uint32_t* inSource, const uint32_t* inWeights, uint32
 }
 
 // Masks of bits over pixels as they are: no buffers.
-template <class Pixel>
-static void MaskBox(const CopyJob& inJob, const Mask& inMask, const Box& inBox)
+static void PickBox(const CopyJob& inJob, const Mask& inMask, PickProc inPick, const Box& inBox)
 {
     const Surface &from = inJob.From(), &to = inJob.To();
     const int dh = inJob.FromRect().left - inJob.ToRect().left,
               dv = inJob.FromRect().top - inJob.ToRect().top;
-    for (int v = inBox.y1; v < inBox.y2; ++v) {
-        int bit = 0;
-        const uint8_t* bits = inMask.BitsOf(v, inBox.x1, &bit);
-        CopyWhereSet(bits, bit,
-                     reinterpret_cast<const Pixel*>(from.RowAt(v + dv)) + (inBox.x1 + dh - from.bounds.left),
-                     reinterpret_cast<Pixel*>(to.RowAt(v)) + (inBox.x1 - to.bounds.left),
-                     inBox.x2 - inBox.x1);
-    }
+    const ptrdiff_t pixel = to.depth / 8;
+    MaskedRows rows;
+    rows.mask = inMask.BitsOf(inBox.y1, inBox.x1, &rows.bit);
+    rows.from = from.RowAt(inBox.y1 + dv) + (inBox.x1 + dh - from.bounds.left) * pixel;
+    rows.to = to.RowAt(inBox.y1) + (inBox.x1 - to.bounds.left) * pixel;
+    rows.maskRowBytes = inMask.Pixels().rowBytes;
+    rows.fromRowBytes = from.rowBytes;
+    rows.toRowBytes = to.rowBytes;
+    rows.columns = inBox.x2 - inBox.x1;
+    rows.rows = inBox.y2 - inBox.y1;
+    inPick(rows);
 }
 
 static void PickRow(const CopyJob& inJob, const Mask& inMask, int v, int h, int count,
@@ -193,13 +195,10 @@ static void BlendRow(const CopyJob& inJob, const Mask& inMask, bool inColors, in
 
 static Box PerformMasked(CopyJob& ioJob, const Mask& inMask, const Where& inWhere)
 {
-    const int depth = ioJob.To().depth;
-    if (inMask.IsBits() && !inMask.Scales() && ioJob.IsBlit() && depth >= 8)
-        return EachBox(inWhere, [&](const Box& box) {
-            depth == 32   ? MaskBox<uint32_t>(ioJob, inMask, box)
-            : depth == 16 ? MaskBox<uint16_t>(ioJob, inMask, box)
-                          : MaskBox<uint8_t>(ioJob, inMask, box);
-        });
+    if (inMask.IsBits() && !inMask.Scales() && ioJob.IsBlit() && ioJob.To().depth >= 8) {
+        const PickProc pick = FastestPick(ioJob.To().depth);
+        return EachBox(inWhere, [&](const Box& box) { PickBox(ioJob, inMask, pick, box); });
+    }
     const bool colors = !inMask.IsBits() && ioJob.KeepColors();
     EachConvertedRow(ioJob, inWhere, [&](int v, int h, int count, const uint32_t* converted) {
         inMask.IsBits() ? PickRow(ioJob, inMask, v, h, count, converted)

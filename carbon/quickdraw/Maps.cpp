@@ -12,9 +12,10 @@ static constexpr int kRowBytesBits = 0x3FFF;
 // What GetQDGlobalsScreenBits gave is no longer than a BitMap, and is no map of one bit.
 static bool IsScreen(const BitMap& inMap)
 {
+    if (inMap.rowBytes >= 0)
+        return false;
     const PixMap& screen = ScreenMap();
-    return inMap.rowBytes < 0 && inMap.baseAddr == screen.baseAddr &&
-           EqualRect(&inMap.bounds, &screen.bounds);
+    return inMap.baseAddr == screen.baseAddr && EqualRect(&inMap.bounds, &screen.bounds);
 }
 
 // Rows may be shorter than the bounds say.
