@@ -1,133 +1,206 @@
 #include "PackBits.h"
 
 #include <Carbon/Quickdraw.h>
+#include <quickdraw/Vectors.h>
 
 #include <algorithm>
 #include <cstring>
 
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
-
 namespace lampblack::pictures {
 
-static constexpr int kMaxPacket = 128; // units that one packet stands for
+static constexpr int kMaxPacket = (int)kUnpackSlack;
+static constexpr int kNothing = -128;
 
-#ifdef __SSE2__
-// What is not known to be readable is read only within the page of what was asked for, where nothing can
-// fail.
-static bool MayRead(const Packets& inPackets, const uint8_t* inFrom, ptrdiff_t inCount)
-{
-    static constexpr uintptr_t kPage = 4096;
-    if (inPackets.readable)
-        return inPackets.readable - inFrom >= inCount;
-    return (reinterpret_cast<uintptr_t>(inFrom) & (kPage - 1)) <= kPage - (uintptr_t)inCount;
-}
+namespace {
 
-// Reads bytes behind the source that are not used.
+// A place in the packets, and where their units go to.
+template <class Unit>
+struct Place {
+    const uint8_t* from;
+    Unit* to;
+};
+
+// Where the packets, the memory that may be read, and the room for units end.
+template <class Unit>
+struct Ends {
+    const uint8_t *packets, *readable;
+    Unit* room;
+};
+
+// For what may read bytes that nobody asked for and does not use them.
 #define LAMPBLACK_READS_ON __attribute__((no_sanitize("address")))
 
-// One block of 16 bytes: what follows the count byte, or the byte that repeats, as the mask says.
-LAMPBLACK_READS_ON static inline void PutBlock(const uint8_t* inPlain, __m128i inIsRun, __m128i inRun,
-                                               uint8_t* out)
+LAMPBLACK_READS_ON inline void Read(const uint8_t* inAt, uint8_t* outUnit)
 {
-    const __m128i plain = _mm_loadu_si128(reinterpret_cast<const __m128i*>(inPlain));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_or_si128(inRun, _mm_andnot_si128(inIsRun, plain)));
+    *outUnit = *inAt;
+}
+LAMPBLACK_READS_ON inline void Read(const uint8_t* inAt, uint16_t* outUnit) // big-endian
+{
+    *outUnit = (uint16_t)(inAt[0] << 8 | inAt[1]);
 }
 
-// Neither the kind of packet nor its length makes a branch, since both come as if by chance: every packet
-// writes four blocks, of which the next packet overwrites what is too much. Answers where it stopped: at a
-// longer packet, or short of an end.
-LAMPBLACK_READS_ON static const uint8_t* UnpackFast(const Packets& inPackets, uint8_t*& ioAt,
-                                                    const uint8_t* inRoomEnd)
+// Without a branch, which compilers would like to have here.
+inline ptrdiff_t IfNegative(ptrdiff_t inTest, ptrdiff_t inThen, ptrdiff_t inElse)
 {
-    static constexpr ptrdiff_t kBlocks = 64;
-    const uint8_t* from = inPackets.begin;
-    uint8_t* to = ioAt;
-    while (inPackets.end - from > kBlocks && inRoomEnd - to >= kBlocks &&
-           MayRead(inPackets, from, kBlocks + 1)) {
-        const int n = (int8_t)from[0];
-        const int isRun = n >> 31; // all bits or none
-        const int count = 1 + ((n ^ isRun) - isRun);
-        if (count > kBlocks)
-            break;
-        const __m128i mask = _mm_set1_epi32(isRun);
-        const __m128i run = _mm_and_si128(mask, _mm_set1_epi8((char)from[1]));
-        for (int i = 0; i < kBlocks; i += 16)
-            PutBlock(from + 1 + i, mask, run, to + i);
-        from += 2 + (n & ~isRun);
-        to += count;
-    }
-    ioAt = to;
-    return from;
-}
+#ifdef __x86_64__
+    __asm__("testq %1, %1\n\tcmovsq %2, %0" : "+r"(inElse) : "r"(inTest), "r"(inThen) : "cc");
+    return inElse;
 #else
-static const uint8_t* UnpackFast(const Packets& inPackets, uint8_t*&, const uint8_t*)
-{
-    return inPackets.begin;
-}
+    return inTest < 0 ? inThen : inElse;
 #endif
+}
+
+// The packets' units in parts of 32 bytes, made of vectors of any length.
+template <class Unit, int kVectorBytes>
+struct Parts {
+    static constexpr int kUnits = 32 / (int)sizeof(Unit), kVector = kVectorBytes / (int)sizeof(Unit);
+    typedef Unit Vector __attribute__((vector_size(kVectorBytes)));
+
+    // One unit all over.
+    LAMPBLACK_READS_ON __attribute__((always_inline)) static inline void Repeat(const uint8_t* inUnit,
+                                                                                int inCount, Unit* out)
+    {
+        Unit unit;
+        Read(inUnit, &unit);
+        const Vector run = Vector{} + unit;
+        for (int i = 0; i < inCount; i += kVector)
+            std::memcpy(out + i, &run, sizeof run);
+    }
+    // What follows a count, or one unit all over if the count is negative.
+    LAMPBLACK_READS_ON __attribute__((always_inline)) static inline void
+    Put(ptrdiff_t inN, const uint8_t* inUnits, int inCount, Unit* out)
+    {
+        Unit unit;
+        Read(inUnits, &unit);
+        const Vector isRun = Vector{} + (Unit)(inN >> 63), run = (Vector{} + unit) & isRun;
+        for (int i = 0; i < inCount; i += kVector) {
+            Vector plain;
+            std::memcpy(&plain, inUnits + (size_t)i * sizeof(Unit), sizeof plain);
+            if (sizeof(Unit) == 2)
+                plain = plain << 8 | plain >> 8;
+            plain = (plain & ~isRun) | run;
+            std::memcpy(out + i, &plain, sizeof plain);
+        }
+    }
+};
+
+} // namespace
+
+// Two packets at a time if the first one is a run, since then it is known where the second one begins before
+// the first one's count is. Neither the kind of a packet nor its length makes a branch, since both come as if by
+// chance: each writes a whole part, of which the next overwrites what is too much, and only long ones write
+// more. Goes as far as parts may be read and answers where it is. The last packets, which may reach beyond the
+// ends, begin where *outLast says. Writes as many as kUnpackSlack units behind the room.
+template <class Unit, int kVectorBytes>
+LAMPBLACK_READS_ON __attribute__((always_inline)) static inline Place<Unit>
+UnpackPairs(Place<Unit> at, const Ends<Unit>& inEnds, Place<Unit>* outLast)
+{
+    using P = Parts<Unit, kVectorBytes>;
+    constexpr ptrdiff_t kUnit = sizeof(Unit), kRun = 1 + kUnit, kLongest = 1 + kMaxPacket * kUnit;
+    const ptrdiff_t readable = std::max<ptrdiff_t>(inEnds.readable - at.from - kRun - P::kUnits * kUnit, 0);
+    const uint8_t* const stop = at.from + std::min(readable, inEnds.packets - at.from);
+    Place<Unit> last = at;
+    while (at.from < stop && at.to < inEnds.room) {
+        const ptrdiff_t first = (int8_t)at.from[0], second = (int8_t)at.from[kRun], isRun = first >> 63;
+        const ptrdiff_t length = isRun & (1 - first);
+        P::Repeat(at.from + 1, P::kUnits, at.to);
+        if (length > P::kUnits) [[unlikely]] {
+            if (first == kNothing) {
+                ++at.from;
+                continue;
+            }
+            P::Repeat(at.from + 1, kMaxPacket, at.to);
+        }
+        last = at;
+        at.to += length;
+        if (at.to >= inEnds.room) {
+            at.from += kRun;
+            break;
+        }
+        const uint8_t* const packet = at.from + (isRun & kRun);
+        const ptrdiff_t n = IfNegative(first, second, first);
+        const ptrdiff_t count = 1 + ((n ^ n >> 63) - (n >> 63));
+        P::Put(n, packet + 1, P::kUnits, at.to);
+        if (count > P::kUnits) [[unlikely]] {
+            const bool isNothing = n == kNothing;
+            if (isNothing || inEnds.readable - packet < kLongest) {
+                at.from = packet + isNothing;
+                if (isNothing)
+                    continue;
+                break;
+            }
+            P::Put(n, packet + 1, kMaxPacket, at.to);
+        }
+        at.from += IfNegative(first, kRun + 1 + kUnit * (1 + IfNegative(second, 0, second)),
+                              1 + kUnit * (1 + first));
+        at.to += count;
+    }
+    *outLast = last;
+    return at;
+}
+
+template <class Unit>
+LAMPBLACK_READS_ON LAMPBLACK_AVX2 static Place<Unit> UnpackWithAvx2(Place<Unit> at, const Ends<Unit>& inEnds,
+                                                                    Place<Unit>* outLast)
+{
+    return UnpackPairs<Unit, 32>(at, inEnds, outLast);
+}
+
+template <class Unit>
+LAMPBLACK_READS_ON static Place<Unit> UnpackParts(Place<Unit> at, const Ends<Unit>& inEnds,
+                                                  Place<Unit>* outLast)
+{
+    return quickdraw::HasAvx2() ? UnpackWithAvx2(at, inEnds, outLast)
+                                : UnpackPairs<Unit, 16>(at, inEnds, outLast);
+}
 
 // One packet, cut at both ends.
-static const uint8_t* UnpackOne(const uint8_t* inFrom, const uint8_t* inEnd, uint8_t*& ioAt,
-                                const uint8_t* inRoomEnd)
+template <class Unit>
+static Place<Unit> UnpackOne(Place<Unit> at, const Ends<Unit>& inEnds)
 {
-    const int n = (int8_t)*inFrom++;
-    if (n == -128 || inFrom == inEnd)
-        return inFrom;
-    const auto room = (size_t)(inRoomEnd - ioAt);
+    const int n = (int8_t)*at.from++;
+    const size_t units = (size_t)(inEnds.packets - at.from) / sizeof(Unit),
+                 room = (size_t)(inEnds.room - at.to);
+    if (n == kNothing)
+        return at;
+    if (units == 0)
+        return { inEnds.packets, at.to };
     if (n < 0) {
         const size_t count = std::min((size_t)(1 - n), room);
-        std::memset(ioAt, *inFrom, count);
-        ioAt += count;
-        return inFrom + 1;
+        Unit repeated;
+        Read(at.from, &repeated);
+        std::fill_n(at.to, count, repeated);
+        return { at.from + sizeof(Unit), at.to + count };
     }
-    const size_t count = std::min({ (size_t)(n + 1), room, (size_t)(inEnd - inFrom) });
-    std::memcpy(ioAt, inFrom, count);
-    ioAt += count;
-    return inFrom + count;
+    const size_t count = std::min({ (size_t)n + 1, units, room });
+    for (size_t i = 0; i < count; ++i)
+        Read(at.from + i * sizeof(Unit), at.to + i);
+    return { at.from + count * sizeof(Unit), at.to + count };
+}
+
+// As far as packets and room reach; there must be slack behind the room.
+template <class Unit>
+static Place<Unit> UnpackWithSlack(Place<Unit> at, const Ends<Unit>& inEnds)
+{
+    Place<Unit> last;
+    at = UnpackParts(at, inEnds, &last);
+    if (at.from > inEnds.packets || at.to > inEnds.room)
+        at = last;
+    while (at.from < inEnds.packets && at.to < inEnds.room)
+        at = UnpackOne(at, inEnds);
+    return at;
 }
 
 size_t UnpackBytes(const Packets& inPackets, uint8_t* out, size_t inRoom)
 {
-    uint8_t* to = out;
-    const uint8_t* const roomEnd = out + inRoom;
-    const uint8_t* from = inPackets.begin;
-    while (inPackets.end - from > 1 && to < roomEnd) {
-        from = UnpackFast({ from, inPackets.end, inPackets.readable }, to, roomEnd);
-        if (inPackets.end - from > 1 && to < roomEnd)
-            from = UnpackOne(from, inPackets.end, to, roomEnd);
-    }
-    return (size_t)(to - out);
-}
-
-static uint16_t WordAt(const uint8_t* inAt)
-{
-    return (uint16_t)(inAt[0] << 8 | inAt[1]);
+    const Ends<uint8_t> ends = { inPackets.end, inPackets.readable, out + inRoom };
+    return (size_t)(UnpackWithSlack<uint8_t>({ inPackets.begin, out }, ends).to - out);
 }
 
 size_t UnpackWords(const Packets& inPackets, uint16_t* out, size_t inRoom)
 {
-    const uint8_t* from = inPackets.begin;
-    size_t done = 0;
-    while (inPackets.end - from > 2 && done < inRoom) {
-        const int n = (int8_t)*from++;
-        if (n == -128)
-            continue;
-        const size_t wanted = std::min((size_t)(n < 0 ? 1 - n : n + 1), inRoom - done);
-        if (n < 0) {
-            std::fill_n(out + done, wanted, WordAt(from));
-            from += 2;
-            done += wanted;
-            continue;
-        }
-        const size_t count = std::min(wanted, (size_t)(inPackets.end - from) / 2);
-        for (size_t i = 0; i < count; ++i)
-            out[done + i] = WordAt(from + 2 * i);
-        from += 2 * count;
-        done += count;
-    }
-    return done;
+    const Ends<uint16_t> ends = { inPackets.end, inPackets.readable, out + inRoom };
+    return (size_t)(UnpackWithSlack<uint16_t>({ inPackets.begin, out }, ends).to - out);
 }
 
 template <typename Unit>
@@ -211,20 +284,43 @@ void PackBits(Ptr* srcPtr, Ptr* dstPtr, short srcBytes)
     *dstPtr += packets.size();
 }
 
-// Packet by packet where the fast way stops: at the end of a page, and of the room.
+namespace {
+
+constexpr ptrdiff_t kPage = 4096;
+constexpr ptrdiff_t kFarAway = 1 << 20; // the source is trusted
+constexpr ptrdiff_t kAside = 1024;      // rows as long as that are unpacked aside, where there is slack
+constexpr auto kSlack = (ptrdiff_t)kUnpackSlack;
+
+// What is not known to be readable is read only within the page of what was asked for, where nothing can fail.
+// Whole parts go before inPartsEnd, behind which there is slack, and nothing is left behind inRoomEnd.
+Place<uint8_t> UnpackPages(Place<uint8_t> at, uint8_t* inPartsEnd, uint8_t* inRoomEnd)
+{
+    while (at.to < inPartsEnd) {
+        const ptrdiff_t inPage = kPage - (ptrdiff_t)(reinterpret_cast<uintptr_t>(at.from) & (kPage - 1));
+        Place<uint8_t> last;
+        at = UnpackParts<uint8_t>(at, { at.from + kFarAway, at.from + inPage, inPartsEnd }, &last);
+        if (at.to > inRoomEnd)
+            at = last;
+        if (at.to < inPartsEnd)
+            at = UnpackOne<uint8_t>(at, { at.from + kFarAway, nullptr, inRoomEnd });
+    }
+    return at;
+}
+
+} // namespace
+
 void UnpackBits(Ptr* srcPtr, Ptr* dstPtr, short dstBytes)
 {
-    static constexpr int kFarAway = 1 << 20; // the source is trusted
     if (!srcPtr || !dstPtr || !*srcPtr || !*dstPtr || dstBytes <= 0)
         return;
-    const auto* from = reinterpret_cast<const uint8_t*>(*srcPtr);
-    auto* to = reinterpret_cast<uint8_t*>(*dstPtr);
-    const uint8_t* const roomEnd = to + dstBytes;
-    while (to < roomEnd) {
-        from = UnpackFast({ from, from + kFarAway, nullptr }, to, roomEnd);
-        if (to < roomEnd)
-            from = UnpackOne(from, from + kFarAway, to, roomEnd);
-    }
-    *srcPtr = reinterpret_cast<Ptr>(const_cast<uint8_t*>(from));
-    *dstPtr = reinterpret_cast<Ptr>(to);
+    Place<uint8_t> at = { reinterpret_cast<const uint8_t*>(*srcPtr), reinterpret_cast<uint8_t*>(*dstPtr) };
+    uint8_t* const end = at.to + dstBytes;
+    if (dstBytes > kAside)
+        at = UnpackPages(at, end - kSlack, end);
+    const ptrdiff_t rest = end - at.to;
+    uint8_t aside[kAside + kSlack];
+    at.from = UnpackPages({ at.from, aside }, aside + rest, aside + rest).from;
+    std::memcpy(at.to, aside, (size_t)rest);
+    *srcPtr = reinterpret_cast<Ptr>(const_cast<uint8_t*>(at.from));
+    *dstPtr = reinterpret_cast<Ptr>(end);
 }

@@ -14,11 +14,14 @@ namespace lampblack::pictures {
 struct Packets {
     const uint8_t* begin;
     const uint8_t* end;
-    const uint8_t* readable; // end or beyond; null when nobody knows
+    const uint8_t* readable; // end or beyond
 };
 
+// How many units of memory there must be behind the room that is unpacked into.
+inline constexpr size_t kUnpackSlack = 128;
+
 // Unpacks until the packets or the room are at their end, and answers how many units are written. A packet
-// that reaches past either is cut. Room beyond what is written may be changed.
+// that reaches past either is cut. What is beyond the answer, the slack included, may be changed.
 size_t UnpackBytes(const Packets&, uint8_t* out, size_t room);
 size_t UnpackWords(const Packets&, uint16_t* out, size_t room); // big-endian words, written in native order
 

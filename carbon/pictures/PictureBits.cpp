@@ -119,8 +119,9 @@ RowReader::RowReader(const MapHeader& inMap, RowCoding inCoding, const BigEndian
     BigEndianReader rest = inAt;
     const Bytes all = rest.ReadBytes(rest.Remaining());
     fReadable = all.data() + all.size();
-    // Decoded pixels and, for channels, up to four of them a pixel; whole blocks may be written.
-    fRow.resize((size_t)std::max(fMap.rowBytes, NativeRowBytes(fMap)) + (size_t)fMap.Width() * 4 + 16);
+    // Decoded pixels and, for channels, up to four of them a pixel.
+    const int most = std::max({ fMap.rowBytes, NativeRowBytes(fMap), fMap.Width() * 4 });
+    fRow.resize((size_t)most + kUnpackSlack * 2);
 }
 
 bool RowReader::Next(Bytes* outRow)
@@ -174,9 +175,9 @@ void RowReader::Decode(Bytes inRow, uint8_t* outNative)
         ZeroFrom(row, UnpackBytes(packets, row, (size_t)fMap.rowBytes), (size_t)fMap.rowBytes);
         return DecodePlain({ row, (size_t)fMap.rowBytes }, outNative);
     case RowCoding::PackedWords: {
-        auto* words = reinterpret_cast<uint16_t*>(outNative);
-        const size_t done = UnpackWords(packets, words, (size_t)fMap.Width());
-        return ZeroFrom(outNative, done * 2, (size_t)NativeRowBytes(fMap));
+        const size_t done = 2 * UnpackWords(packets, reinterpret_cast<uint16_t*>(row), (size_t)fMap.Width());
+        std::memcpy(outNative, row, done);
+        return ZeroFrom(outNative, done, (size_t)NativeRowBytes(fMap));
     }
     case RowCoding::PackedChannels: {
         const size_t whole = (size_t)fMap.Width() * (fMap.channels == 4 ? 4 : 3);
