@@ -13,6 +13,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <new>
 
 namespace lampblack::memory {
 
@@ -54,8 +55,28 @@ public:
         return block->isAlive ? block : nullptr;
     }
 
-    HandleBlock* New(); // null without memory
-    void Delete(HandleBlock*);
+    HandleBlock* New() // null without memory
+    {
+        const bool mayReuse = fFreeCount > kQuarantine;
+        if (!mayReuse && fUsed == fBacked && !Grow())
+            return nullptr;
+        HandleBlock* block = new (mayReuse ? TakeFree() : fBlocks + fUsed++) HandleBlock;
+        block->isAlive = true;
+        ++fCount;
+        return block;
+    }
+
+    // Its bytes have been given back.
+    void Delete(HandleBlock* inBlock)
+    {
+        const UInt32 index = (UInt32)(inBlock - fBlocks);
+        new (inBlock) HandleBlock;
+        (fFreeCount ? fBlocks[fNewestFree].item : fOldestFree) = index;
+        fNewestFree = index;
+        ++fFreeCount;
+        --fCount;
+    }
+
     size_t Count() const { return fCount; }
 
     // Calls inVisit(HandleBlock*) for each that is alive when its turn comes; it may make and delete others.
@@ -70,7 +91,13 @@ public:
 private:
     static constexpr size_t kQuarantine = 256; // disposed records whose addresses are not yet used again
 
-    HandleBlock* TakeFree();
+    HandleBlock* TakeFree()
+    {
+        HandleBlock* block = fBlocks + fOldestFree;
+        fOldestFree = block->item;
+        --fFreeCount;
+        return block;
+    }
     bool Grow();
 
     HandleBlock* fBlocks =

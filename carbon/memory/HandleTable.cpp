@@ -55,34 +55,4 @@ bool HandleTable::Grow()
     return true;
 }
 
-HandleBlock* HandleTable::TakeFree()
-{
-    HandleBlock* block = fBlocks + fOldestFree;
-    fOldestFree = block->item;
-    --fFreeCount;
-    return block;
-}
-
-HandleBlock* HandleTable::New()
-{
-    const bool mayReuse = fFreeCount > kQuarantine;
-    if (!mayReuse && fUsed == fBacked && !Grow())
-        return nullptr;
-    HandleBlock* block = new (mayReuse ? TakeFree() : fBlocks + fUsed++) HandleBlock;
-    block->isAlive = true;
-    ++fCount;
-    return block;
-}
-
-// Its bytes have been given back.
-void HandleTable::Delete(HandleBlock* inBlock)
-{
-    const UInt32 index = (UInt32)(inBlock - fBlocks);
-    new (inBlock) HandleBlock;
-    (fFreeCount ? fBlocks[fNewestFree].item : fOldestFree) = index;
-    fNewestFree = index;
-    ++fFreeCount;
-    --fCount;
-}
-
 } // namespace lampblack::memory

@@ -1,5 +1,6 @@
 // Which flipper is called for which type: the ones that were installed, then the platform's own.
 #include "Flippers.h"
+#include "ResourceMap.h"
 
 #include <map>
 
@@ -37,18 +38,24 @@ Flipper FindFlipper(OSType inDomain, OSType inType)
 
 } // namespace
 
+bool IsUnflipped(OSType inType)
+{
+    uint64_t& unflipped = UnflippedPlace(inType);
+    if (unflipped == (uint64_t)inType + 1)
+        return true;
+    if (FindFlipper(kCoreEndianResourceManagerDomain, inType).proc)
+        return false;
+    unflipped = (uint64_t)inType + 1;
+    return true;
+}
+
 namespace {
 
 OSStatus Flip(OSType inType, SInt16 inID, void* ioData, size_t inSize, bool inNative)
 {
-    uint64_t& unflipped = UnflippedPlace(inType);
-    if (unflipped == (uint64_t)inType + 1)
+    if (IsUnflipped(inType))
         return noErr;
     const Flipper flipper = FindFlipper(kCoreEndianResourceManagerDomain, inType);
-    if (!flipper.proc) {
-        unflipped = (uint64_t)inType + 1;
-        return noErr;
-    }
     return flipper.proc(kCoreEndianResourceManagerDomain, inType, inID, ioData, inSize, inNative,
                         flipper.refcon);
 }
@@ -75,6 +82,7 @@ OSStatus CoreEndianInstallFlipper(OSType dataDomain, OSType dataType, CoreEndian
         return paramErr;
     Installed()[{ dataDomain, dataType }] = { proc, refcon };
     UnflippedPlace(dataType) = 0;
+    ++gMapEpoch;
     return noErr;
 }
 

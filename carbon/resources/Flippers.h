@@ -9,6 +9,9 @@ namespace lampblack::resources {
 // The platform's flipper of a resource type; null when the type is delivered as it is.
 CoreEndianFlipProc StandardFlipper(OSType inType);
 
+// Whether what is loaded of a type stays as it is.
+bool IsUnflipped(OSType inType);
+
 // Turns what was just read from a file into native order, by the installed flipper or else the platform's.
 OSStatus FlipLoaded(OSType inType, SInt16 inID, void* ioData, size_t inSize);
 // The other way: what is about to be written.

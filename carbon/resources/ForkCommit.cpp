@@ -69,6 +69,7 @@ void OwnImage(ResourceFile& ioFile)
         return;
     const Bytes bytes = ioFile.image->Contents();
     ioFile.image = ForkImage::OfBytes(std::vector<uint8_t>(bytes.begin(), bytes.end()));
+    ioFile.map.Rebase(ioFile.image->Contents(), ioFile.areas.dataOffset, ioFile.areas.dataLength);
 }
 
 void PatchImage(ResourceFile& ioFile, const ForkPlan& inPlan)

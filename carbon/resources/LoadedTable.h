@@ -1,9 +1,8 @@
 // Handles by type and ID: it holds no more than handles of resources that are loaded, so that a look-up that finds
-// one is one probe and needs nothing else.
+// one needs nothing else.
 //
-// Eight neighbouring IDs share a slot, in which each has its place: of resources that are numbered in a row, the
-// usual case, there are few slots, that lie close together and are found at the first try. Open addressing, linear
-// probing; a slot whose handles are all gone stays until the table grows.
+// Each type has a row, and that the handles of a range of IDs, each at its place: what is numbered in a row, as
+// resources mostly are, is found without a search. IDs that lie too far off for their number are not listed.
 #ifndef LAMPBLACK_RESOURCES_LOADEDTABLE_H
 #define LAMPBLACK_RESOURCES_LOADEDTABLE_H
 
@@ -12,51 +11,47 @@
 #include <algorithm>
 #include <bit>
 #include <cstddef>
-#include <cstdint>
 #include <vector>
 
 namespace lampblack::resources {
 
-// What a look-up reads of a table.
+struct LoadedRow {
+    OSType type = 0;
+    SInt32 first = 0;          // ID
+    UInt32 count = 0;          // of IDs; 0: the row is empty
+    UInt32 index = 0;          // of the range that is its own
+    Handle* handles = nullptr; // count; null: not loaded
+
+    bool Covers(SInt16 inID) const { return (UInt32)(inID - first) < count; }
+    Handle At(SInt16 inID) const { return Covers(inID) ? handles[inID - first] : nullptr; }
+};
+
+// What a look-up reads of a table, which keeps it: open addressing, linear probing.
 struct LoadedView {
-    static constexpr size_t kSlotSize = 8;
-    static constexpr uint64_t kNoGroup = ~(uint64_t)0;
-    static constexpr uint64_t kNothing[2] = { kNoGroup, kNoGroup };
+    static constexpr LoadedRow kNothing[2] = {};
 
-    const uint64_t* groups = kNothing; // which IDs of which type have the slot
-    const Handle* handles = nullptr;   // kSlotSize of each slot; null: not loaded
-    int shift = 63;                    // 64 less the bits of a slot's number
+    const LoadedRow* rows = kNothing;
+    int shift = 31; // 32 less the bits of a row's number
 
-    static uint64_t GroupOf(OSType inType, SInt16 inID)
+    size_t HomeOf(OSType inType) const { return (inType * 0x9E3779B1u) >> shift; }
+
+    // The type's row, or the empty one where it would be.
+    size_t RowOf(OSType inType) const
     {
-        return (uint64_t)inType << 13 | (uint16_t)inID / kSlotSize;
-    }
-    static size_t PlaceOf(SInt16 inID) { return (uint16_t)inID % kSlotSize; } // in its slot
-    // The upper bits: they spread runs of groups evenly.
-    size_t HomeOf(uint64_t inGroup) const { return (size_t)((inGroup * 0x9E3779B97F4A7C15u) >> shift); }
-
-    // The group's slot, or the empty one where it would be.
-    size_t SlotOf(uint64_t inGroup) const
-    {
-        size_t slot = HomeOf(inGroup);
-        while (groups[slot] != inGroup && groups[slot] != kNoGroup)
-            slot = (slot + 1) & (((size_t)1 << (64 - shift)) - 1);
-        return slot;
+        const size_t mask = ((size_t)1 << (32 - shift)) - 1;
+        size_t row = HomeOf(inType);
+        while (rows[row].count > 0 && rows[row].type != inType)
+            row = (row + 1) & mask;
+        return row;
     }
 
-    Handle Find(OSType inType, SInt16 inID) const
-    {
-        const uint64_t group = GroupOf(inType, inID);
-        const size_t slot = SlotOf(group);
-        return groups[slot] == group ? handles[slot * kSlotSize + PlaceOf(inID)] : nullptr;
-    }
+    Handle Find(OSType inType, SInt16 inID) const { return rows[RowOf(inType)].At(inID); }
 
-    // Looks no farther than the first slot, where most are.
+    // Looks no farther than the first row, where most types are.
     Handle FindAtHome(OSType inType, SInt16 inID) const
     {
-        const uint64_t group = GroupOf(inType, inID);
-        const size_t slot = HomeOf(group);
-        return groups[slot] == group ? handles[slot * kSlotSize + PlaceOf(inID)] : nullptr;
+        const LoadedRow& row = rows[HomeOf(inType)];
+        return row.type == inType ? row.At(inID) : nullptr;
     }
 };
 
@@ -65,85 +60,106 @@ public:
     LoadedTable() = default;
     LoadedTable(const LoadedTable&) = delete;
 
-    const LoadedView& View() const { return fView; } // lasts as long as the table
+    LoadedView View() const { return fView; } // lasts until something is inserted or cleared
     bool IsEmpty() const { return fCount == 0; }
     Handle Find(OSType inType, SInt16 inID) const { return fView.Find(inType, inID); }
 
-    void Insert(OSType inType, SInt16 inID, Handle inHandle)
+    // False: the ID is not listed.
+    bool Insert(OSType inType, SInt16 inID, Handle inHandle)
     {
-        const uint64_t group = LoadedView::GroupOf(inType, inID);
-        if (fGroups.empty() || fGroups[fView.SlotOf(group)] != group)
-            MakeRoom();
-        const size_t slot = fView.SlotOf(group);
-        fSlotCount += fGroups[slot] == group ? 0 : 1;
-        fGroups[slot] = group;
-        Handle& place = PlaceIn(slot, inID);
-        fCount += place ? 0 : 1;
+        LoadedRow* row = FindRow(inType);
+        if (!row)
+            row = AddRow(inType, inID);
+        if (!row->Covers(inID) && !Widen(row, inID))
+            return false;
+        Handle& place = row->handles[inID - row->first];
+        const size_t added = place ? 0 : 1;
         place = inHandle;
+        fRanges[row->index].loaded += added;
+        fCount += added;
+        return true;
     }
 
     void Erase(OSType inType, SInt16 inID)
     {
-        if (!Find(inType, inID))
+        LoadedRow* row = FindRow(inType);
+        if (!row || !row->At(inID))
             return;
-        PlaceIn(fView.SlotOf(LoadedView::GroupOf(inType, inID)), inID) = nullptr;
+        row->handles[inID - row->first] = nullptr;
+        --fRanges[row->index].loaded;
         --fCount;
     }
 
     void Clear()
     {
         fView = {};
-        fGroups.clear();
-        fHandles.clear();
-        fSlotCount = fCount = 0;
+        fRows.clear();
+        fRanges.clear();
+        fCount = 0;
     }
 
 private:
-    static constexpr size_t kSlotSize = LoadedView::kSlotSize;
+    struct Range {
+        std::vector<Handle> handles;
+        size_t loaded = 0;
+    };
 
-    Handle& PlaceIn(size_t inSlot, SInt16 inID)
+    LoadedRow* FindRow(OSType inType)
     {
-        return fHandles[inSlot * kSlotSize + LoadedView::PlaceOf(inID)];
+        const size_t row = fView.RowOf(inType);
+        return fView.rows[row].count > 0 ? &fRows[row] : nullptr;
     }
 
-    static bool HasHandles(const Handle* inSlot)
+    // A quarter of the rows is taken, so that most types are found at once.
+    LoadedRow* AddRow(OSType inType, SInt16 inID)
     {
-        return std::any_of(inSlot, inSlot + kSlotSize, [](Handle handle) { return handle != nullptr; });
+        if ((fRanges.size() + 1) * 4 > fRows.size())
+            Grow();
+        fRanges.push_back({ std::vector<Handle>(8), 0 });
+        LoadedRow& row = fRows[fView.RowOf(inType)];
+        const SInt32 first = std::min<SInt32>(inID, 0x7FFF - 7);
+        row = { inType, first, 8, (UInt32)fRanges.size() - 1, fRanges.back().handles.data() };
+        return &row;
     }
 
-    // For one more group; at most half of the slots are taken.
-    void MakeRoom()
+    void Grow()
     {
-        if ((fSlotCount + 1) * 2 > fGroups.size())
-            Rebuild();
-    }
-
-    void Rebuild()
-    {
-        size_t live = 1;
-        for (size_t slot = 0; slot < fGroups.size(); ++slot)
-            live += HasHandles(&fHandles[slot * kSlotSize]) ? 1 : 0;
-        std::vector<uint64_t> groups(std::bit_ceil(live * 3), LoadedView::kNoGroup);
-        std::vector<Handle> handles(groups.size() * kSlotSize);
-        const LoadedView view = { groups.data(), handles.data(), 64 - std::countr_zero(groups.size()) };
-        for (size_t slot = 0; slot < fGroups.size(); ++slot) {
-            const Handle* old = &fHandles[slot * kSlotSize];
-            if (!HasHandles(old))
-                continue;
-            const size_t place = view.SlotOf(fGroups[slot]);
-            groups[place] = fGroups[slot];
-            std::copy_n(old, kSlotSize, &handles[place * kSlotSize]);
-        }
-        fGroups.swap(groups);
-        fHandles.swap(handles);
+        std::vector<LoadedRow> rows(std::max<size_t>(8, fRows.size() * 2));
+        const LoadedView view = { rows.data(), 32 - std::countr_zero(rows.size()) };
+        for (const LoadedRow& row : fRows)
+            if (row.count > 0)
+                rows[view.RowOf(row.type)] = row;
+        fRows.swap(rows);
         fView = view;
-        fSlotCount = live - 1;
     }
 
-    LoadedView fView; // of the two vectors
-    std::vector<uint64_t> fGroups;
-    std::vector<Handle> fHandles;
-    size_t fSlotCount = 0, fCount = 0;
+    // To the new ID, with room beyond for those that will follow it.
+    bool Widen(LoadedRow* ioRow, SInt16 inID)
+    {
+        constexpr SInt32 kLeastWidth = 256, kWidthOfOne = 16;
+        Range& range = fRanges[ioRow->index];
+        SInt32 first = std::min<SInt32>(ioRow->first, inID);
+        SInt32 end = std::max<SInt32>(ioRow->first + (SInt32)ioRow->count, inID + 1);
+        const SInt32 width = end - first;
+        if (width > kLeastWidth + kWidthOfOne * (SInt32)range.loaded)
+            return false;
+        if (first < ioRow->first)
+            first = std::max(first - width / 2, -0x8000);
+        else
+            end = std::min(end + width / 2, 0x8000);
+        std::vector<Handle> wider((size_t)(end - first));
+        std::copy(range.handles.begin(), range.handles.end(), wider.begin() + (ioRow->first - first));
+        range.handles.swap(wider);
+        ioRow->first = first;
+        ioRow->count = (UInt32)range.handles.size();
+        ioRow->handles = range.handles.data();
+        return true;
+    }
+
+    LoadedView fView; // of the rows
+    std::vector<LoadedRow> fRows;
+    std::vector<Range> fRanges;
+    size_t fCount = 0;
 };
 
 } // namespace lampblack::resources

@@ -203,7 +203,7 @@ void ResourceChain::MakeCurrent(size_t inIndex)
 {
     fCurrent = inIndex;
     ResourceFile* file = inIndex < fFiles.size() ? fFiles[inIndex].get() : nullptr;
-    gFront = file ? ChainFront{ file, &file->loaded.View(), file->refNum } : ChainFront();
+    gFront = file ? ChainFront{ file, file->loaded.View(), file->refNum } : ChainFront();
 }
 
 bool ResourceChain::SetCurrent(SInt16 inRefNum)
@@ -270,18 +270,8 @@ Resource ResourceChain::ResourceOf(Handle inHandle) const
     return block ? Resource{ (ResourceFile*)block->keeper, block->item } : Resource();
 }
 
-void ResourceChain::Forget(memory::HandleBlock* ioBlock)
+void ResourceFile::Unlist(memory::HandleBlock* ioBlock)
 {
-    ResourceFile& file = *(ResourceFile*)ioBlock->keeper;
-    file.ForgetLoaded(ioBlock);
-    file.handles[ioBlock->item] = nullptr;
-    ioBlock->keeper = nullptr;
-}
-
-void ResourceFile::ForgetLoaded(memory::HandleBlock* ioBlock)
-{
-    if (!ioBlock->isListed)
-        return;
     const ResourceInfo info = map.Info(ioBlock->item);
     loaded.Erase(info.type, info.id);
     ioBlock->isListed = false;
@@ -299,17 +289,7 @@ void ResourceChain::Disposed(Handle inHandle)
         else
             map.Remove(resource.entry); // it was never in the file
     }
-    Forget(memory::FindHandle(inHandle));
-}
-
-void ResourceChain::Bind(memory::HandleBlock* ioBlock, ResourceFile* inFile, uint32_t inEntry)
-{
-    if (inFile->handles.size() <= inEntry)
-        inFile->handles.resize(std::max<size_t>(inFile->map.EntryCount(), inEntry + 1));
-    inFile->handles[inEntry] = (Handle)ioBlock;
-    ioBlock->state |= kHandleIsResourceMask;
-    ioBlock->keeper = inFile;
-    ioBlock->item = inEntry;
+    resources::Forget(memory::FindHandle(inHandle));
 }
 
 Handle ResourceChain::HandleOf(ResourceFile* inFile, uint32_t inEntry, bool inLoad, OSErr* outError)
@@ -323,8 +303,7 @@ Handle ResourceChain::HandleOf(ResourceFile* inFile, uint32_t inEntry, bool inLo
 
 Handle ResourceChain::NewHandleOf(ResourceFile* inFile, uint32_t inEntry, bool inLoad, OSErr* outError)
 {
-    if (inFile->handles.size() <= inEntry)
-        inFile->handles.resize(std::max<size_t>(inFile->map.EntryCount(), inEntry + 1));
+    inFile->MakeRoomFor(inEntry);
     memory::HandleBlock* block = memory::gHandles.New();
     memory::SetError(*outError = block ? noErr : memFullErr);
     if (!block)

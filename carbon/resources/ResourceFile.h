@@ -51,16 +51,44 @@ struct ResourceFile {
     void LetImageGo();
 
     bool IsChanged(uint32_t inEntry) const { return map.IsChanged(inEntry); }
-    void ForgetLoaded(memory::HandleBlock*);
+    void ForgetLoaded(memory::HandleBlock* ioBlock)
+    {
+        if (ioBlock->isListed)
+            Unlist(ioBlock);
+    }
+    void Unlist(memory::HandleBlock*);
+
+    void MakeRoomFor(uint32_t inEntry)
+    {
+        if (handles.size() <= inEntry)
+            handles.resize(std::max<size_t>(map.EntryCount(), inEntry + 1));
+    }
+    void Keep(memory::HandleBlock* ioBlock, uint32_t inEntry) // for which there is room
+    {
+        handles[inEntry] = (Handle)ioBlock;
+        ioBlock->state |= kHandleIsResourceMask;
+        ioBlock->keeper = this;
+        ioBlock->item = inEntry;
+    }
 };
+
+// A handle of a resource is that no longer.
+inline void Forget(memory::HandleBlock* ioBlock)
+{
+    ResourceFile& file = *(ResourceFile*)ioBlock->keeper;
+    file.ForgetLoaded(ioBlock);
+    file.handles[ioBlock->item] = nullptr;
+    ioBlock->keeper = nullptr;
+}
 
 // What the calls that are made most often need of the chain.
 struct ChainFront {
-    ResourceFile* file = nullptr;      // the current one, if there is one
-    const LoadedView* loaded = &kNone; // of it
-    SInt16 refNum = kSystemResFile;    // its number
+    ResourceFile* file = nullptr;   // the current one, if there is one
+    LoadedView loaded;              // of it
+    SInt16 refNum = kSystemResFile; // its number
 
-    static constexpr LoadedView kNone = {};
+    // After a change of the table.
+    void LookAtTable() { loaded = file ? file->loaded.View() : LoadedView(); }
 };
 [[gnu::visibility("hidden")]] extern constinit ChainFront gFront;
 
@@ -102,13 +130,16 @@ public:
     // The handle of a resource, made if there is none; loaded when `inLoad`. Null on error.
     Handle HandleOf(ResourceFile*, uint32_t inEntry, bool inLoad, OSErr* outError);
     // Makes a handle that is none the resource's.
-    void Bind(memory::HandleBlock*, ResourceFile*, uint32_t inEntry);
+    static void Bind(memory::HandleBlock* ioBlock, ResourceFile* ioFile, uint32_t inEntry)
+    {
+        ioFile->MakeRoomFor(inEntry);
+        ioFile->Keep(ioBlock, inEntry);
+    }
 
     // Reads the data of a resource into its handle, if that is empty.
     OSErr Load(Handle);
 
-    // Forgets that a handle is a resource's. Disposed: what was changed goes with it.
-    void Forget(memory::HandleBlock*);
+    // A resource's handle is about to go, and what was changed with it.
     void Disposed(Handle);
 
 private:

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <new>
 
+using namespace lampblack;
 using namespace lampblack::resources;
 
 namespace {
@@ -55,17 +56,19 @@ try {
 
 void DetachResource(Handle theResource)
 try {
-    const Resource resource = Checked(theResource);
-    if (!resource)
+    memory::HandleBlock* block = memory::FindHandle(theResource);
+    if (!block || !block->keeper) {
+        SetResourceError(resNotFound);
         return;
-    if (resource.IsChanged()) {
+    }
+    if (((ResourceFile*)block->keeper)->IsChanged(block->item)) {
         SetResourceError(resAttrErr);
         return;
     }
-    lampblack::memory::HandleBlock* block = lampblack::memory::FindHandle(theResource);
-    Chain().Forget(block);
+    Forget(block);
     block->state &= (UInt8)~kHandleIsResourceMask;
-    lampblack::memory::SetError(noErr);
+    memory::SetError(noErr);
+    SetResourceError(noErr);
 } catch (const std::bad_alloc&) {
     LMSetResErr(memFullErr);
 }
@@ -81,7 +84,7 @@ try {
     if (theType)
         *theType = info.type;
     if (name)
-        lampblack::foundation::PascalFromMacRoman(info.name, name);
+        foundation::PascalFromMacRoman(info.name, name);
 } catch (const std::bad_alloc&) {
     LMSetResErr(memFullErr);
 }

@@ -25,6 +25,7 @@ uint64_t KeyOf(OSType inType, SInt16 inID)
 void ResourceMap::Open(const ResourceFork* inFork)
 {
     const ResourceFork::Shape areas = inFork->Areas();
+    ++gMapEpoch;
     fFork = inFork;
     fEdits.reset();
     fReader = inFork->Reader();
@@ -35,6 +36,7 @@ void ResourceMap::Open(const ResourceFork* inFork)
 
 ResourceMap::Edits& ResourceMap::Edit()
 {
+    ++gMapEpoch;
     if (fEdits)
         return *fEdits;
     auto edits = std::make_unique<Edits>();
@@ -74,6 +76,7 @@ ResourceMap::Edits& ResourceMap::Edit()
 
 void ResourceMap::Rebase(Bytes inFork, uint32_t inDataOffset, uint32_t inDataLength)
 {
+    ++gMapEpoch;
     fBytes = inFork;
     fReader = nullptr;
     fDataOffset = inDataOffset;
@@ -193,6 +196,14 @@ bool ResourceMap::StoredOf(uint32_t inEntry, StoredResource* outStored) const
     outStored->id = entry.id;
     outStored->attributes = entry.attributes;
     return PlaceOf(inEntry, &outStored->data);
+}
+
+bool ResourceMap::StoredInMemory(uint32_t inEntry, StoredResource* outStored, const uint8_t** outBytes) const
+{
+    if (fReader || !StoredOf(inEntry, outStored))
+        return false;
+    *outBytes = fBytes.data() + outStored->data.offset;
+    return Fits(outStored->data.offset, outStored->data.length, fBytes.size());
 }
 
 bool ResourceMap::IsInFile(uint32_t inEntry) const

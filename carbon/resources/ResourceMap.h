@@ -16,6 +16,9 @@ namespace lampblack::resources {
 constexpr uint32_t kNoEntry = 0xFFFFFFFF;
 constexpr uint32_t kNotWritten = 0xFFFFFFFF;
 
+// Grows whenever what a map says may have changed, or the place of the bytes that it leads to. Never 0.
+inline constinit unsigned gMapEpoch = 1;
+
 struct MapEntry {
     OSType type = 0;
     SInt16 id = 0;
@@ -37,6 +40,8 @@ struct MapType {
 
 class ResourceMap {
 public:
+    ~ResourceMap() { ++gMapEpoch; }
+
     // The fork must outlive this object or the next Open.
     void Open(const ResourceFork*);
 
@@ -62,6 +67,8 @@ public:
     bool PlaceOf(uint32_t inEntry, DataPlace* outPlace) const;
     bool IsInFile(uint32_t inEntry) const;
     bool StoredOf(uint32_t inEntry, StoredResource*) const; // false: as PlaceOf
+    // The same, and where the data lie in memory; false also of what is read.
+    bool StoredInMemory(uint32_t inEntry, StoredResource*, const uint8_t** outBytes) const;
 
     // Bytes of the fork; false when they cannot be read any more.
     bool Read(size_t inOffset, size_t inCount, void* outBytes) const;

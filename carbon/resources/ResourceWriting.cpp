@@ -84,7 +84,7 @@ OSErr Remove(Handle inHandle)
     if (error != noErr)
         return error;
     resource.file->map.Remove(resource.entry);
-    Chain().Forget(memory::FindHandle(inHandle));
+    Forget(memory::FindHandle(inHandle));
     HClrRBit(inHandle);
     return noErr;
 }
@@ -195,6 +195,7 @@ try {
             return error;
         const std::string_view newName = NameOf(name);
         resource.file->loaded.Clear();
+        gFront.LookAtTable();
         resource.file->map.SetInfo(resource.entry, theID, !newName.empty(), newName);
         return noErr;
     });

@@ -1,7 +1,9 @@
 // Entries that find, count and number resources.
 #include <Carbon/Resources.h>
 
+#include "Flippers.h"
 #include "ManagerState.h"
+#include "RecentLoads.h"
 #include "ResourceFile.h"
 
 #include <algorithm>
@@ -62,35 +64,71 @@ Handle HandleOfFound(const Found& inFound, ResType inType, SInt16 inID)
         file && inFound.entry < file->handles.size() ? file->handles[inFound.entry] : nullptr;
     if (!handle || !*handle)
         return HandleOf(inFound);
-    if (file == gFront.file) {
-        file->loaded.Insert(inType, inID, handle);
+    if (file == gFront.file && file->loaded.Insert(inType, inID, handle)) {
         memory::FindHandle(handle)->isListed = true;
+        gFront.LookAtTable();
     }
     SetResourceError(noErr);
     return handle;
 }
 
-Handle FindAndGet(bool inCurrentOnly, ResType inType, SInt16 inID)
+RecentLoads gRecentLoads;
+
+// What was just found by type and ID, and loaded.
+void Remember(const Found& inFound, ResType inType, SInt16 inID)
+{
+    StoredResource stored;
+    const uint8_t* bytes = nullptr;
+    if (IsUnflipped(inType) && inFound.file->map.StoredInMemory(inFound.entry, &stored, &bytes))
+        gRecentLoads.Keep({ inFound.file, bytes, 0, (uint32_t)stored.data.length, inFound.entry, inType, inID,
+                            stored.attributes });
+}
+
+[[gnu::noinline]] Handle FindAndGet(bool inCurrentOnly, ResType inType, SInt16 inID)
 try {
-    if (const Handle handle = gFront.loaded->Find(inType, inID)) {
+    if (const Handle handle = gFront.loaded.Find(inType, inID)) {
         SetResourceError(noErr);
         return handle;
     }
     const auto look = [&](const ResourceMap& map) { return map.Find(inType, inID); };
-    return HandleOfFound(Search(inCurrentOnly, look), inType, inID);
+    const Found found = Search(inCurrentOnly, look);
+    const Handle handle = HandleOfFound(found, inType, inID);
+    if (handle && *handle && found.file == gFront.file)
+        Remember(found, inType, inID);
+    return handle;
 } catch (const std::bad_alloc&) {
+    gFront.LookAtTable(); // which may have grown before
     SetResourceError(memFullErr);
     return nullptr;
+}
+
+// The next copy of what was taken away after it had been loaded; else it is to be found.
+[[gnu::noinline]] Handle LoadOrFind(bool inCurrentOnly, ResType inType, SInt16 inID)
+{
+    ResourceFile* file = gFront.file;
+    const RecentLoad* load = gRecentLoads.Find(file, inType, inID);
+    const bool isWanted = load && gLoad && load->entry < file->handles.size() && !file->handles[load->entry];
+    memory::HandleBlock* block = isWanted ? memory::gHandles.New() : nullptr;
+    if (!block)
+        return FindAndGet(inCurrentOnly, inType, inID);
+    if (!load->LoadInto(block)) {
+        memory::DisposeBlock(block);
+        return FindAndGet(inCurrentOnly, inType, inID);
+    }
+    file->Keep(block, load->entry);
+    memory::SetError(noErr);
+    SetResourceError(noErr);
+    return (Handle)block;
 }
 
 // The usual case, a resource of the current file that is loaded already, takes the short way.
 inline Handle GetByID(bool inCurrentOnly, ResType inType, SInt16 inID)
 {
-    if (const Handle handle = gFront.loaded->FindAtHome(inType, inID)) {
+    if (const Handle handle = gFront.loaded.FindAtHome(inType, inID)) {
         SetResourceError(noErr);
         return handle;
     }
-    return FindAndGet(inCurrentOnly, inType, inID);
+    return LoadOrFind(inCurrentOnly, inType, inID);
 }
 
 SInt16 ClampCount(size_t inCount)

@@ -38,20 +38,48 @@ TEST_CASE("LoadedTable: agrees with a plain map through random insertions and er
     CHECK(table.Find('TEXT', 1) == nullptr);
 }
 
-TEST_CASE("LoadedTable: IDs far apart, of many types, and what was erased before the table grew")
+TEST_CASE(
+    "LoadedTable: what is listed is found; IDs too far apart are not, nor what was erased before it grew")
 {
     LoadedTable table;
     static Ptr masters[2];
+    const auto typeOf = [](int i) { return (OSType)(i % 97); };
     const auto idOf = [](int i) { return (SInt16)(i * 211); };
+    std::vector<bool> isListed;
     for (int i = 0; i < 3000; ++i) {
-        table.Insert((OSType)(i % 97), idOf(i), &masters[i % 2]);
+        isListed.push_back(table.Insert(typeOf(i), idOf(i), &masters[i % 2]) && i % 3 != 0);
         if (i % 3 == 0)
-            table.Erase((OSType)(i % 97), idOf(i));
+            table.Erase(typeOf(i), idOf(i));
     }
     for (int i = 0; i < 3000; ++i) {
-        REQUIRE(table.Find((OSType)(i % 97), idOf(i)) == (i % 3 ? &masters[i % 2] : nullptr));
-        REQUIRE(table.Find((OSType)(i % 97 + 97), idOf(i)) == nullptr);
+        REQUIRE(table.Find(typeOf(i), idOf(i)) == (isListed[(size_t)i] ? &masters[i % 2] : nullptr));
+        REQUIRE(table.Find(typeOf(i) + 97, idOf(i)) == nullptr);
     }
+    CHECK(std::count(isListed.begin(), isListed.end(), true) > 97);
+    CHECK(std::count(isListed.begin(), isListed.end(), true) < 1900);
+}
+
+TEST_CASE("LoadedTable: IDs in a row are all listed, upwards and downwards, to either end")
+{
+    LoadedTable table;
+    static Ptr master;
+    for (int id = 0; id <= 0x7FFF; ++id) {
+        REQUIRE(table.Insert('up  ', (SInt16)id, &master));
+        REQUIRE(table.Insert('down', (SInt16)(-id - 1), &master));
+        REQUIRE(table.Insert('both', (SInt16)(id % 2 ? -id / 2 - 1 : id / 2), &master));
+    }
+    for (int id = 0; id <= 0x7FFF; ++id) {
+        REQUIRE(table.Find('up  ', (SInt16)id) == &master);
+        REQUIRE(table.Find('up  ', (SInt16)(-id - 1)) == nullptr);
+        REQUIRE(table.Find('down', (SInt16)(-id - 1)) == &master);
+        REQUIRE(table.Find('down', (SInt16)id) == nullptr);
+    }
+    CHECK(table.Find('both', 0x3FFF) == &master);
+    CHECK(table.Find('both', -0x4000) == &master);
+    LoadedTable last;
+    CHECK(last.Insert('last', 0x7FFF, &master));
+    CHECK(last.Find('last', 0x7FFF) == &master);
+    CHECK(last.Find('last', -0x8000) == nullptr);
 }
 
 TEST_CASE("GetResource: what is loaded is found through the chain, from the current file on")
@@ -109,6 +137,95 @@ TEST_CASE("Get1Resource, DetachResource: again and again, each time a handle of 
         SetText(handle, "mine");
         DisposeHandle(handle);
     }
+}
+
+namespace {
+
+// The text of a resource that is asked for, taken away and thrown away.
+std::string Take(OSType inType, SInt16 inID)
+{
+    const Handle handle = Get1Resource(inType, inID);
+    if (!handle)
+        return "none";
+    const std::string text = TextOf(handle);
+    DetachResource(handle);
+    DisposeHandle(handle);
+    return text;
+}
+
+} // namespace
+
+TEST_CASE("Get1Resource: what was taken away comes as the file has it by now")
+{
+    WritableFile file;
+    file.Reopen(fsRdPerm);
+    for (const char* text : { "one", "one", "another", "longer than what fits into a few bytes" }) {
+        if (Take('TEXT', 1) != text) {
+            file.Reopen();
+            const Handle handle = Get1Resource('TEXT', 1);
+            SetText(handle, text);
+            ChangedResource(handle);
+            WriteResource(handle);
+            ReleaseResource(handle);
+            CHECK(Take('TEXT', 1) == text);
+            file.Reopen(fsRdPerm);
+        }
+        CHECK(Take('TEXT', 1) == text);
+        CHECK(Take('TEXT', 1) == text);
+        CHECK(ResError() == noErr);
+        CHECK(MemError() == noErr);
+    }
+    file.Reopen();
+    CHECK(Take('TEXT', 3) == "three");
+    CHECK(Take('TEXT', 3) == "three");
+    SetResInfo(Get1Resource('TEXT', 3), 4, nullptr);
+    CHECK(Take('TEXT', 3) == "none");
+    CHECK(Take('TEXT', 4) == "three");
+    RemoveResource(Get1Resource('TEXT', 4));
+    CHECK(Take('TEXT', 4) == "none");
+}
+
+TEST_CASE("Get1Resource: what was taken away comes from the current file, or not at all")
+{
+    WritableFile file;
+    file.Create("Other");
+    const SInt16 other = file.Place::Open("Other");
+    AddText("other's", 'TEXT', 1);
+    UpdateResFile(other);
+    for (int i = 0; i < 3; ++i) {
+        UseResFile(file.refNum);
+        CHECK(Take('TEXT', 1) == "one");
+        CHECK(Take('TEXT', 2) == "two");
+        UseResFile(other);
+        CHECK(Take('TEXT', 1) == "other's");
+        CHECK(Take('TEXT', 2) == "none");
+        CHECK(ResError() == resNotFound);
+    }
+    CloseResFile(other);
+    CHECK(Take('TEXT', 1) == "one");
+}
+
+TEST_CASE("Get1Resource: what was taken away has its attributes again, and is not loaded against SetResLoad")
+{
+    WritableFile file;
+    SetResAttrs(Get1Resource('TEXT', 1), resPurgeable | resLocked | resChanged);
+    UpdateResFile(file.refNum);
+    file.Reopen(fsRdPerm);
+    for (int i = 0; i < 3; ++i) {
+        const Handle handle = Get1Resource('TEXT', 1);
+        CHECK((UInt8)HGetState(handle) == (kHandleIsResourceMask | kHandlePurgeableMask | kHandleLockedMask));
+        CHECK(HomeResFile(handle) == file.refNum);
+        CHECK(Get1Resource('TEXT', 1) == handle);
+        DetachResource(handle);
+        DisposeHandle(handle);
+    }
+    SetResLoad(false);
+    const Handle empty = Get1Resource('TEXT', 1);
+    SetResLoad(true);
+    REQUIRE(empty != nullptr);
+    CHECK(*empty == nullptr);
+    CHECK(Get1Resource('TEXT', 1) == empty);
+    CHECK(TextOf(empty) == "one");
 }
 
 TEST_CASE("Get1Resource: a flipper that is installed later flips a type that had none")
