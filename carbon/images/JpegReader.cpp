@@ -3,6 +3,8 @@
 #include "ImageReader.h"
 #include "Libraries.h"
 
+#include <quickdraw/Vectors.h>
+
 #include <algorithm>
 #include <csetjmp>
 #include <new>
@@ -95,10 +97,14 @@ void ColorsOfInks(const uint8_t* inInks, bool inIsInverted, uint32_t* outRow, in
 }
 
 // The library sets the byte that holds no colour. The row is still in the nearest cache.
-void ClearSpareBytes(uint32_t* ioRow, int inCount)
+[[gnu::always_inline]] inline void ClearSpareBytes(uint32_t* ioRow, int inCount)
 {
     for (int i = 0; i < inCount; ++i)
         ioRow[i] &= kColorBits;
+}
+LAMPBLACK_AVX2 void ClearWithAvx2(uint32_t* ioRow, int inCount)
+{
+    ClearSpareBytes(ioRow, inCount);
 }
 
 class JpegReader final : public ImageReader {
@@ -227,7 +233,8 @@ int JpegReader::Read(uint32_t* const* outRows, int inCount)
     if (count == 0)
         fError = Failure();
     for (int row = 0; row < count && !hasInks; ++row)
-        ClearSpareBytes(outRows[row], fFacts.width);
+        quickdraw::HasAvx2() ? ClearWithAvx2(outRows[row], fFacts.width)
+                             : ClearSpareBytes(outRows[row], fFacts.width);
     fRow += count;
     return count;
 }
