@@ -4,7 +4,12 @@
 
 #include <Carbon/Carbon.h>
 
+#include "prefs/PreferenceFile.h"
+
 namespace lampblack::prefs {
+
+// The open preference file; kResFileNotOpened: none is.
+[[gnu::visibility("hidden")]] extern SInt16 gOpenFile;
 
 // StPreferenceFile
 //
@@ -12,8 +17,22 @@ namespace lampblack::prefs {
 // it at the end. The current resource file is restored, and the operation's result left in ResError.
 class StPreferenceFile {
 public:
-    [[nodiscard]] explicit StPreferenceFile(SInt8 inPermission);
-    ~StPreferenceFile();
+    [[nodiscard]] explicit StPreferenceFile(SInt8 inPermission)
+        : fWasOpen(gOpenFile != kResFileNotOpened), fSaved(CurResFile())
+    {
+        if (fWasOpen)
+            UseResFile(gOpenFile);
+        else
+            fResult = static_cast<OSErr>(OpenPreferenceFile(inPermission));
+        fIsOpen = fResult == noErr;
+    }
+    ~StPreferenceFile()
+    {
+        if (fIsOpen && !fWasOpen)
+            ClosePreferenceFile();
+        UseResFile(fSaved);
+        LMSetResErr(fResult);
+    }
 
     StPreferenceFile(const StPreferenceFile&) = delete;
     StPreferenceFile& operator=(const StPreferenceFile&) = delete;

@@ -10,7 +10,9 @@
 #include "util/Random.h"
 #include "window/WindowUtilities.h"
 
+using lampblack::prefs::FetchEntry;
 using lampblack::prefs::StPreferenceFile;
+using lampblack::prefs::TakeEntry;
 
 namespace {
 
@@ -55,15 +57,6 @@ SInt16 NewEntryID(OSType inType)
         id = static_cast<SInt16>(id + 1);
     while (Get1IndResource(inType, id));
     return id;
-}
-
-// The resource as a handle that is the caller's, or null; leaves the result with inFile.
-Handle TakeEntry(Handle inResource, StPreferenceFile* ioFile)
-{
-    if (inResource)
-        DetachResource(inResource);
-    ioFile->SetResult(inResource ? noErr : resNotFound);
-    return inResource;
 }
 
 } // namespace
@@ -131,8 +124,7 @@ OSStatus AddNamedPreferenceData(const void* inData, SInt32 inSize, OSType inType
 
 Handle GetPreferenceResource(OSType inType, SInt16 inID)
 {
-    StPreferenceFile file(fsRdPerm);
-    return file.IsOpen() ? TakeEntry(Get1Resource(inType, inID), &file) : nullptr;
+    return FetchEntry(inType, inID);
 }
 
 Handle GetNamedPreferenceResource(OSType inType, SInt16* outID, ConstStr255Param inName)
@@ -152,8 +144,7 @@ Handle GetNamedPreferenceResource(OSType inType, SInt16* outID, ConstStr255Param
 void GetPreferenceData(OSType inType, SInt16 inID, void* outData, SInt32 inSize, const void* inDefault,
                        SInt32 inDefaultSize)
 {
-    lampblack::prefs::CopyEntry(GetPreferenceResource(inType, inID),
-                                { outData, inSize, inDefault, inDefaultSize });
+    lampblack::prefs::CopyEntry(FetchEntry(inType, inID), { outData, inSize, inDefault, inDefaultSize });
 }
 
 void GetNamedPreferenceData(OSType inType, ConstStr255Param inName, void* outData, SInt32 inSize,
@@ -185,7 +176,7 @@ OSStatus StoreWindowPosition(WindowRef inWindow, SInt16 inID)
 
 OSStatus RestoreWindowPosition(WindowRef inWindow, SInt16 inID)
 {
-    const Handle position = GetPreferenceResource(kWindowPositionType, inID);
+    const Handle position = FetchEntry(kWindowPositionType, inID);
     const bool isWhole =
         position && GetHandleSize(position) >= static_cast<Size>(sizeof(WindowPositionRecord));
     const OSStatus result =

@@ -8,6 +8,8 @@
 namespace {
 
 using lampblack::prefs::CopyEntry;
+using lampblack::prefs::FetchEntry;
+using lampblack::prefs::FetchValue;
 using lampblack::prefs::kWholeEntry;
 
 template <typename Value>
@@ -21,14 +23,6 @@ template <typename Value>
 OSStatus AddAt(const Value* inValue, OSType inType, SInt16 inID, ConstStr255Param inName)
 {
     return AddPreferenceData(inValue, sizeof *inValue, inType, inID, inName);
-}
-
-template <typename Value>
-Value Get(OSType inType, SInt16 inID, const Value& inDefault)
-{
-    Value value = inDefault;
-    GetPreferenceData(inType, inID, &value, sizeof value, &inDefault, sizeof inDefault);
-    return value;
 }
 
 // Whether an entry is one whole string; a file may hold anything.
@@ -109,32 +103,32 @@ OSStatus AddBooleanNamedPreference(Boolean inValue, OSType inType, ConstStr255Pa
 
 UInt32 GetUInt32Preference(OSType inType, SInt16 inID, UInt32 inDefault)
 {
-    return Get(inType, inID, inDefault);
+    return FetchValue(inType, inID, inDefault);
 }
 
 SInt32 GetSInt32Preference(OSType inType, SInt16 inID, SInt32 inDefault)
 {
-    return Get(inType, inID, inDefault);
+    return FetchValue(inType, inID, inDefault);
 }
 
 SInt16 GetSInt16Preference(OSType inType, SInt16 inID, SInt16 inDefault)
 {
-    return Get(inType, inID, inDefault);
+    return FetchValue(inType, inID, inDefault);
 }
 
 RGBColor GetRGBColorPreference(OSType inType, SInt16 inID, RGBColor inDefault)
 {
-    return Get(inType, inID, inDefault);
+    return FetchValue(inType, inID, inDefault);
 }
 
 Rect GetRectPreference(OSType inType, SInt16 inID, const Rect* inDefault)
 {
-    return Get(inType, inID, inDefault ? *inDefault : Rect{});
+    return FetchValue(inType, inID, inDefault ? *inDefault : Rect{});
 }
 
 void GetPStringPreference(OSType inType, SInt16 inID, StringPtr outValue, ConstStr255Param inDefault)
 {
-    const Handle entry = GetPreferenceResource(inType, inID);
+    const Handle entry = FetchEntry(inType, inID);
     // The whole entry, but no more than any Pascal string has: a file may hold anything.
     const Size size = std::min<Size>(entry ? GetHandleSize(entry) : 0, sizeof(Str255));
     CopyEntry(entry, { outValue, static_cast<SInt32>(size), inDefault, inDefault ? inDefault[0] + 1 : 0 },
@@ -148,17 +142,17 @@ void GetFSSpecPreference(OSType inType, SInt16 inID, FSSpec* outValue, const FSS
 
 double GetFloat64Preference(OSType inType, SInt16 inID, double inDefault)
 {
-    return Get(inType, inID, inDefault);
+    return FetchValue(inType, inID, inDefault);
 }
 
 float GetFloat32Preference(OSType inType, SInt16 inID, float inDefault)
 {
-    return Get(inType, inID, inDefault);
+    return FetchValue(inType, inID, inDefault);
 }
 
 void GetCStringPreference(OSType inType, SInt16 inID, char* outValue, const char* inDefault)
 {
-    const Handle entry = GetPreferenceResource(inType, inID);
+    const Handle entry = FetchEntry(inType, inID);
     const Size size = entry ? GetHandleSize(entry) : 0;
     const bool isComplete = IsCString(entry);
     const SInt32 defaultSize = inDefault ? static_cast<SInt32>(std::strlen(inDefault) + 1) : 0;
@@ -169,7 +163,7 @@ void GetCStringPreference(OSType inType, SInt16 inID, char* outValue, const char
 
 Boolean GetBooleanPreference(OSType inType, SInt16 inID, Boolean inDefault)
 {
-    return Get(inType, inID, inDefault);
+    return FetchValue(inType, inID, inDefault);
 }
 
 Boolean GetBooleanNamedPreference(OSType inType, ConstStr255Param inName, Boolean inDefault)
