@@ -197,6 +197,8 @@ bool AllLoopsArePlain()
 #ifdef __x86_64__
         if (!LoopIsPlain<Format>(&BlendBySse2<Format>, seed))
             return false;
+        if (__builtin_cpu_supports("avx2") && !LoopIsPlain<Format>(&BlendByAvx2<Format>, seed))
+            return false;
 #endif
     }
     return true;

@@ -228,6 +228,62 @@ struct Avx2 {
     }
 };
 
+// Four times as many. What is white is a mask of one bit a pixel.
+#define LAMPBLACK_AVX512 [[gnu::target("avx512f,avx512bw"), gnu::always_inline]]
+struct Avx512 {
+    using Vector = __m512i;
+    static constexpr int kBytes = 64;
+
+    LAMPBLACK_AVX512 static inline Vector Load(const UInt8* p) { return _mm512_loadu_si512(p); }
+    LAMPBLACK_AVX512 static inline void Store(UInt8* p, Vector v) { _mm512_storeu_si512(p, v); }
+    LAMPBLACK_AVX512 static inline bool IsAllOnes(__mmask16 m) { return m == 0xFFFF; }
+    LAMPBLACK_AVX512 static inline bool IsAllOnes(__mmask32 m) { return m == 0xFFFFFFFF; }
+    LAMPBLACK_AVX512 static inline Vector Choose(Vector a, Vector b, __mmask16 inWhereB)
+    {
+        return _mm512_mask_blend_epi32(inWhereB, a, b);
+    }
+    LAMPBLACK_AVX512 static inline Vector Choose(Vector a, Vector b, __mmask32 inWhereB)
+    {
+        return _mm512_mask_blend_epi16(inWhereB, a, b);
+    }
+    LAMPBLACK_AVX512 static inline __mmask16 White(Pixels32, Vector m)
+    {
+        return _mm512_cmpeq_epi32_mask(m, _mm512_set1_epi32(Pixels32::kWhite));
+    }
+    LAMPBLACK_AVX512 static inline __mmask32 White(Pixels16, Vector m)
+    {
+        return _mm512_cmpeq_epi16_mask(m, _mm512_set1_epi16(Pixels16::kWhite));
+    }
+    LAMPBLACK_AVX512 static inline Vector Sum(Vector a, Vector inWeight, Vector b, Vector inRest)
+    {
+        return _mm512_add_epi16(_mm512_mulhi_epu16(a, inWeight), _mm512_mulhi_epu16(b, inRest));
+    }
+    LAMPBLACK_AVX512 static inline Vector Blend(Pixels32, Vector d, Vector s, Vector m)
+    {
+        const Vector blues =
+            _mm512_set4_epi32((int)0xFF0CFF0C, (int)0xFF08FF08, (int)0xFF04FF04, (int)0xFF00FF00);
+        const Vector green = _mm512_set1_epi32(0xFF00);
+        const Vector weight = _mm512_shuffle_epi8(m, blues);
+        const Vector rest = _mm512_xor_si512(weight, _mm512_set1_epi32(0x00FF00FF));
+        const Vector redBlue = Sum(_mm512_slli_epi16(d, 8), weight, _mm512_slli_epi16(s, 8), rest);
+        const Vector greens = Sum(_mm512_and_si512(d, green), weight, _mm512_and_si512(s, green), rest);
+        return _mm512_or_si512(redBlue, _mm512_slli_epi16(greens, 8));
+    }
+    LAMPBLACK_AVX512 static inline Vector Blend(Pixels16, Vector d, Vector s, Vector m)
+    {
+        const Vector weight = _mm512_and_si512(m, _mm512_set1_epi16(0x1F));
+        const Vector rest = _mm512_sub_epi16(_mm512_set1_epi16(32), weight);
+        const Vector top = _mm512_set1_epi16((short)0xF800);
+        const Vector red = Sum(_mm512_and_si512(_mm512_slli_epi16(d, 1), top), weight,
+                               _mm512_and_si512(_mm512_slli_epi16(s, 1), top), rest);
+        const Vector greens = Sum(_mm512_and_si512(_mm512_slli_epi16(d, 6), top), weight,
+                                  _mm512_and_si512(_mm512_slli_epi16(s, 6), top), rest);
+        const Vector blue = Sum(_mm512_slli_epi16(d, 11), weight, _mm512_slli_epi16(s, 11), rest);
+        return _mm512_or_si512(_mm512_or_si512(_mm512_slli_epi16(red, 10), _mm512_slli_epi16(greens, 5)),
+                               blue);
+    }
+};
+
 // A vector whose mask is white all over is passed by without a look at the other pixels.
 #define LAMPBLACK_BLEND_ROWS(Machine)                                                                        \
     constexpr int kStep = Machine::kBytes / (int)sizeof(typename Format::Pixel);                             \
@@ -259,8 +315,22 @@ template <class Format>
     LAMPBLACK_BLEND_ROWS(Avx2)
 }
 
+template <class Format>
+[[gnu::target("avx512f,avx512bw")]] void BlendByAvx512(BlendArea inArea)
+{
+    LAMPBLACK_BLEND_ROWS(Avx512)
+}
+
 #undef LAMPBLACK_BLEND_ROWS
+#undef LAMPBLACK_AVX512
 #undef LAMPBLACK_AVX2
+
+// Whether 64 bytes at a time are faster: the machines that have VBMI do not slow down for them.
+inline bool HasFastAvx512()
+{
+    return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
+           __builtin_cpu_supports("avx512vbmi");
+}
 
 #endif
 
@@ -269,7 +339,9 @@ template <class Format>
 BlendProc FastestBlend()
 {
 #ifdef __x86_64__
-    return __builtin_cpu_supports("avx2") ? &BlendByAvx2<Format> : &BlendBySse2<Format>;
+    return HasFastAvx512()                  ? &BlendByAvx512<Format>
+           : __builtin_cpu_supports("avx2") ? &BlendByAvx2<Format>
+                                            : &BlendBySse2<Format>;
 #else
     return &BlendPlainly<Format>;
 #endif

@@ -16,11 +16,9 @@ class PixelRows {
 public:
     explicit PixelRows(PixMapHandle inMap)
         : fBase(reinterpret_cast<UInt8*>(GetPixBaseAddr(inMap))),
-          fRowBytes((**inMap).rowBytes & kRowBytesBits)
+          fRowBytes((**inMap).rowBytes & kRowBytesBits),
+          fBytes(fRowBytes * ((**inMap).bounds.bottom - (**inMap).bounds.top))
     {
-        Rect bounds;
-        GetPixBounds(inMap, &bounds);
-        fBytes = (ptrdiff_t)GetPixRowBytes(inMap) * (bounds.bottom - bounds.top);
     }
 
     UInt8* Base() const { return fBase; }
