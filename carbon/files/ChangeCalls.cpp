@@ -28,6 +28,14 @@ OSErr Find(FSVolumeRefNum inVolume, SInt32 inDirectory, ConstStr255Param inName,
     return inName[0] == 0 ? (OSErr)bdNamErr : Resolve(inVolume, inDirectory, inName, outItem);
 }
 
+// What is to get another name or place. A folder may be meant by its ID alone, but the default directory, where
+// the application lies, is not meant by nothing at all.
+OSErr FindToMove(FSVolumeRefNum inVolume, SInt32 inDirectory, ConstStr255Param inName, Item* outItem)
+{
+    const bool isNothing = inDirectory == 0 && (!inName || inName[0] == 0);
+    return isNothing ? (OSErr)bdNamErr : Resolve(inVolume, inDirectory, inName, outItem);
+}
+
 // As published: a script code with its high bit set; the system's own and Roman need none.
 FXInfo ExtendedInfoFor(ScriptCode inScript)
 {
@@ -173,7 +181,7 @@ try {
 OSErr HRename(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param oldName, ConstStr255Param newName)
 try {
     Item item;
-    return Rename(Resolve(vRefNum, dirID, oldName, &item), item, newName);
+    return Rename(FindToMove(vRefNum, dirID, oldName, &item), item, newName);
 } catch (const std::bad_alloc&) {
     return memFullErr;
 }
@@ -196,7 +204,7 @@ OSErr CatMove(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param oldName, SI
               ConstStr255Param newName)
 try {
     Item item;
-    return Move(Resolve(vRefNum, dirID, oldName, &item), item, newDirID, newName);
+    return Move(FindToMove(vRefNum, dirID, oldName, &item), item, newDirID, newName);
 } catch (const std::bad_alloc&) {
     return memFullErr;
 }

@@ -216,6 +216,27 @@ TEST_CASE("FSpRename: a link is renamed itself")
     CHECK(std::filesystem::is_symlink(scratch.Path() / "Other"));
 }
 
+TEST_CASE("HRename, CatMove: without a name and an ID, the default directory is not meant")
+{
+    TestFolder scratch;
+    scratch.MakeFolder("Default");
+    scratch.MakeFolder("Other");
+    SInt16 volume;
+    SInt32 directory;
+    REQUIRE(HGetVol(nullptr, &volume, &directory) == noErr);
+    REQUIRE(HSetVol(nullptr, scratch.folder.volume, scratch.IDOf("Default")) == noErr);
+    CHECK(CatMove(0, 0, nullptr, 0, nullptr) == bdNamErr);
+    CHECK(CatMove(0, 0, PascalName(""), scratch.IDOf("Other"), nullptr) == bdNamErr);
+    CHECK(HRename(0, 0, nullptr, PascalName("New")) == bdNamErr);
+    CMovePBRec block = {};
+    CHECK(PBCatMoveSync(&block) == bdNamErr);
+    CHECK(scratch.Names() == "Default Other");
+    HSetVol(nullptr, volume, directory);
+    CHECK(CatMove(scratch.folder.volume, scratch.IDOf("Default"), nullptr, scratch.IDOf("Other"), nullptr) ==
+          noErr);
+    CHECK(scratch.Names() == "Other");
+}
+
 TEST_CASE("FSpCatMove, CatMove, PBCatMoveSync: into another folder with all parts")
 {
     TestFolder scratch;
