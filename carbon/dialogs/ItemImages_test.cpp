@@ -13,7 +13,7 @@ namespace {
 
 constexpr UInt32 kRed = 0xFF0000, kBlue = 0x0000FF, kBlack = 0x000000;
 constexpr SInt16 kIcon = 400, kColorIcon = 401, kPicture = 402;
-constexpr SInt16 kIconItem = 1, kColorIconItem = 2, kPictureItem = 3, kButton = 4, kDisabled = 5, kAlert = 6;
+constexpr SInt16 kIconItem = 1, kColorIconItem = 2, kPictureItem = 3, kButton = 4;
 
 // Black everywhere, and without a mask.
 Bytes PlainIcon()
