@@ -70,8 +70,7 @@ TEST_CASE(
     DisposeMenu(menu);
 }
 
-TEST_CASE(
-    "A menu taller than the screen: what the keyboard steps to comes into view, by Home's way and End's")
+TEST_CASE("A menu taller than the screen: what the keyboard steps to comes into view")
 {
     const MenuRef menu = TallMenu(144);
     {
