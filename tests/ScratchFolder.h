@@ -19,6 +19,8 @@ public:
     {
         std::error_code ignored;
         std::filesystem::remove_all(fPath, ignored);
+        // Whoever set the folder's own Finder information or dates made a sidecar beside it.
+        std::filesystem::remove(fPath.parent_path() / ("._" + fPath.filename().string()), ignored);
     }
     ScratchFolder(const ScratchFolder&) = delete;
 
