@@ -3,7 +3,7 @@
 
 #include <cstring>
 #include <doctest/doctest.h>
-#include <memory/HandleBlock.h>
+#include <memory/Blocks.h>
 #include <random>
 #include <string>
 #include <vector>
@@ -118,6 +118,26 @@ TEST_CASE("ReallocateHandle, EmptyHandle: few and many take turns")
     }
     DisposeHandle(handle);
 }
+
+#ifdef LAMPBLACK_POISONS
+TEST_CASE("Address sanitizer: few bytes end where the handle's size says, and are gone with the handle")
+{
+    const Handle handle = NewHandle(5);
+    const Ptr data = *handle;
+    CHECK_FALSE(__asan_address_is_poisoned(data + 4));
+    CHECK(__asan_address_is_poisoned(data + 5));
+    SetHandleSize(handle, kFew);
+    CHECK_FALSE(__asan_address_is_poisoned(data + kFew - 1));
+    SetHandleSize(handle, 1);
+    CHECK(__asan_address_is_poisoned(data + 1));
+    SetHandleSize(handle, 1000);
+    CHECK(__asan_address_is_poisoned(data));
+    SetHandleSize(handle, 3);
+    CHECK_FALSE(__asan_address_is_poisoned(*handle));
+    DisposeHandle(handle);
+    CHECK(__asan_address_is_poisoned(data));
+}
+#endif
 
 namespace {
 
