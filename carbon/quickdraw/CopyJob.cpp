@@ -80,6 +80,8 @@ void CopyJob::PrepareBoolean(short inMode, const CopyColors& inColors)
     const bool isBitMap = IsBitMap(fFrom);
     const bool isCopy = inMode == srcCopy || (inMode == notSrcCopy && (isColored || isBitMap));
     fMeaning = { AllSet(fTo.depth), NoneSet(fTo.depth) };
+    if (inMode == srcCopy && !isColored && fFrom.depth == fTo.depth && fTo.depth >= 16 && !IsPrepared())
+        return fConverter.BeginSame(); // most copies; direct pixels mean black and white as it stands
     if (isCopy)
         fMeaning = MeaningOfCopy(inMode == notSrcCopy, inColors);
     else if (isColored || isBitMap)

@@ -25,6 +25,7 @@ public:
         uint32_t fore = kBlackPixel, back = kWhitePixel;
     };
     Converter() = default;
+    void BeginSame() { fKind = Kind::Same; } // pixels of one direct depth
     void BeginPixels(const Surface& from, const Surface& to, const Meaning&);
     void BeginColors(const Surface& from, const Meaning&);
     Converter(const Converter&) = delete;

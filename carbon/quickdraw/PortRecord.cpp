@@ -7,7 +7,9 @@
 
 #include <memory/ReferenceTable.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstring>
 
 namespace lampblack::quickdraw {
 
@@ -63,10 +65,19 @@ void MakeCurrent(PortRecord* inPort)
     gCurrentPort = inPort;
 }
 
+// Vectors of rows that begin with a cache line lie within one.
+static constexpr size_t kCacheLine = 64, kLargeStorage = 128 << 10;
+
 PixelStorage NewPixels(int width, int height, int depth)
 {
-    const size_t bytes = (size_t)RowBytesFor(width, depth) * (size_t)height;
-    return PixelStorage(static_cast<uint8_t*>(std::calloc(bytes ? bytes : 1, 1)));
+    const size_t bytes = std::max<size_t>((size_t)RowBytesFor(width, depth) * (size_t)height, 1);
+    if (bytes > kLargeStorage) // comes cleared from the system
+        return PixelStorage(static_cast<uint8_t*>(std::calloc(bytes, 1)));
+    void* pixels = nullptr;
+    if (posix_memalign(&pixels, kCacheLine, bytes) != 0)
+        return nullptr;
+    std::memset(pixels, 0, bytes);
+    return PixelStorage(static_cast<uint8_t*>(pixels));
 }
 
 static constexpr Rect kWideOpen = { -32767, -32767, 32767, 32767 };

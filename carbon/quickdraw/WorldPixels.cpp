@@ -23,8 +23,11 @@ PixMapHandle GetGWorldPixMap(GWorldPtr offscreenGWorld)
 
 Boolean LockPixels(PixMapHandle pm)
 {
+    if (PortRecord* port = FindPort(pm)) {
+        port->fPixelState |= pixelsLocked;
+        return port->fMap.baseAddr != nullptr;
+    }
     const PixMap* map = FindPixMap(pm);
-    ChangeState(pm, pixelsLocked, 0);
     return map && map->baseAddr;
 }
 
