@@ -60,10 +60,10 @@ bool Overlap(const PixelRows& a, const PixelRows& b)
 template <class Format>
 BlendProc LoopFor(const Blit& inBlit)
 {
-    static const BlendProc fastest = FastestBlend<Format>();
     const bool meetsItself =
         Overlap(inBlit.destination, inBlit.source) || Overlap(inBlit.destination, inBlit.mask);
-    return meetsItself ? &BlendPlainly<Format> : fastest;
+    return meetsItself ? &BlendPlainly<Format>
+                       : FastestBlend<Format>(inBlit.rows * inBlit.destination.RowBytes());
 }
 
 template <class Format>
