@@ -30,6 +30,6 @@ Name: lampblack
 Description: @PROJECT_DESCRIPTION@
 Version: @PROJECT_VERSION@
 Libs: -L${libdir} -llampblack -llampblack-carbon
-Cflags: -std=c++20 -I${includedir} -I${includedir}/lampblack -Wno-multichar -Dpascal= -Dnil=NULL
+Cflags: -I${includedir} -I${includedir}/lampblack -Wno-multichar -Dpascal= -Dnil=NULL
 ]] @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/lampblack.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

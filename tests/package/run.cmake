@@ -5,13 +5,15 @@ set(steps
     "${CMAKE_COMMAND} --install ${BINARY_DIR} --prefix ${prefix}"
     "${CMAKE_COMMAND} -S ${SOURCE_DIR}/tests/package -B ${BINARY_DIR}/package/build -G Ninja -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_CXX_FLAGS=${FLAGS}"
     "${CMAKE_COMMAND} --build ${BINARY_DIR}/package/build"
-    "${BINARY_DIR}/package/build/outside")
+    "${BINARY_DIR}/package/build/outside"
+    "${BINARY_DIR}/package/build/old")
 find_program(clang NAMES clang++ clang++-14)
 if(clang AND NOT FLAGS)
   list(APPEND steps
     "${CMAKE_COMMAND} -S ${SOURCE_DIR}/tests/package -B ${BINARY_DIR}/package/clang -G Ninja -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_CXX_COMPILER=${clang}"
     "${CMAKE_COMMAND} --build ${BINARY_DIR}/package/clang"
-    "${BINARY_DIR}/package/clang/outside")
+    "${BINARY_DIR}/package/clang/outside"
+    "${BINARY_DIR}/package/clang/old")
 endif()
 foreach(step IN LISTS steps)
   separate_arguments(command UNIX_COMMAND "${step}")

@@ -8,8 +8,6 @@
 #include <Carbon/MacErrors.h>
 #include <Carbon/MacTypes.h>
 
-#include <type_traits>
-
 // Times are seconds since the system started; durations are seconds.
 typedef double EventTime;
 typedef double EventTimeout;
@@ -243,7 +241,7 @@ void InvokeEventLoopIdleTimerUPP(EventLoopTimerRef inTimer, EventLoopIdleTimerMe
 LAMPBLACK_END_C
 
 // UInt32 and ByteCount were one type when applications of that time were written; both are taken.
-template <class Count, class = std::enable_if_t<std::is_same_v<Count, UInt32>>>
+LAMPBLACK_IF_TYPE(Count, UInt32)
 inline OSStatus GetEventParameter(EventRef inEvent, EventParamName inName, EventParamType inDesiredType,
                                   EventParamType* outActualType, ByteCount inBufferSize, Count* outActualSize,
                                   void* outData)

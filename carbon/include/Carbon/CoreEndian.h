@@ -1,8 +1,9 @@
-// Byte order: integers turned from big-endian to native and back, and the flippers that the Resource Manager
-// calls for the types that are read as records. Begin at CoreEndianInstallFlipper.
+// The flippers that the Resource Manager calls for the types that are read as records. Begin at
+// CoreEndianInstallFlipper; numbers by themselves are turned over in Endian.h.
 #ifndef LAMPBLACK_CARBON_COREENDIAN_H
 #define LAMPBLACK_CARBON_COREENDIAN_H
 
+#include <Carbon/Endian.h>
 #include <Carbon/MacErrors.h>
 #include <Carbon/MacTypes.h>
 
@@ -36,75 +37,5 @@ OSStatus CoreEndianFlipData(OSType dataDomain, OSType dataType, SInt16 id, void*
                             Boolean currentlyNative);
 
 LAMPBLACK_END_C
-
-inline UInt16 Endian16_Swap(UInt16 inValue)
-{
-    return __builtin_bswap16(inValue);
-}
-inline UInt32 Endian32_Swap(UInt32 inValue)
-{
-    return __builtin_bswap32(inValue);
-}
-inline UInt64 Endian64_Swap(UInt64 inValue)
-{
-    return __builtin_bswap64(inValue);
-}
-
-inline SInt16 EndianS16_BtoN(SInt16 inValue)
-{
-    return (SInt16)__builtin_bswap16((UInt16)inValue);
-}
-inline SInt16 EndianS16_NtoB(SInt16 inValue)
-{
-    return (SInt16)__builtin_bswap16((UInt16)inValue);
-}
-inline UInt16 EndianU16_BtoN(UInt16 inValue)
-{
-    return __builtin_bswap16(inValue);
-}
-inline UInt16 EndianU16_NtoB(UInt16 inValue)
-{
-    return __builtin_bswap16(inValue);
-}
-inline SInt32 EndianS32_BtoN(SInt32 inValue)
-{
-    return (SInt32)__builtin_bswap32((UInt32)inValue);
-}
-inline SInt32 EndianS32_NtoB(SInt32 inValue)
-{
-    return (SInt32)__builtin_bswap32((UInt32)inValue);
-}
-inline UInt32 EndianU32_BtoN(UInt32 inValue)
-{
-    return __builtin_bswap32(inValue);
-}
-inline UInt32 EndianU32_NtoB(UInt32 inValue)
-{
-    return __builtin_bswap32(inValue);
-}
-inline UInt64 EndianU64_BtoN(UInt64 inValue)
-{
-    return __builtin_bswap64(inValue);
-}
-inline UInt64 EndianU64_NtoB(UInt64 inValue)
-{
-    return __builtin_bswap64(inValue);
-}
-inline SInt16 EndianS16_LtoN(SInt16 inValue)
-{
-    return inValue;
-}
-inline UInt16 EndianU16_LtoN(UInt16 inValue)
-{
-    return inValue;
-}
-inline SInt32 EndianS32_LtoN(SInt32 inValue)
-{
-    return inValue;
-}
-inline UInt32 EndianU32_LtoN(UInt32 inValue)
-{
-    return inValue;
-}
 
 #endif

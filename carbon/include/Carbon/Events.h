@@ -6,8 +6,6 @@
 #include <Carbon/MacErrors.h>
 #include <Carbon/MacTypes.h>
 
-#include <type_traits>
-
 typedef UInt16 EventKind;
 typedef UInt16 EventMask;
 typedef UInt16 EventModifiers;
@@ -287,7 +285,7 @@ UInt32 GetCaretTime(void); // ticks between two changes of a blinking caret
 LAMPBLACK_END_C
 
 // UInt32 and unsigned long were one type when applications of that time were written; both are taken.
-template <class Ticks, class = std::enable_if_t<std::is_same_v<Ticks, unsigned long>>>
+LAMPBLACK_IF_TYPE(Ticks, unsigned long)
 inline void Delay(UInt32 inTicks, Ticks* outFinalTicks)
 {
     UInt32 final = 0;

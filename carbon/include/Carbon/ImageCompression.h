@@ -261,11 +261,7 @@ ComponentResult GraphicsExportDoExport(GraphicsExportComponent ci, UInt32* actua
 LAMPBLACK_END_C
 
 // For sources that keep what is 32 bits wide in a long, as it was when they were written.
-#define LAMPBLACK_IF_WIDE(Wide, type)                                                                        \
-    template <class Wide>                                                                                    \
-    requires(__is_same(Wide, type))
-
-LAMPBLACK_IF_WIDE(ULong, unsigned long)
+LAMPBLACK_IF_TYPE(ULong, unsigned long)
 inline ComponentResult GraphicsImportGetDataOffsetAndSize(GraphicsImportComponent ci, ULong* offset,
                                                           ULong* size)
 {
@@ -276,7 +272,7 @@ inline ComponentResult GraphicsImportGetDataOffsetAndSize(GraphicsImportComponen
     return result;
 }
 
-LAMPBLACK_IF_WIDE(ULong, unsigned long)
+LAMPBLACK_IF_TYPE(ULong, unsigned long)
 inline ComponentResult GraphicsImportGetImageCount(GraphicsImportComponent ci, ULong* imageCount)
 {
     UInt32 count = 0;
@@ -285,7 +281,7 @@ inline ComponentResult GraphicsImportGetImageCount(GraphicsImportComponent ci, U
     return result;
 }
 
-LAMPBLACK_IF_WIDE(Long, long)
+LAMPBLACK_IF_TYPE(Long, long)
 inline ComponentResult GraphicsImportGetGraphicsMode(GraphicsImportComponent ci, Long* graphicsMode,
                                                      RGBColor* opColor)
 {
@@ -295,7 +291,7 @@ inline ComponentResult GraphicsImportGetGraphicsMode(GraphicsImportComponent ci,
     return result;
 }
 
-LAMPBLACK_IF_WIDE(ULong, unsigned long)
+LAMPBLACK_IF_TYPE(ULong, unsigned long)
 inline ComponentResult GraphicsImportGetQuality(GraphicsImportComponent ci, ULong* quality)
 {
     CodecQ value = 0;
@@ -304,7 +300,7 @@ inline ComponentResult GraphicsImportGetQuality(GraphicsImportComponent ci, ULon
     return result;
 }
 
-LAMPBLACK_IF_WIDE(ULong, unsigned long)
+LAMPBLACK_IF_TYPE(ULong, unsigned long)
 inline ComponentResult GraphicsExportGetCompressionQuality(GraphicsExportComponent ci, ULong* quality)
 {
     CodecQ value = 0;
@@ -313,7 +309,7 @@ inline ComponentResult GraphicsExportGetCompressionQuality(GraphicsExportCompone
     return result;
 }
 
-LAMPBLACK_IF_WIDE(ULong, unsigned long)
+LAMPBLACK_IF_TYPE(ULong, unsigned long)
 inline ComponentResult GraphicsExportDoExport(GraphicsExportComponent ci, ULong* actualSizeWritten)
 {
     UInt32 size = 0;
@@ -321,7 +317,5 @@ inline ComponentResult GraphicsExportDoExport(GraphicsExportComponent ci, ULong*
     *actualSizeWritten = size;
     return result;
 }
-
-#undef LAMPBLACK_IF_WIDE
 
 #endif

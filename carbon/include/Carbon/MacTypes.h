@@ -14,6 +14,18 @@
     _Pragma("GCC visibility pop")                                                                            \
     }
 
+// Begins a template that only pointers to one type pick: of calls that take 32 bits, for sources that keep those
+// in a long.
+template <bool isSo>
+struct LampblackOnlyIf {
+};
+template <>
+struct LampblackOnlyIf<true> {
+    typedef int type;
+};
+#define LAMPBLACK_IF_TYPE(Name, wanted)                                                                      \
+    template <class Name, typename LampblackOnlyIf<__is_same(Name, wanted)>::type = 0>
+
 #define TARGET_OS_MAC 1
 #define TARGET_API_MAC_CARBON 1
 #define TARGET_API_MAC_OS8 0

@@ -149,9 +149,7 @@ inline OSErr LampblackThroughSInt32(Long* ioValue, Call inCall)
     return error;
 }
 
-#define LAMPBLACK_IF_LONG                                                                                    \
-    template <class Long>                                                                                    \
-    requires(__is_same(Long, long))
+#define LAMPBLACK_IF_LONG LAMPBLACK_IF_TYPE(Long, long)
 
 LAMPBLACK_IF_LONG inline OSErr FSRead(FSIORefNum refNum, Long* count, void* buffPtr)
 {

@@ -13,7 +13,7 @@ enum { truncEnd = 0, truncMiddle = 0x4000, smTruncEnd = 0, smTruncMiddle = 0x400
 enum { notTruncated = 0, truncated = 1, truncErr = -1, smNotTruncated = 0, smTruncated = 1, smTruncErr = -1 };
 
 // Added to a text mode: only what the glyphs cover is changed, never the background.
-inline constexpr int mask = 64;
+static const int mask = 64;
 
 struct FontInfo {
     short ascent;  // pixels above the baseline
