@@ -45,11 +45,8 @@ function(lampblack_floor name)
   endforeach()
 
   if(LAMPBLACK_TESTS AND tests)
-    add_executable(${name}_test ${tests} ${PROJECT_SOURCE_DIR}/tests/main.cpp)
-    target_link_libraries(${name}_test PRIVATE ${objects})
-    target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-    target_compile_definitions(${name}_test PRIVATE
-      LAMPBLACK_SOURCE_DIR="${PROJECT_SOURCE_DIR}" LAMPBLACK_BINARY_DIR="${PROJECT_BINARY_DIR}")
+    lampblack_test_program(${name}_test SOURCES ${tests} LIBRARIES ${objects})
+    target_compile_definitions(${name}_test PRIVATE LAMPBLACK_BINARY_DIR="${PROJECT_BINARY_DIR}")
     add_test(NAME carbon.${name} COMMAND ${name}_test)
   endif()
   if(LAMPBLACK_FUZZ)
