@@ -106,7 +106,7 @@ SInt16 Compare(const VersionFields& inA, const VersionFields& inB)
 
 // The code that begins with a string's zero byte. What follows it may be anybody's, but is on the same page of
 // memory and so can be read; of another page zeros are taken.
-[[gnu::no_sanitize("address")]] OSType CodeBehindZero(const char* inZero)
+__attribute__((no_sanitize("address"))) OSType CodeBehindZero(const char* inZero)
 {
     constexpr uintptr_t kPage = 4096;
     const uintptr_t onPage = kPage - reinterpret_cast<uintptr_t>(inZero) % kPage;
