@@ -211,10 +211,6 @@ std::string Cut(std::string_view inText, SInt16 inWidth)
     return std::string(inText.substr(0, length)) + kEllipsis;
 }
 
-} // namespace
-
-namespace {
-
 // How far up a text goes whose last line would lose the tails of its letters: into the space that only accents
 // on capitals need.
 int RoomForTails(const FontInfo& inFont, int inLines, int inHeight)

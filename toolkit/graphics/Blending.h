@@ -195,6 +195,10 @@ struct Avx2 {
     {
         return _mm256_cmpeq_epi16(m, _mm256_set1_epi16(Pixels16::kWhite));
     }
+    LAMPBLACK_AVX2 static inline Vector Sum(Vector a, Vector inWeight, Vector b, Vector inRest)
+    {
+        return _mm256_add_epi16(_mm256_mulhi_epu16(a, inWeight), _mm256_mulhi_epu16(b, inRest));
+    }
     LAMPBLACK_AVX2 static inline Vector Blend(Pixels32, Vector d, Vector s, Vector m)
     {
         // The blue byte of a pixel, once for each pair of its channels.
@@ -203,15 +207,9 @@ struct Avx2 {
         const Vector green = _mm256_set1_epi32(0xFF00);
         const Vector weight = _mm256_shuffle_epi8(m, blues);
         const Vector rest = _mm256_xor_si256(weight, _mm256_set1_epi32(0x00FF00FF));
-        const Vector redBlue = _mm256_add_epi16(_mm256_mulhi_epu16(_mm256_slli_epi16(d, 8), weight),
-                                                _mm256_mulhi_epu16(_mm256_slli_epi16(s, 8), rest));
-        const Vector greens = _mm256_add_epi16(_mm256_mulhi_epu16(_mm256_and_si256(d, green), weight),
-                                               _mm256_mulhi_epu16(_mm256_and_si256(s, green), rest));
+        const Vector redBlue = Sum(_mm256_slli_epi16(d, 8), weight, _mm256_slli_epi16(s, 8), rest);
+        const Vector greens = Sum(_mm256_and_si256(d, green), weight, _mm256_and_si256(s, green), rest);
         return _mm256_or_si256(redBlue, _mm256_slli_epi16(greens, 8));
-    }
-    LAMPBLACK_AVX2 static inline Vector Sum(Vector a, Vector inWeight, Vector b, Vector inRest)
-    {
-        return _mm256_add_epi16(_mm256_mulhi_epu16(a, inWeight), _mm256_mulhi_epu16(b, inRest));
     }
     LAMPBLACK_AVX2 static inline Vector Blend(Pixels16, Vector d, Vector s, Vector m)
     {
