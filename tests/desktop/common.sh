@@ -33,7 +33,7 @@ begin() {
     trap 'end 1' INT TERM
     number=$pictures/$name.display
     rm -f "$number"
-    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number" >/dev/null 2>&1 &
+    Xvfb -noreset -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number" >/dev/null 2>&1 &
     server=$!
     until_true 10 test -s "$number" || fail "Xvfb did not start"
     export DISPLAY=:$(cat "$number")
