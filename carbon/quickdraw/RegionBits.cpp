@@ -1,7 +1,7 @@
 // Regions from bit maps, and regions in handles.
 #include "RegionBits.h"
 
-#include "PortRecord.h"
+#include "Maps.h"
 #include "RegionBytes.h"
 
 #include <Carbon/MacMemory.h>
@@ -15,7 +15,6 @@ using namespace lampblack::quickdraw;
 namespace lampblack::quickdraw {
 
 static constexpr size_t kMaxBoxes = 1000000;
-static constexpr int kRowBytesBits = 0x3FFF;
 
 // 32 pixels of a row, the first in the highest bit; those past the end of the row are clear.
 static uint32_t WordAt(const uint8_t* inRow, int inColumn, int inWidth)
@@ -73,26 +72,15 @@ bool RegionOfBits(const uint8_t* inBase, int inRowBytes, const Rect& inBounds, R
     return true;
 }
 
-// What a map names, if it is a whole map; a port's own map is read from the port.
-static Surface SurfaceOf(const BitMap& inMap)
-{
-    if (const PortRecord* port = FindPortOfMap(&inMap))
-        return port->fSurface;
-    const bool isPixMap = inMap.rowBytes < 0;
-    Surface surface;
-    surface.base = reinterpret_cast<uint8_t*>(inMap.baseAddr);
-    surface.rowBytes = inMap.rowBytes & kRowBytesBits;
-    surface.depth = isPixMap ? reinterpret_cast<const PixMap&>(inMap).pixelSize : 1;
-    surface.bounds = inMap.bounds;
-    return surface;
-}
-
 static OSErr RegionOfMap(const BitMap& inMap, Region* out)
 {
-    const Surface surface = SurfaceOf(inMap);
+    MapPixels pixels;
+    const QDErr error = FindPixels(&inMap, &pixels);
+    const Surface& surface = pixels.surface;
     if (surface.depth != 1)
         return pixMapTooDeepErr;
-    if (!surface.base || surface.bounds.right - surface.bounds.left > surface.rowBytes * 8)
+    const bool isCut = !pixels.port && surface.bounds.right != inMap.bounds.right; // by rows that are too short
+    if (error || isCut || !surface.base)
         return paramErr;
     Region region;
     if (!IsEmpty(surface.bounds) && !RegionOfBits(surface.base, surface.rowBytes, surface.bounds, &region))

@@ -190,6 +190,9 @@ TEST_CASE("BitMapToRegion: each error leaves the region alone, and QDError repea
     deep.pixelSize = 8;
     CHECK(BitMapToRegion(region, reinterpret_cast<BitMap*>(&deep)) == pixMapTooDeepErr);
     CHECK(QDError() == pixMapTooDeepErr);
+    BitMap screen; // the screen's pixels, whose record is no longer than a bit map's
+    GetQDGlobalsScreenBits(&screen);
+    CHECK(BitMapToRegion(region, &screen) == pixMapTooDeepErr);
     ByteList dots((size_t)(2000 / 8 * 400), 0x55);
     for (size_t row = 0; row < 400; row += 2)
         std::fill_n(dots.begin() + (ptrdiff_t)(row * 250), 250, 0);
