@@ -2,6 +2,7 @@
 #include "graphics/ThemeText.h"
 
 #include "graphics/StateSavers.h"
+#include "window/Startup.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,8 +11,6 @@
 namespace {
 
 constexpr CFIndex kLeastRoom = 255; // units
-
-CGrafPtr fgScratchPort = nullptr; // asked for font metrics; made once
 
 // A string that is released at the end of the scope; it may be null.
 class StString {
