@@ -2,6 +2,9 @@
 #include "FileIdentity.h"
 
 #include <ctime>
+#include <fcntl.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
 
 namespace lampblack::files {
 namespace {
@@ -13,6 +16,19 @@ constexpr int64_t kFineStep = 20000000, kCoarseStep = 2 * kSecond + kFineStep;
 int64_t Nanoseconds(const timespec& inTime)
 {
     return (int64_t)inTime.tv_sec * kSecond + inTime.tv_nsec;
+}
+
+FileIdentity Place(int inFolder, const char* inPath, int inFlags)
+{
+    struct statx status;
+    FileIdentity place;
+    if (statx(inFolder, inPath, inFlags, STATX_INO | STATX_SIZE, &status) != 0)
+        return place;
+    place.exists = true;
+    place.device = makedev(status.stx_dev_major, status.stx_dev_minor);
+    place.inode = status.stx_ino;
+    place.size = (int64_t)status.stx_size;
+    return place;
 }
 
 } // namespace
@@ -37,6 +53,16 @@ FileIdentity FileIdentity::Of(int inFile)
 {
     struct stat status;
     return fstat(inFile, &status) == 0 ? FileIdentity(status) : FileIdentity();
+}
+
+FileIdentity FileIdentity::PlaceAt(const std::string& inPath)
+{
+    return Place(AT_FDCWD, inPath.c_str(), 0);
+}
+
+FileIdentity FileIdentity::PlaceOf(int inFile)
+{
+    return Place(inFile, "", AT_EMPTY_PATH);
 }
 
 bool FileIdentity::WouldShowChange() const

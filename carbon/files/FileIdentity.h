@@ -19,6 +19,12 @@ struct FileIdentity {
     static FileIdentity At(const std::string&);
     static FileIdentity At(const std::filesystem::path& inPath) { return At(inPath.native()); }
     static FileIdentity Of(int inFile);
+
+    // Without the times, which are zero. Many file systems give a file whose times were asked for new ones with
+    // its next change, and to flush that writes them as well.
+    static FileIdentity PlaceAt(const std::string&);
+    static FileIdentity PlaceOf(int inFile);
+
     bool operator==(const FileIdentity&) const = default;
 
     // Whether a change after this moment will show in the times. A file system's clock advances in steps: a

@@ -2,6 +2,7 @@
 #include "ForkHome.h"
 
 #include "AppleDouble.h"
+#include "ChangeTimes.h"
 #include "HostLocks.h"
 
 #include <algorithm>
@@ -18,7 +19,8 @@ using std::filesystem::path;
 namespace {
 
 constexpr uint32_t kDoubleMagic = 0x00051607;
-constexpr int64_t kRecent = 20000000; // nanoseconds; file times may be that coarse
+constexpr int64_t kRecent = 20000000;      // nanoseconds; file times may be that coarse
+constexpr size_t kLargestCompared = 65536; // of forks that are read again rather than their times
 
 // The homes that this process holds, by device and inode.
 std::map<std::pair<uint64_t, uint64_t>, ForkHome*>& OpenHomes()
@@ -94,23 +96,24 @@ path SidecarOf(const path& inFile)
 }
 
 OSErr ForkHome::Open(const path& inFile, std::unique_ptr<ForkHome>* outHome, Fork inFork,
-                     const LocatedForks* inKnown, bool* outKnownHolds)
+                     const KnownForks& inKnown, bool* outKnownHolds)
 {
     std::unique_ptr<ForkHome> home(new ForkHome);
+    KnownForks known = inKnown;
     home->fPath = RealPathOf(inFile);
     home->fFork = inFork;
     bool isKnown = false;
     Patience patience;
     for (;;) {
         bool again = false;
-        const OSErr error = home->TryOpen(inKnown, &isKnown, &again);
+        const OSErr error = home->TryOpen(known, &isKnown, &again);
         if (!again && error != noErr)
             return error;
         if (!again)
             break;
         if (!patience.Wait())
             return opWrErr;
-        inKnown = home->fFile ? inKnown : nullptr;
+        known = home->fFile ? known : KnownForks();
     }
     if (outKnownHolds)
         *outKnownHolds = isKnown;
@@ -118,33 +121,43 @@ OSErr ForkHome::Open(const path& inFile, std::unique_ptr<ForkHome>* outHome, For
     return noErr;
 }
 
-OSErr ForkHome::TryOpen(const LocatedForks* inKnown, bool* outKnownHolds, bool* outAgain)
+OSErr ForkHome::TryOpen(const KnownForks& inKnown, bool* outKnownHolds, bool* outAgain)
 {
     *outKnownHolds = false;
     fFile.Close();
     const OSErr writable = CheckWritable(fPath);
     if (writable != noErr)
         return writable;
-    OSErr error = Locate(inKnown);
+    const bool isFromKnown = inKnown.located;
+    OSErr error = Locate(inKnown.located);
     error = error == noErr ? FindHome() : error;
-    error = error == noErr ? OpenHomeFile(inKnown != nullptr, outAgain) : error;
+    error = error == noErr ? OpenHomeFile(isFromKnown, outAgain) : error;
     if (error != noErr || *outAgain)
         return error;
-    *outKnownHolds = inKnown && IsCurrent(*inKnown);
-    if (!*outKnownHolds && !fIsNew && (inKnown || !IsCurrent(fForks))) {
-        // Somebody wrote between the look and the lock: look again, now that nobody can.
-        const path home = fHomePath;
-        error = Locate(nullptr);
-        error = error == noErr ? FindHome() : error;
-        *outAgain = error == noErr && home != fHomePath;
-        if (error != noErr || *outAgain)
-            return error;
-    }
-    fIdentity = FileIdentity::Of(fFile.Get());
+    fIdentity = FileIdentity::PlaceOf(fFile.Get());
     FindPlace();
+    *outKnownHolds = isFromKnown && Holds(inKnown);
+    if (!*outKnownHolds && !fIsNew)
+        error = LookAgain(isFromKnown, outAgain);
+    if (error != noErr || *outAgain)
+        return error;
     Register(true);
     fIsStale = *outKnownHolds;
     return noErr;
+}
+
+// Somebody may have written between the look and the lock; now nobody can.
+OSErr ForkHome::LookAgain(bool inFromKnown, bool* outAgain)
+{
+    OSErr error = CheckSidecar(outAgain);
+    if (error != noErr || *outAgain || (!inFromKnown && IsCurrent()))
+        return error;
+    const path home = fHomePath;
+    error = Locate(nullptr);
+    error = error == noErr ? FindHome() : error;
+    *outAgain = error == noErr && home != fHomePath;
+    FindPlace();
+    return error;
 }
 
 // What was known before serves to find the home; whether it still holds is seen once that is locked.
@@ -208,17 +221,22 @@ OSErr ForkHome::OpenHomeFile(bool inFromKnown, bool* outAgain)
         *outAgain = errno == ENOENT; // what was found is gone since
         return ErrorOfHost(errno);
     }
-    const FileIdentity identity = FileIdentity::Of(fFile.Get());
-    if (OpenHomes().count(KeyOf(identity)))
+    const FileIdentity place = FileIdentity::PlaceOf(fFile.Get());
+    if (OpenHomes().count(KeyOf(place)))
         return opWrErr;
-    *outAgain = !LockInTurn() || KeyOf(FileIdentity::At(fHomePath)) != KeyOf(identity); // it was replaced
-    if (*outAgain || fKind != Kind::Sidecar)
+    *outAgain = !LockInTurn() || KeyOf(FileIdentity::PlaceAt(fHomePath)) != KeyOf(place); // it was replaced
+    return noErr;
+}
+
+OSErr ForkHome::CheckSidecar(bool* outAgain)
+{
+    if (fKind != Kind::Sidecar)
         return noErr;
     MappedFile mapped;
     if (!mapped.Open(fHomePath))
         return ErrorOfHost(errno);
     const Container old = ReadContainer(mapped.Contents());
-    if (identity.size == 0 || (old.form != Form::None && old.problems.empty()))
+    if (mapped.Contents().empty() || (old.form != Form::None && old.problems.empty()))
         return noErr;
     if (fFork == Fork::Resource)
         return mapReadErr;
@@ -231,7 +249,7 @@ OSErr ForkHome::OpenHomeFile(bool inFromKnown, bool* outAgain)
 bool ForkHome::LockInTurn()
 {
     const bool isFirst =
-        fTurn && KeyOf(FileIdentity::Of(fTurn.Get())) == KeyOf(FileIdentity::Of(fFile.Get()));
+        fTurn && KeyOf(FileIdentity::PlaceOf(fTurn.Get())) == KeyOf(FileIdentity::PlaceOf(fFile.Get()));
     if (!isFirst) {
         LeaveTurn(); // it was for a file that has been replaced
         if (!IsFree(fFile.Get(), kTurnLock))
@@ -276,17 +294,37 @@ OSErr ForkHome::MakeSidecar(bool* outAgain)
 
 // Whether each file that was looked at is as it was then. One that changed a moment before may have changed
 // again within one tick of the file system's clock.
-bool ForkHome::IsCurrent(const LocatedForks& inForks) const
+bool ForkHome::IsCurrent() const
 {
     timespec now;
     clock_gettime(CLOCK_REALTIME, &now);
     const int64_t time = (int64_t)now.tv_sec * 1000000000 + now.tv_nsec;
-    const bool isKnown = &inForks != &fForks;
-    return std::all_of(inForks.lookedAt.begin(), inForks.lookedAt.end(), [&](const auto& file) {
+    return std::all_of(fForks.lookedAt.begin(), fForks.lookedAt.end(), [&](const auto& file) {
         const FileIdentity current =
             file.path == fHomePath.native() ? FileIdentity::Of(fFile.Get()) : FileIdentity::At(file.path);
-        return current == file.identity && (isKnown || !current.exists || time - current.changed > kRecent);
+        return current == file.identity && (!current.exists || time - current.changed > kRecent ||
+                                            IsKnownToShowEachChange(current.device));
     });
+}
+
+bool ForkHome::Holds(const KnownForks& inKnown) const
+{
+    const std::vector<LocatedForks::LookedAt>& before = inKnown.located->lookedAt;
+    const bool isCompared = !inKnown.fork.empty() && inKnown.fork.size() <= kLargestCompared;
+    return std::all_of(before.begin(), before.end(), [&](const auto& file) {
+        if (file.path != fHomePath.native())
+            return FileIdentity::At(file.path) == file.identity;
+        return isCompared ? HasFork(inKnown.fork) : FileIdentity::Of(fFile.Get()) == file.identity;
+    });
+}
+
+bool ForkHome::HasFork(Bytes inFork) const
+{
+    if (fPlace.file < 0 || fPlace.length != inFork.size())
+        return false;
+    const auto bytes = std::make_unique_for_overwrite<uint8_t[]>(inFork.size());
+    return ReadAll(fPlace.file, bytes.get(), inFork.size(), fPlace.offset) &&
+           std::equal(inFork.begin(), inFork.end(), bytes.get());
 }
 
 void ForkHome::Register(bool inIsOpen)
@@ -348,7 +386,13 @@ const LocatedForks& ForkHome::Forks()
 
 bool ForkHome::IsStillHome() const
 {
-    return KeyOf(FileIdentity::At(fHomePath)) == KeyOf(fIdentity);
+    return KeyOf(FileIdentity::PlaceAt(fHomePath)) == KeyOf(fIdentity);
+}
+
+FileIdentity ForkHome::LastIdentity() const
+{
+    const bool isCompared = fPlace.file >= 0 && fPlace.length != 0 && fPlace.length <= kLargestCompared;
+    return isCompared ? FileIdentity::PlaceOf(fFile.Get()) : FileIdentity::Of(fFile.Get());
 }
 
 void ForkHome::WroteInPlace()
@@ -370,7 +414,7 @@ void ForkHome::Adopt(Descriptor&& inFile)
     Register(false);
     const Descriptor old = std::move(fFile);
     fFile = std::move(inFile);
-    fIdentity = FileIdentity::Of(fFile.Get());
+    fIdentity = FileIdentity::PlaceOf(fFile.Get());
     Register(true);
     Unlock(old.Get(), kWriterLock);
     FindPlace();

@@ -32,6 +32,13 @@ struct ForkPlace {
     size_t length = 0;
 };
 
+// What was found before.
+struct KnownForks {
+    const LocatedForks* located = nullptr; // null: nothing is known. Whoever asked for it was sure of it.
+    Bytes
+        fork; // what the fork held. When not empty, it is compared with what it holds, not its file's times.
+};
+
 // The sidecar of a file: "._name" beside it.
 std::filesystem::path SidecarOf(const std::filesystem::path& inFile);
 
@@ -45,9 +52,8 @@ public:
     //
     // Takes the lock of the file that keeps the fork. Where there is no such file yet, NewResource makes the
     // sidecar, and keeps aside what has its name and is none; if nothing is written to it, it goes again at
-    // the end. inKnown, which may be null, is what LocateForks
-    // found before and was sure of: if none of the files it looked at has changed, nothing is read again, and
-    // *outKnownHolds is true.
+    // the end. If nothing has changed since what is known was found, *outKnownHolds is true, and it serves
+    // as before.
     //
     // Errors:     fnfErr  no such file; permErr  it may not be written; wPrErr  read-only file system;
     //             opWrErr  open for writing: in this process (answered at once), or in another, which was
@@ -55,8 +61,7 @@ public:
     //             without NewResource, what has the sidecar's name is none: it is left as it is; eofErr
     //             without NewResource, there is no fork; else as ErrorOfHost.
     static OSErr Open(const std::filesystem::path& inFile, std::unique_ptr<ForkHome>* outHome,
-                      Fork = Fork::NewResource, const LocatedForks* inKnown = nullptr,
-                      bool* outKnownHolds = nullptr);
+                      Fork = Fork::NewResource, const KnownForks& = {}, bool* outKnownHolds = nullptr);
     ~ForkHome(); // gives the lock back
 
     // Whether this process holds a fork of the file open for writing.
@@ -88,6 +93,10 @@ public:
     // opWrErr.
     bool IsStillHome() const;
 
+    // What the home's file will be known by once it is let go. The times of a file whose fork can as well be
+    // compared are not asked for: writing it again would take longer.
+    FileIdentity LastIdentity() const;
+
     // Grows with each Replace: the home is another host file then.
     unsigned Generation() const { return fGeneration; }
 
@@ -101,14 +110,18 @@ private:
     enum class Kind : UInt8 { Sidecar, RawFork, AppleDouble, Wrapped };
 
     ForkHome() = default;
-    OSErr TryOpen(const LocatedForks* inKnown, bool* outKnownHolds, bool* outAgain);
+    OSErr TryOpen(const KnownForks&, bool* outKnownHolds, bool* outAgain);
     OSErr Locate(const LocatedForks* inKnown);
     OSErr FindHome();
     OSErr OpenHomeFile(bool inFromKnown, bool* outAgain);
+    OSErr CheckSidecar(bool* outAgain);
+    OSErr LookAgain(bool inFromKnown, bool* outAgain);
     bool LockInTurn();
     void LeaveTurn();
     OSErr MakeSidecar(bool* outAgain);
-    bool IsCurrent(const LocatedForks&) const;
+    bool IsCurrent() const;
+    bool Holds(const KnownForks&) const;
+    bool HasFork(Bytes) const;
     void Register(bool inIsOpen);
     void Adopt(Descriptor&&);
     void FindPlace();

@@ -255,7 +255,7 @@ TEST_CASE("ForkHome::Open: without a fork, who wants the one that there is gets 
     home.Write("._File", Double({ { 2, "fork" } }));
     const LocatedForks known = LocateForks(home.file);
     home.Write("._File", "no container at all");
-    CHECK(ForkHome::Open(home.file, &open, ForkHome::Fork::Resource, &known) == mapReadErr);
+    CHECK(ForkHome::Open(home.file, &open, ForkHome::Fork::Resource, { &known, {} }) == mapReadErr);
     CHECK(ReadFile(home.sidecar) == "no container at all");
 }
 
@@ -320,18 +320,62 @@ TEST_CASE("ForkHome::Open: what is known beforehand holds while no file that was
     const LocatedForks known = LocateForks(home.file, Wanted::ResourceForkOnly);
     std::unique_ptr<ForkHome> open;
     bool holds = false;
-    REQUIRE(ForkHome::Open(home.file, &open, ForkHome::Fork::NewResource, &known, &holds) == noErr);
+    REQUIRE(ForkHome::Open(home.file, &open, ForkHome::Fork::NewResource, { &known, {} }, &holds) == noErr);
     CHECK(holds);
     open.reset();
     std::filesystem::remove(home.sidecar);
-    REQUIRE(ForkHome::Open(home.file, &open, ForkHome::Fork::NewResource, &known, &holds) == noErr);
+    REQUIRE(ForkHome::Open(home.file, &open, ForkHome::Fork::NewResource, { &known, {} }, &holds) == noErr);
     CHECK_FALSE(holds);
     CHECK(open->Forks().resourceFork.empty());
     open.reset();
     REQUIRE(home.ReplaceFork("other") == noErr);
-    REQUIRE(ForkHome::Open(home.file, &open, ForkHome::Fork::NewResource, &known, &holds) == noErr);
+    REQUIRE(ForkHome::Open(home.file, &open, ForkHome::Fork::NewResource, { &known, {} }, &holds) == noErr);
     CHECK_FALSE(holds);
     CHECK(TextOf(open->Forks().resourceFork) == "other");
+}
+
+TEST_CASE("ForkHome::Open: a fork that is known is compared, whatever the times of its file")
+{
+    const Home home;
+    home.Write("File", "data");
+    REQUIRE(home.ReplaceFork("fork") == noErr);
+    LocatedForks known = LocateForks(home.file, Wanted::ResourceForkOnly);
+    for (LocatedForks::LookedAt& file : known.lookedAt)
+        if (file.path == home.sidecar)
+            file.identity = FileIdentity::PlaceAt(home.sidecar.native());
+    const std::string fork = "fork";
+    const auto holdsFor = [&](const std::string& before) {
+        std::unique_ptr<ForkHome> open;
+        bool holds = false;
+        REQUIRE(ForkHome::Open(home.file, &open, ForkHome::Fork::Resource, { &known, BytesOf(before) },
+                               &holds) == noErr);
+        CHECK(TextOf(open->Forks().resourceFork) == TextOf(LocateForks(home.file).resourceFork));
+        return holds;
+    };
+    CHECK(holdsFor("fork"));
+    CHECK_FALSE(holdsFor("forks"));
+    CHECK_FALSE(holdsFor("fort"));
+    CHECK_FALSE(holdsFor("")); // then the times count, which are not known
+    REQUIRE(home.ReplaceFork("fort") == noErr);
+    CHECK_FALSE(holdsFor("fork"));
+    CHECK(holdsFor("fort"));
+    home.Write("File", "other data");
+    CHECK_FALSE(holdsFor("fort")); // another file that was looked at has changed
+}
+
+TEST_CASE("ForkHome::LastIdentity: the times of a file are asked for when its fork is too long to compare")
+{
+    const Home home;
+    home.Write("File", "data");
+    REQUIRE(home.ReplaceFork("fork") == noErr);
+    std::unique_ptr<ForkHome> open;
+    REQUIRE(ForkHome::Open(home.file, &open) == noErr);
+    CHECK(open->LastIdentity() == FileIdentity::PlaceAt(home.sidecar.native()));
+    const std::string large(100000, 'x');
+    const Bytes bytes = BytesOf(large);
+    REQUIRE(open->Replace({ &bytes, nullptr, nullptr }) == noErr);
+    CHECK(open->LastIdentity() == FileIdentity::At(home.sidecar));
+    CHECK(open->LastIdentity().modified != 0);
 }
 
 TEST_CASE("ForkHome::HasNoReaders: not while a large file is read in place")

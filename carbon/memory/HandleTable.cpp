@@ -1,6 +1,8 @@
 // Where the records of handles lie: addresses are reserved once, and get memory as they are needed.
 #include "Blocks.h"
 
+#include <Host.h>
+
 #include <algorithm>
 #include <new>
 #include <sys/mman.h>
@@ -35,10 +37,25 @@ void ShowToLeakChecker([[maybe_unused]] const void* inBegin, [[maybe_unused]] si
 
 } // namespace
 
+namespace {
+
+// The machine is the one that was asked for before the first call; this may be that.
+bool ChooseMachine()
+try {
+    host::Machine();
+    return true;
+} catch (const std::bad_alloc&) {
+    return false;
+}
+
+} // namespace
+
 constinit HandleTable gHandles; // handles are disposed of by destructors that run as late as any
 
 bool HandleTable::Grow()
 {
+    if (!ChooseMachine())
+        return false;
     constexpr int kFlags = MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE;
     for (size_t size = WantedAddresses(); !fBlocks && size >= kLeastReserved; size /= 2) {
         void* addresses = mmap(nullptr, size, PROT_NONE, kFlags, -1, 0);

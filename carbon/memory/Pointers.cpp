@@ -2,6 +2,8 @@
 #include "Blocks.h"
 #include "ReferenceTable.h"
 
+#include <Host.h>
+
 #include <algorithm>
 #include <cstring>
 #include <new>
@@ -44,6 +46,7 @@ Ptr NewPointer(Size inSize, bool inClear)
     if (inClear)
         std::memset(data, 0, (size_t)capacity);
     try {
+        lampblack::host::Machine(); // is chosen with the first call
         Pointers().Insert(data);
     } catch (const std::bad_alloc&) {
         std::free(block);

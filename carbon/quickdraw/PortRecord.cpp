@@ -5,6 +5,7 @@
 #include "Devices.h"
 #include "Recorder.h"
 
+#include <Host.h>
 #include <memory/ReferenceTable.h>
 
 #include <algorithm>
@@ -57,6 +58,8 @@ CGrafPtr ReferenceOf(PortRecord* inPort)
 
 PortRecord* CurrentPort()
 {
+    if (!gCurrentPort)
+        host::Machine(); // is chosen with the first call
     return gCurrentPort;
 }
 

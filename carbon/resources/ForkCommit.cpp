@@ -2,6 +2,8 @@
 #include "Flippers.h"
 #include "ResourceFile.h"
 
+#include <files/ChangeTimes.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
@@ -14,10 +16,12 @@ namespace {
 
 using files::ForkPlace;
 
-// The file's time is set to the nanosecond: two changes within one tick of the file system's clock differ
-// then.
-void MarkTime(int inFile)
+// The file's time is set to the nanosecond, unless the file system sees to that: two changes within one tick
+// of its clock differ then.
+void MarkTime(int inFile, const std::filesystem::path& inHome)
 {
+    if (files::ShowsEachChange(inFile, inHome.parent_path()))
+        return;
     timespec times[2] = { { 0, UTIME_OMIT }, {} };
     clock_gettime(CLOCK_REALTIME, &times[1]);
     if (futimens(inFile, times) != 0)
@@ -95,7 +99,7 @@ OSErr WritePlan(ResourceFile& ioFile, const ForkPlan& inPlan)
         return error;
     ioFile.mustRewrite = true;
     error = files::WriteAll(place.file, inPlan.commit.bytes, place.offset + inPlan.commit.offset);
-    MarkTime(place.file);
+    MarkTime(place.file, ioFile.home->HomePath());
     error = error == noErr ? Flush(place.file) : error;
     ioFile.home->WroteInPlace();
     ioFile.mustRewrite = error != noErr;

@@ -1,6 +1,8 @@
 // Copies of forks, those that are read, and the cache of them.
 #include "ForkImage.h"
 
+#include <files/ChangeTimes.h>
+
 #include <algorithm>
 #include <cstring>
 #include <ctime>
@@ -211,7 +213,8 @@ bool ForkCache::IsCurrent(const files::LocatedForks& inForks, const std::string&
 bool ForkCache::IsSettled(const files::LocatedForks& inForks, int64_t inLookedAt, const std::string& inOwn)
 {
     return std::all_of(inForks.lookedAt.begin(), inForks.lookedAt.end(), [&](const auto& file) {
-        return !file.identity.exists || file.path == inOwn || inLookedAt - file.identity.changed > kRecent;
+        return !file.identity.exists || file.path == inOwn || inLookedAt - file.identity.changed > kRecent ||
+               files::IsKnownToShowEachChange(file.identity.device);
     });
 }
 

@@ -82,6 +82,14 @@ OSErr Parse(ForkImage& ioImage)
     return ioImage.Parse() ? mapReadErr : noErr;
 }
 
+// What a home is told of the time before.
+files::KnownForks BeforeIn(const files::LocatedForks* inLocated, const ForkImage* inImage)
+{
+    if (!inLocated || !inImage)
+        return {};
+    return { inLocated, inImage->IsWhole() ? inImage->Contents() : Bytes() };
+}
+
 // The fork in memory that was found and is wanted wholly; null when it cannot be read.
 std::shared_ptr<ForkImage> WholeImage(const files::ForkHome& inHome, const files::LocatedForks& inForks,
                                       bool inHasPlace, bool inResourceFork)
@@ -138,7 +146,7 @@ OSErr ResourceChain::OpenForWriting(ResourceFile* ioFile)
     const int64_t start = FileTimeNow();
     const auto which = ioFile->isResourceFork ? ForkHome::Fork::Resource : ForkHome::Fork::Data;
     OSErr error = ForkHome::Open(ioFile->path, &ioFile->home, which,
-                                 known.image ? known.located.get() : nullptr, &holds);
+                                 BeforeIn(known.located.get(), known.image.get()), &holds);
     if (error != noErr)
         return error;
     ForkHome& home = *ioFile->home;
@@ -254,7 +262,7 @@ void LeaveHome(ResourceFile* ioFile)
         auto located = std::make_shared<files::LocatedForks>(*ioFile->located);
         for (auto& file : located->lookedAt)
             if (file.path == home.HomePath().native())
-                file.identity = files::FileIdentity::Of(place.file);
+                file.identity = home.LastIdentity();
             else if (file.path == home.Path().native() && ioFile->ownIdentity)
                 file.identity = *ioFile->ownIdentity;
         located->resourceOffset = place.offset;
@@ -398,8 +406,8 @@ OSErr EnsureWritable(ResourceFile* ioFile)
         return mapReadErr;
     std::unique_ptr<ForkHome> home;
     bool holds = false;
-    const OSErr error =
-        ForkHome::Open(ioFile->path, &home, ForkHome::Fork::Resource, ioFile->located.get(), &holds);
+    const OSErr error = ForkHome::Open(ioFile->path, &home, ForkHome::Fork::Resource,
+                                       BeforeIn(ioFile->located.get(), ioFile->image.get()), &holds);
     if (error != noErr)
         return error;
     if (!holds)

@@ -1,6 +1,8 @@
 // The order of all windows.
 #include "WindowList.h"
 
+#include <Host.h>
+
 #include <algorithm>
 
 namespace lampblack::windows {
@@ -26,7 +28,10 @@ size_t LayerEnd(const std::vector<WindowRecord*>& inOrder, Layer inLayer)
 
 WindowList& List()
 {
-    static WindowList list;
+    static WindowList list = [] {
+        host::Machine(); // is chosen with the first call
+        return WindowList();
+    }();
     return list;
 }
 

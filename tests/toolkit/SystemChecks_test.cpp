@@ -67,13 +67,22 @@ LAMPBLACK_INTERPOSE OSErr PBHGetVolParmsSync(HParmBlkPtr block)
 // Stands first: nothing has asked for the machine yet.
 TEST_CASE("Configure: as often as wanted before the first platform call, refused after it")
 {
-    CHECK(InFreshProcess([] {
-              lampblack::host::Settings settings;
-              settings.screen = lampblack::host::Screen::Headless;
-              const bool before = lampblack::host::Configure(settings);
-              HasMacOSX();
-              return static_cast<int>(before && !lampblack::host::Configure(settings));
-          }) == 1);
+    void (*const calls[])() = { [] { HasMacOSX(); }, [] { NewHandle(0); }, [] { NewPtr(0); },
+                                [] {
+                                    GrafPtr port;
+                                    GetPort(&port);
+                                },
+                                [] { GetWindowList(); } };
+    for (const auto call : calls) {
+        CAPTURE(&call - calls);
+        CHECK(InFreshProcess([=] {
+                  lampblack::host::Settings settings;
+                  settings.screen = lampblack::host::Screen::Headless;
+                  const bool before = lampblack::host::Configure(settings);
+                  call();
+                  return static_cast<int>(before && !lampblack::host::Configure(settings));
+              }) == 1);
+    }
 }
 
 TEST_CASE("HasMacOSXPanther: 0 on exactly 10.3, 1 above, -1 below, -2 when Gestalt fails")
