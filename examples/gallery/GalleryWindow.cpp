@@ -117,8 +117,7 @@ void GalleryWindow::ShowPicture(SInt32)
 void GalleryWindow::ShowPicture(const std::string& inPath)
 {
     OpenPage(fPicture);
-    fPicture->SetContents(kPathField, inPath.c_str());
-    fPicture->Load(inPath);
+    fPicture->ShowFile(inPath);
 }
 
 void GalleryWindow::Beep(SInt32)

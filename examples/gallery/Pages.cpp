@@ -41,11 +41,28 @@ constexpr ThemeFontName kThemeFonts[] = {
     { kThemePushButtonFont, "Push button font" },
 };
 
-bool SpecOfPath(const std::string& inPath, FSSpec* outSpec)
+enum class Place { File, Folder, None };
+
+Place SpecOfPath(const std::string& inPath, FSSpec* outSpec)
 {
     FSRef file;
-    return FSPathMakeRef(reinterpret_cast<const UInt8*>(inPath.c_str()), &file, nullptr) == noErr &&
-           FSGetCatalogInfo(&file, kFSCatInfoNone, nullptr, nullptr, outSpec, nullptr) == noErr;
+    Boolean isFolder = false;
+    if (FSPathMakeRef(reinterpret_cast<const UInt8*>(inPath.c_str()), &file, &isFolder) != noErr ||
+        FSGetCatalogInfo(&file, kFSCatInfoNone, nullptr, nullptr, outSpec, nullptr) != noErr)
+        return Place::None;
+    return isFolder ? Place::Folder : Place::File;
+}
+
+// Text of one encoding in another; empty when it has no place there.
+std::string Converted(const std::string& inText, CFStringEncoding inFrom, CFStringEncoding inTo)
+{
+    char text[1024] = "";
+    const CFStringRef string = CFStringCreateWithCString(nullptr, inText.c_str(), inFrom);
+    if (!string)
+        return "";
+    const bool fits = CFStringGetCString(string, text, sizeof text, inTo);
+    CFRelease(string);
+    return fits ? text : "";
 }
 
 } // namespace
@@ -148,27 +165,42 @@ OSStatus PicturePage::DoControlHit(EventRef inEvent)
         return eventNotHandledErr;
     char path[256] = "";
     GetEditTextControlContents(fWindow, kPathField, path);
-    Load(path);
+    Load(Converted(path, kCFStringEncodingMacRoman, kCFStringEncodingUTF8));
     return noErr;
 }
 
+void PicturePage::ShowFile(const std::string& inPath)
+{
+    SetContents(kPathField, Converted(inPath, kCFStringEncodingUTF8, kCFStringEncodingMacRoman).c_str());
+    Load(inPath);
+}
+
+// The pane shows the file that the text above is about: nothing when there is no picture in it.
 void PicturePage::Load(const std::string& inPath)
 {
-    FSSpec file;
-    PicHandle picture = nullptr;
-    if (!SpecOfPath(inPath, &file))
-        return Say("There is no file of that name.");
-    if (const OSErr error = NewPictureFromFile(&file, &picture))
-        return Say("This file holds no picture (error " + std::to_string(error) + ").");
     if (fPicture)
-        KillPicture(fPicture);
-    fPicture = picture;
-    Rect frame;
-    QDGetPictureBounds(fPicture, &frame);
-    Say(std::to_string(frame.right - frame.left) + " by " + std::to_string(frame.bottom - frame.top) +
-        " pixels");
+        KillPicture(std::exchange(fPicture, nullptr));
+    Say(Read(inPath));
     const Rect pane = PaneBounds();
     InvalWindowRect(fWindow, &pane);
+}
+
+// Answers what is to be said.
+std::string PicturePage::Read(const std::string& inPath)
+{
+    FSSpec file;
+    switch (SpecOfPath(inPath, &file)) {
+    case Place::None:
+        return inPath.empty() ? "Type the name of a file first." : "There is no file of that name.";
+    case Place::Folder: return "This is a folder. A picture is in a file.";
+    case Place::File: break;
+    }
+    if (const OSErr error = NewPictureFromFile(&file, &fPicture))
+        return "This file holds no picture that can be shown (error " + std::to_string(error) + ").";
+    Rect frame;
+    QDGetPictureBounds(fPicture, &frame);
+    return std::to_string(frame.right - frame.left) + " by " + std::to_string(frame.bottom - frame.top) +
+           " pixels";
 }
 
 void PicturePage::Say(const std::string& inText) const

@@ -54,9 +54,11 @@ public:
     void StandardSetup() override;
     OSStatus DoControlHit(EventRef inEvent) override;
     OSStatus DoControlDraw(EventHandlerCallRef inCallRef, EventRef inEvent) override;
-    void Load(const std::string& inPath);
+    void ShowFile(const std::string& inPath); // in UTF-8
 
 private:
+    void Load(const std::string& inPath);
+    std::string Read(const std::string& inPath);
     void Say(const std::string&) const;
     Rect PaneBounds() const;
 
