@@ -54,7 +54,9 @@ static constexpr void AddLinesAndTexts(Table& t)
     Set(t, 0x29, 0x2A, { Length::Text, 1, PlayText });
     Set(t, 0x2B, 0x2B, { Length::Text, 2, PlayText });
     Set(t, 0x2C, 0x2C, { Length::Counted, 0, PlayFontName });
-    Set(t, 0x2D, 0x2F, { Length::Counted, 0, nullptr }); // justification, how outlines are rendered
+    Set(t, 0x2D, 0x2D, { Length::Counted, 0, PlayLineJustification });
+    Set(t, 0x2E, 0x2E, { Length::Counted, 0, PlayGlyphState });
+    Set(t, 0x2F, 0x2F, { Length::Counted, 0, nullptr });
 }
 
 // Eight opcodes with their data, of which the first five are verbs, and eight that repeat the last shape.
@@ -87,8 +89,8 @@ static constexpr Table MakeTable()
     AddShape(t, 0x70, Length::Sized, 0, 0, PlayPolygon);
     AddShape(t, 0x80, Length::Sized, 0, 0, PlayRegion);
     AddPixels(t);
-    Set(t, 0xA0, 0xA0, { Length::Fixed, 2, nullptr }); // comments
-    Set(t, 0xA1, 0xA1, { Length::Comment, 0, nullptr });
+    Set(t, 0xA0, 0xA0, { Length::Fixed, 2, PlayComment });
+    Set(t, 0xA1, 0xA1, { Length::Comment, 0, PlayComment });
     Set(t, 0xA2, 0xAF, { Length::Counted, 0, nullptr });
     Set(t, 0xD0, 0xFE, { Length::CountedLong, 0, nullptr });
     Set(t, 0xFF, 0xFF, { Length::Fixed, 0, PlayEnd });

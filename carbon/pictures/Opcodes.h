@@ -52,7 +52,11 @@ void PlayDefaultHilite(Player&, int, foundation::BigEndianReader&);
 
 void PlayTextSetting(Player&, int, foundation::BigEndianReader&); // font, face, mode, size, extra space
 void PlayTextRatio(Player&, int, foundation::BigEndianReader&);
+void PlayComment(Player&, int, foundation::BigEndianReader&);
+
 void PlayFontName(Player&, int, foundation::BigEndianReader&);
+void PlayLineJustification(Player&, int, foundation::BigEndianReader&);
+void PlayGlyphState(Player&, int, foundation::BigEndianReader&);
 void PlayText(Player&, int, foundation::BigEndianReader&);
 
 void PlayLine(Player&, int, foundation::BigEndianReader&);

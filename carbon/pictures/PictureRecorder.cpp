@@ -300,28 +300,30 @@ void PictureRecorder::WriteText(Point inAt, std::span<const uint8_t> inText)
 }
 
 // How far the pen goes for a text in the settings that it was drawn with.
-static int WidthIn(const TextSettings& inSettings, std::span<const uint8_t> inText)
+static int WidthIn(const TextSettings& inSettings, const TextScale& inScale, std::span<const uint8_t> inText)
 {
     PortRecord* port = CurrentPort();
     const TextSettings own = std::exchange(port->fText, inSettings);
-    const int width = TextWidth(inText.data(), 0, (short)inText.size());
+    const auto* text = reinterpret_cast<const char*>(inText.data());
+    const long length = (long)inText.size();
+    const int width = CharToPixel(const_cast<char*>(text), length, 0, length, leftCaret, onlyStyleRun,
+                                  inScale.numer, inScale.denom);
     port->fText = own;
     return width;
 }
 
 // An opcode holds 255 letters at most.
-void PictureRecorder::Text(const PortRecord& inPort, const TextSettings& inSettings, Point inAt,
-                           std::span<const uint8_t> inText)
+void PictureRecorder::Text(const PortRecord& inPort, const TextSettings& inSettings, const TextScale& inScale,
+                           Point inAt, std::span<const uint8_t> inText)
 {
     Guarded([&] {
         MatchPort(inPort);
-        MatchText(inSettings);
-        for (std::span<const uint8_t> rest = inText; !rest.empty();) {
-            const std::span<const uint8_t> part = rest.first(std::min<size_t>(rest.size(), 255));
-            WriteText(inAt, part);
-            rest = rest.subspan(part.size());
-            if (!rest.empty())
-                inAt.h = Clamped(inAt.h + WidthIn(inSettings, part));
+        MatchText(inPort, inSettings, inScale);
+        static constexpr size_t kMostLetters = 255;
+        for (size_t done = 0; done < inText.size(); done += kMostLetters) {
+            const int before = done == 0 ? 0 : WidthIn(inSettings, inScale, inText.first(done));
+            WriteText({ inAt.v, Clamped(inAt.h + before) },
+                      inText.subspan(done, std::min(kMostLetters, inText.size() - done)));
         }
     });
 }
@@ -369,6 +371,7 @@ void PictureRecorder::Pixels(const PortRecord& inPort, const CopiedPixels& inPix
     Guarded([&] {
         MatchPort(inPort);
         MatchColor(0x1F, inPort.fOpColor, &fLast.op);
+        MatchColor(0x1D, inPort.fHiliteColor, &fLast.hilite);
         std::vector<Region> masks;
         if (!inPixels.mask)
             return WriteBits(inPixels, nullptr);

@@ -5,6 +5,7 @@
 #include <foundation/BigEndian.h>
 #include <quickdraw/Recorder.h>
 
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -43,8 +44,8 @@ public:
                  const Pattern*) override;
     void Shape(const quickdraw::PortRecord&, quickdraw::Verb, const quickdraw::Region&,
                const Pattern*) override;
-    void Text(const quickdraw::PortRecord&, const quickdraw::TextSettings&, Point at,
-              std::span<const uint8_t>) override;
+    void Text(const quickdraw::PortRecord&, const quickdraw::TextSettings&, const quickdraw::TextScale&,
+              Point at, std::span<const uint8_t>) override;
     void Pixels(const quickdraw::PortRecord&, const quickdraw::CopiedPixels&) override;
     void Comment(const quickdraw::PortRecord&, short kind, std::span<const uint8_t> data) override;
 
@@ -60,6 +61,8 @@ private:
         RGBColor fore = { 0, 0, 0 }, back = { 0xFFFF, 0xFFFF, 0xFFFF };
         RGBColor op = { 0, 0, 0 }, hilite;
         quickdraw::TextSettings text;
+        quickdraw::TextScale textScale;
+        std::optional<bool> outlines; // preferred or not
         std::set<short> namedFonts;
         Point pen = { 0, 0 }, textAt = { 0, 0 }, oval = { 0, 0 };
         Rect rect = { 0, 0, 0, 0 }, roundRect = rect, ovalRect = rect, arcRect = rect;
@@ -80,7 +83,10 @@ private:
                       std::vector<uint8_t>* ioLast);
     void MatchPen(const quickdraw::PortRecord&);
     void MatchVerb(const quickdraw::PortRecord&, quickdraw::Verb, const Pattern* fill);
-    void MatchText(const quickdraw::TextSettings&);
+    void MatchText(const quickdraw::PortRecord&, const quickdraw::TextSettings&, const quickdraw::TextScale&);
+    void MatchGlyphs();
+    void MatchTextScale(const quickdraw::TextScale&);
+    void MatchTextSpace(const quickdraw::TextSettings&);
     void NameFont(short font);
     void WriteRectShape(int opcode, quickdraw::Verb, const Rect&, Rect* ioLast);
 

@@ -3,6 +3,7 @@
 #include "PixelPatterns.h"
 #include "Player.h"
 
+#include <quickdraw/Recorder.h>
 #include <quickdraw/RegionBytes.h>
 
 #include <cstring>
@@ -68,6 +69,17 @@ void PlayPixelPattern(Player& ioPlayer, int inOpcode, BigEndianReader& ioData)
     case 0x13: PenPixPat(pattern); return ioPlayer.OwnPixels(&ioPlayer.fPenPixels, pattern);
     default: ioPlayer.OwnPixels(&ioPlayer.fFillPixels, pattern);
     }
+}
+
+// Nothing is drawn by a comment; a picture that is open takes it over.
+void PlayComment(Player& ioPlayer, int inOpcode, BigEndianReader& ioData)
+{
+    Recorder* recorder = RecorderOf(&ioPlayer.Port());
+    if (!recorder)
+        return;
+    const short kind = ioData.S16();
+    ioData.Skip(inOpcode & 1 ? 2 : 0);
+    recorder->Comment(ioPlayer.Port(), kind, ioData.ReadBytes(ioData.Remaining()));
 }
 
 void PlayPenSize(Player& ioPlayer, int, BigEndianReader& ioData)

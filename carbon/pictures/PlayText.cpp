@@ -5,6 +5,7 @@
 #include <Carbon/Fonts.h>
 
 #include <algorithm>
+#include <numeric>
 
 namespace lampblack::pictures {
 
@@ -60,6 +61,26 @@ void PlayFontName(Player& ioPlayer, int, BigEndianReader& ioData)
         ioPlayer.fFonts[number] = here;
 }
 
+void PlayLineJustification(Player& ioPlayer, int, BigEndianReader& ioData)
+{
+    ioData.Skip(2);
+    const Fixed between = ioData.S32(), shared = ioData.S32();
+    if (ioData.Ok())
+        ioPlayer.fJustification = { between, shared };
+}
+
+// Of the four flags the first is heard: glyphs here always keep their shape, widths are always whole, and
+// bitmaps of a size that is missing are always scaled.
+void PlayGlyphState(Player& ioPlayer, int, BigEndianReader& ioData)
+{
+    static constexpr int64_t kForgettingGlyphs = 1 << 18; // all are made anew
+    ioData.Skip(2);
+    const bool prefersOutlines = ioData.U8() != 0;
+    if (ioData.Ok() && prefersOutlines != (bool)GetOutlinePreferred() &&
+        ioPlayer.CanAfford(kForgettingGlyphs))
+        SetOutlinePreferred(prefersOutlines);
+}
+
 struct Fraction {
     short numerator, denominator;
 };
@@ -70,6 +91,9 @@ static Fraction Product(Fraction a, Fraction b)
     const auto positive = [](short value) { return (int64_t)std::max<short>(value, 1); };
     int64_t numerator = positive(a.numerator) * positive(b.numerator);
     int64_t denominator = positive(a.denominator) * positive(b.denominator);
+    const int64_t common = std::gcd(numerator, denominator);
+    numerator /= common;
+    denominator /= common;
     while (numerator > INT16_MAX || denominator > INT16_MAX) {
         numerator = std::max<int64_t>(1, numerator / 2);
         denominator = std::max<int64_t>(1, denominator / 2);
@@ -89,6 +113,58 @@ static bool CanAffordText(Player& ioPlayer, size_t inCount, Point inNumerator, P
     return ioPlayer.CanAfford((int64_t)inCount * (height * width + 64));
 }
 
+static Fixed Sum(Fixed a, Fixed b)
+{
+    return (Fixed)std::clamp<int64_t>((int64_t)a + b, INT32_MIN, INT32_MAX);
+}
+
+static int SpacesIn(std::string_view inText)
+{
+    return (int)std::count(inText.begin(), inText.end(), ' ');
+}
+
+// One opcode of those that may belong to a line: false at its end. Texts on other baselines begin another one,
+// and so does another justification.
+static bool AddSpaces(BigEndianReader& ioAhead, int inVersion, short inLine, int* ioSpaces)
+{
+    if (inVersion > 1 && (ioAhead.Offset() & 1))
+        ioAhead.Skip(1);
+    const int number = inVersion > 1 ? ioAhead.U16() : ioAhead.U8();
+    const Opcode opcode = OpcodeOf(number, inVersion);
+    Bytes data;
+    if (opcode.length == Length::Own || opcode.play == PlayEnd || opcode.play == PlayLineJustification ||
+        !ReadData(opcode, ioAhead, &data))
+        return false;
+    if (opcode.play != PlayText)
+        return true;
+    BigEndianReader text(data);
+    if ((number == 0x28 && text.ReadPoint().v != inLine) || number > 0x29)
+        return false;
+    if (number == 0x29)
+        text.Skip(1);
+    *ioSpaces += SpacesIn(text.ReadPascal());
+    return true;
+}
+
+// What the spaces of one text have of that which all of its line share.
+static Fixed ShareOf(Player& ioPlayer, Bytes inText)
+{
+    LineJustification& line = ioPlayer.fJustification;
+    const int own = SpacesIn({ reinterpret_cast<const char*>(inText.data()), inText.size() });
+    if (line.shared == 0)
+        return 0;
+    if (!line.isCounted || line.line != ioPlayer.fText.v) {
+        line.line = ioPlayer.fText.v;
+        line.isCounted = true;
+        line.spaces = own;
+        BigEndianReader ahead = ioPlayer.Rest();
+        while (ioPlayer.CanAfford(1) &&
+               AddSpaces(ahead, ioPlayer.Version(), ioPlayer.fText.v, &line.spaces)) {
+        }
+    }
+    return line.spaces > 0 ? (Fixed)((int64_t)line.shared * own / line.spaces) : 0;
+}
+
 // The picture is scaled, and its text may be so on its own.
 static void DrawScaled(Player& ioPlayer, Bytes inText)
 {
@@ -102,7 +178,14 @@ static void DrawScaled(Player& ioPlayer, Bytes inText)
         return;
     const Point at = ioPlayer.Map().Of(ioPlayer.fText);
     MoveTo(at.h, at.v);
-    StdText((short)inText.size(), inText.data(), numerator, denominator);
+    TextSettings& settings = ioPlayer.Port().fText;
+    const Fixed spaceExtra = settings.spaceExtra, charExtra = settings.charExtra;
+    settings.spaceExtra = Sum(spaceExtra, ioPlayer.fJustification.between);
+    settings.charExtra = Sum(charExtra, ioPlayer.fJustification.between);
+    auto* text = const_cast<char*>(reinterpret_cast<const char*>(inText.data()));
+    DrawJustified(text, (long)inText.size(), ShareOf(ioPlayer, inText), onlyStyleRun, numerator, denominator);
+    settings.spaceExtra = spaceExtra;
+    settings.charExtra = charExtra;
 }
 
 // 0x28 says where; the others move from where the last text began.

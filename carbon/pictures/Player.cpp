@@ -3,6 +3,7 @@
 #include "Opcodes.h"
 #include "Playback.h"
 
+#include <Carbon/Fonts.h>
 #include <Carbon/MacErrors.h>
 
 #include <algorithm>
@@ -24,7 +25,8 @@ StDrawingState::StDrawingState(PortRecord& ioPort)
       fOpColor(ioPort.fOpColor),
       fHiliteColor(ioPort.fHiliteColor),
       fText(ioPort.fText),
-      fHiliteMode(LMGetHiliteMode())
+      fHiliteMode(LMGetHiliteMode()),
+      fOutlinesPreferred(GetOutlinePreferred())
 {
 }
 
@@ -43,6 +45,7 @@ StDrawingState::~StDrawingState()
     fPort.SetFore(fFore);
     fPort.SetBack(fBack);
     LMSetHiliteMode(fHiliteMode);
+    SetOutlinePreferred(fOutlinesPreferred);
 }
 
 Rect ImagePlacement::Of(const Rect& inRect) const
@@ -78,11 +81,13 @@ static int64_t BudgetOf(PortRecord& ioPort, size_t inBytes)
 // What a picture relies on before it says otherwise.
 static void SetDefaults()
 {
+    static constexpr RGBColor kBlack = { 0, 0, 0 };
     const Pattern white = { { 0, 0, 0, 0, 0, 0, 0, 0 } };
     PenNormal();
     BackPat(&white);
     ForeColor(blackColor);
     BackColor(whiteColor);
+    OpColor(&kBlack);
     TextFont(0);
     TextFace(normal);
     TextMode(srcOr);
@@ -175,6 +180,7 @@ void Player::Step(BigEndianReader& ioReader)
         if (!ReadData(opcode, ioReader, &data))
             return Fail(pictureDataErr);
         BigEndianReader reader(data);
+        fRest = ioReader;
         if (opcode.play && CanAfford(1))
             opcode.play(*this, number, reader);
     }

@@ -37,6 +37,7 @@ private:
     RGBColor fFore, fBack, fOpColor, fHiliteColor;
     quickdraw::TextSettings fText;
     UInt8 fHiliteMode;
+    Boolean fOutlinesPreferred;
 };
 
 // Pixels that come with a compressed or uncompressed image, and where its matrix puts them.
@@ -57,6 +58,14 @@ struct Fallback {
     int opcodes = 0;
     int texts = 0; // so many more of them belong to it
     Rect shown = { 0, 0, 0, 0 };
+};
+
+// What the characters of a line are set apart by, and what its spaces share besides.
+struct LineJustification {
+    Fixed between = 0, shared = 0;
+    int line = 0; // the baseline that the spaces were counted on
+    int spaces = 0;
+    bool isCounted = false;
 };
 
 class Player {
@@ -95,7 +104,9 @@ public:
     Point fPen = { 0, 0 }, fText = { 0, 0 }; // where lines and texts begin, in the picture's coordinates
     Point fOval = { 0, 0 };
     Point fTextNumerator = { 1, 1 }, fTextDenominator = { 1, 1 };
-    Rect fRect = { 0, 0, 0, 0 }; // the last of each kind, for the "same" opcodes
+    LineJustification fJustification;
+    const BigEndianReader& Rest() const { return fRest; } // what stands behind the opcode that is played
+    Rect fRect = { 0, 0, 0, 0 };                          // the last of each kind, for the "same" opcodes
     Rect fRoundRect = { 0, 0, 0, 0 }, fOvalRect = { 0, 0, 0, 0 }, fArcRect = { 0, 0, 0, 0 };
     std::vector<Point> fPolygon;
     quickdraw::Region fRegion;
@@ -117,6 +128,7 @@ private:
     quickdraw::PortRecord& fPort;
     const StDrawingState fSaved;
     PictureMapping fMapping;
+    BigEndianReader fRest{ Bytes() };
     int64_t fBudget = 0;
     int fVersion = 0;
     bool fEnded = false;

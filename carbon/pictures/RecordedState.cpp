@@ -6,6 +6,7 @@
 #include <Carbon/Fonts.h>
 #include <quickdraw/RegionBytes.h>
 
+#include <cstring>
 #include <string_view>
 
 namespace lampblack::pictures {
@@ -137,8 +138,64 @@ void PictureRecorder::NameFont(short inFont)
     fWriter.Pascal({ reinterpret_cast<const char*>(name + 1), name[0] });
 }
 
-void PictureRecorder::MatchText(const TextSettings& inText)
+// Pictures say what follows as a part of the size, with 12 bits behind the point; rounded up, so that a sum
+// of them that is rounded down is what it was.
+static int CharacterSpace(const TextSettings& inText)
 {
+    const int unit = 16 * (inText.size > 0 ? inText.size : GetDefFontSize());
+    const int part =
+        inText.charExtra > 0 ? (int)(((int64_t)inText.charExtra + unit - 1) / unit) : inText.charExtra / unit;
+    return Clamped(part);
+}
+
+// Glyphs here are never made to fit their line, and widths are whole: the other three flags are those of that.
+void PictureRecorder::MatchGlyphs()
+{
+    const bool prefersOutlines = GetOutlinePreferred();
+    if (fLast.outlines == prefersOutlines)
+        return;
+    Op(0x2E);
+    fWriter.U16(4);
+    fWriter.U8(prefersOutlines);
+    fWriter.Zeros(3);
+    fLast.outlines = prefersOutlines;
+}
+
+void PictureRecorder::MatchTextScale(const TextScale& inScale)
+{
+    if (std::memcmp(&inScale, &fLast.textScale, sizeof inScale) == 0)
+        return;
+    Op(0x10);
+    WritePoint(inScale.numer);
+    WritePoint(inScale.denom);
+    fLast.textScale = inScale;
+}
+
+void PictureRecorder::MatchTextSpace(const TextSettings& inText)
+{
+    const TextSettings& last = fLast.text;
+    if (inText.spaceExtra != last.spaceExtra) {
+        Op(0x06);
+        fWriter.U32((uint32_t)inText.spaceExtra);
+    }
+    if (inText.size != last.size) {
+        Op(0x0D);
+        fWriter.U16((uint16_t)inText.size);
+    }
+    if (inText.charExtra != last.charExtra || (inText.charExtra != 0 && inText.size != last.size)) {
+        Op(0x16);
+        fWriter.U16((uint16_t)CharacterSpace(inText));
+    }
+}
+
+void PictureRecorder::MatchText(const PortRecord& inPort, const TextSettings& inText,
+                                const TextScale& inScale)
+{
+    MatchColor(0x1F, inPort.fOpColor, &fLast.op);
+    MatchColor(0x1D, inPort.fHiliteColor, &fLast.hilite);
+    MatchGlyphs();
+    MatchTextScale(inScale);
+    MatchTextSpace(inText);
     TextSettings& last = fLast.text;
     if (inText.font != last.font) {
         NameFont(inText.font);
@@ -152,18 +209,6 @@ void PictureRecorder::MatchText(const TextSettings& inText)
     if (inText.mode != last.mode) {
         Op(0x05);
         fWriter.U16((uint16_t)inText.mode);
-    }
-    if (inText.size != last.size) {
-        Op(0x0D);
-        fWriter.U16((uint16_t)inText.size);
-    }
-    if (inText.spaceExtra != last.spaceExtra) {
-        Op(0x06);
-        fWriter.U32((uint32_t)inText.spaceExtra);
-    }
-    if (inText.charExtra != last.charExtra || (inText.charExtra != 0 && inText.size != last.size)) {
-        Op(0x16);
-        fWriter.U16((uint16_t)(inText.charExtra / 16 / (inText.size > 0 ? inText.size : 12)));
     }
     last = inText;
     last.strike = nullptr;

@@ -1,6 +1,7 @@
 // What was recorded draws the same pixels again.
 #include "TestPictures.h"
 
+#include <Carbon/Fonts.h>
 #include <doctest/doctest.h>
 
 #include <cstring>
@@ -318,4 +319,140 @@ TEST_CASE("DrawPicture: an image of several bands is scaled as in one piece")
                   CopyBits(source.Bits(), GetPortBitMapForCopyBits(GetQDGlobalsThePort()), &source.bounds,
                            &to, srcCopy, nullptr);
               }) == 0);
+}
+
+TEST_CASE("DrawPicture: text that was stretched, justified and set apart is the same at every depth")
+{
+    for (const int depth : kDepths) {
+        CAPTURE(depth);
+        CHECK(DifferencesOf(depth, [] {
+                  TextFont(kFontIDTimes);
+                  TextSize(14);
+                  const Point numer = { 3, 2 }, denom = { 2, 3 }, one = { 1, 1 };
+                  MoveTo(4, 20);
+                  StdText(7, "stretch", numer, denom);
+                  char text[] = "a few words";
+                  MoveTo(4, 40);
+                  DrawJustified(text, 11, 10 << 16, onlyStyleRun, one, one);
+                  CharExtra(0x10000);
+                  MoveTo(4, 60);
+                  DrawString((ConstStr255Param) "\014set apart by");
+                  TextSize(9);
+                  CharExtra(-0x8000);
+                  MoveTo(4, 75);
+                  DrawString((ConstStr255Param) "\014set together");
+              }) == 0);
+    }
+}
+
+TEST_CASE("DrawPicture: text in every mode, with the colours that the modes look at")
+{
+    static constexpr short kModes[] = { srcCopy,  srcOr,     srcXor,    srcBic,         notSrcCopy,
+                                        notSrcOr, notSrcXor, notSrcBic, grayishTextOr,  blend,
+                                        addPin,   addOver,   subPin,    transparent,    addMax,
+                                        subOver,  adMin,     hilite,    srcCopy + mask, blend + mask };
+    for (const int depth : kDepths)
+        for (const short mode : kModes) {
+            CAPTURE(depth);
+            CAPTURE(mode);
+            CHECK(DifferencesOf(depth, [mode] {
+                      const RGBColor weight = { 0x4000, 0x8000, 0xE000 }, lime = { 0x8000, 0xFFFF, 0 };
+                      const Rect ground = MakeRect(0, 0, 50, 80), dot = MakeRect(90, 0, 96, 5);
+                      PaintRect(&dot); // black at every depth
+                      SetColors(kSand, kBlue);
+                      PaintRect(&ground);
+                      OpColor(&weight);
+                      HiliteColor(&lime);
+                      SetColors(kRed, kSand);
+                      TextSize(24);
+                      TextFace(bold);
+                      TextMode(mode);
+                      MoveTo(3, 50);
+                      DrawString((ConstStr255Param) "\005Lamps");
+                  }) == 0);
+        }
+}
+
+TEST_CASE("DrawPicture: pixels copied in every mode, with the colours that the modes look at")
+{
+    static constexpr short kModes[] = { srcCopy,     srcOr,     srcXor,  srcBic, notSrcCopy, notSrcOr,
+                                        notSrcXor,   notSrcBic, blend,   addPin, addOver,    subPin,
+                                        transparent, addMax,    subOver, adMin,  hilite,     ditherCopy };
+    for (const int depth : kDepths)
+        for (const short mode : kModes) {
+            CAPTURE(depth);
+            CAPTURE(mode);
+            TestWorld source(37, 29, 8);
+            DrawShapes();
+            CHECK(DifferencesOf(depth, [&] {
+                      const RGBColor weight = { 0x4000, 0x8000, 0xE000 }, lime = { 0x8000, 0xFFFF, 0 };
+                      const Rect ground = MakeRect(0, 0, 30, 80), to = MakeRect(10, 10, 80, 60),
+                                 dot = MakeRect(90, 0, 96, 5);
+                      PaintRect(&dot); // black at every depth
+                      SetColors(kSand, kBlue);
+                      PaintRect(&ground);
+                      OpColor(&weight);
+                      HiliteColor(&lime);
+                      SetColors(kRed, kSand);
+                      CopyBits(source.Bits(), GetPortBitMapForCopyBits(GetQDGlobalsThePort()), &source.bounds,
+                               &to, mode, nullptr);
+                  }) == 0);
+        }
+}
+
+TEST_CASE("DrawPicture: pixels copied through a mask of bits are the same, scaled and not")
+{
+    TestWorld source(40, 40), mask(40, 40, 1);
+    const Rect oval = MakeRect(4, 4, 36, 30), line = MakeRect(0, 20, 40, 22);
+    PaintOval(&oval);
+    InvertRect(&line);
+    source.Use();
+    DrawShapes();
+    for (const int depth : kDepths)
+        for (const Rect& to : { MakeRect(5, 5, 45, 45), MakeRect(-10, 7, 90, 75) }) {
+            CAPTURE(depth);
+            CHECK(DifferencesOf(depth, [&] {
+                      CopyMask(source.Bits(), mask.Bits(), GetPortBitMapForCopyBits(GetQDGlobalsThePort()),
+                               &source.bounds, &mask.bounds, &to);
+                  }) == 0);
+        }
+}
+
+TEST_CASE("OpenPicture: a mask of greys leaves a copy of what it lets through by half or more")
+{
+    TestWorld source(40, 40), mask(40, 40);
+    const Rect dark = MakeRect(0, 0, 10, 40), light = MakeRect(10, 0, 20, 40);
+    SetColors({ 0x4000, 0x4000, 0x4000 }, kSand);
+    PaintRect(&dark);
+    SetColors({ 0xA000, 0xA000, 0xA000 }, kSand);
+    PaintRect(&light);
+    source.Use();
+    SetColors(kRed, kSand);
+    PaintRect(&source.bounds);
+    TestWorld played(40, 40);
+    const PicHandle picture = OpenPicture(&played.bounds);
+    CopyDeepMask(source.Bits(), mask.Bits(), played.Bits(), &source.bounds, &mask.bounds, &played.bounds,
+                 srcCopy, nullptr);
+    ClosePicture();
+    DrawPicture(picture, &played.bounds);
+    CHECK(played.At(5, 20) == 0xFF0000);
+    CHECK(played.IsWhite(15, 20));
+    CHECK(played.IsWhite(30, 20));
+    KillPicture(picture);
+}
+
+TEST_CASE("PicComment: the comments of a picture go over to one that is open while it is played")
+{
+    const Rect frame = MakeRect(0, 0, 30, 30);
+    TestWorld world(30, 30);
+    MadePicture made(frame);
+    made.Op(0xA0, { 130 }).Op(0xA1, { 100, 3 }).Bytes({ 'a', 'b', 'c' });
+    const PicHandle picture = OpenPicture(&frame);
+    CHECK(PlayHere(made.End()) == noErr);
+    ClosePicture();
+    const std::vector<uint8_t> bytes = BytesOf(picture);
+    const std::string all(bytes.begin(), bytes.end());
+    CHECK(all.find(std::string({ 0, (char)0xA0, 0, (char)130 })) != std::string::npos);
+    CHECK(all.find(std::string({ 0, (char)0xA1, 0, 100, 0, 3, 'a', 'b', 'c' })) != std::string::npos);
+    KillPicture(picture);
 }

@@ -226,6 +226,47 @@ static void CopyMasked(const MapPixels& from, const MapPixels& inMask, const Map
         to.port->Damage(changed);
 }
 
+// Where a mask lets through at least half of what is copied, in the destination's coordinates; everywhere
+// when it is stretched beyond all worlds.
+static Region ShownBy(const Mask& inMask, const Rect& inTo)
+{
+    static constexpr int kHalf = 3 * 255 / 2; // of the sum of three channels
+    const Box seen = Intersection(BoxOf(inTo), inMask.ShownBox());
+    static constexpr int64_t kMostPixels = 64 << 20;
+    if (!IsEmpty(seen) && (int64_t)(seen.x2 - seen.x1) * (seen.y2 - seen.y1) > kMostPixels)
+        return Region(inTo);
+    std::vector<uint32_t> colors((size_t)std::max(0, seen.x2 - seen.x1));
+    std::vector<Box> boxes;
+    for (int v = seen.y1; v < seen.y2 && !colors.empty(); ++v) {
+        inMask.Colors(v, seen.x1, (int)colors.size(), colors.data());
+        const auto isShown = [&](int h) {
+            const uint32_t color = colors[(size_t)(h - seen.x1)];
+            return (int)((color >> 16 & 0xFF) + (color >> 8 & 0xFF) + (color & 0xFF)) <= kHalf;
+        };
+        for (int h = seen.x1; h < seen.x2; ++h) {
+            const int start = h;
+            while (h < seen.x2 && isShown(h))
+                ++h;
+            if (h > start)
+                boxes.push_back({ start, v, h, v + 1 });
+        }
+    }
+    return Region(boxes);
+}
+
+// No picture can hold a mask of pixels: it takes the region that comes nearest.
+static bool TellRecorderMasked(const MapPixels& to, CopiedPixels ioPixels, const MapPixels& inMask,
+                               const Rect& maskRect)
+{
+    if (!to.port || to.port != CurrentPort() || !RecorderOf(to.port) || !inMask.surface.base)
+        return false;
+    Region shown = ShownBy(Mask(inMask.surface, maskRect, ioPixels.toRect), ioPixels.toRect);
+    if (ioPixels.mask)
+        shown.Intersect(shown, *ioPixels.mask);
+    ioPixels.mask = &shown;
+    return shown.IsEmpty() ? to.port->fPen.visibility < 0 : TellRecorder(to.port, ioPixels);
+}
+
 } // namespace lampblack::quickdraw
 
 void CopyDeepMask(const BitMap* srcBits, const BitMap* maskBits, const BitMap* dstBits, const Rect* srcRect,
@@ -243,8 +284,7 @@ void CopyDeepMask(const BitMap* srcBits, const BitMap* maskBits, const BitMap* d
     SetQDError(error);
     if (error || IsEmpty(*srcRect) || IsEmpty(*maskRect) || IsEmpty(*dstRect) || !from.surface.base)
         return;
-    // No picture can hold a mask of pixels: it takes the copy without.
-    if (TellRecorder(to.port, { from.surface, *srcRect, *dstRect, mode, region }))
+    if (TellRecorderMasked(to, { from.surface, *srcRect, *dstRect, mode, region }, mask, *maskRect))
         return;
     if (to.surface.base && mask.surface.base)
         CopyMasked(from, mask, to, *srcRect, *maskRect, *dstRect, mode, region);

@@ -54,12 +54,13 @@ void RecordRegion(Verb inVerb, const Region& inRegion, const Pattern* inFill)
         recorder->Shape(*port, inVerb, inRegion, inFill);
 }
 
-void RecordText(const TextSettings& inSettings, Point inAt, std::span<const uint8_t> inText)
+void RecordText(const TextSettings& inSettings, Point inAt, std::span<const uint8_t> inText,
+                const TextScale& inScale)
 {
     const PortRecord* port = CurrentPort();
     Recorder* recorder = RecorderOf(port);
     if (recorder && !inText.empty())
-        recorder->Text(*port, inSettings, inAt, inText);
+        recorder->Text(*port, inSettings, inScale, inAt, inText);
 }
 
 void RecordPixels(const CopiedPixels& inPixels)

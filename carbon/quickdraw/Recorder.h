@@ -16,6 +16,11 @@ struct CopiedPixels {
     const Region* mask = nullptr; // null: none
 };
 
+// How much larger than its settings a text is drawn, down and across.
+struct TextScale {
+    Point numer = { 1, 1 }, denom = { 1, 1 };
+};
+
 // The port's own state (pen, colours, patterns, clip, text) is compared with what was recorded last, so that
 // no setter has to tell. `fill` is the pattern of Verb::Fill and of no other verb.
 class Recorder {
@@ -30,7 +35,8 @@ public:
     virtual void Polygon(const PortRecord&, Verb, std::span<const Point>, const Pattern* fill) = 0;
     virtual void Shape(const PortRecord&, Verb, const Region&, const Pattern* fill) = 0;
     // Mac Roman bytes; the settings may be other than the port's.
-    virtual void Text(const PortRecord&, const TextSettings&, Point at, std::span<const uint8_t>) = 0;
+    virtual void Text(const PortRecord&, const TextSettings&, const TextScale&, Point at,
+                      std::span<const uint8_t>) = 0;
     virtual void Pixels(const PortRecord&, const CopiedPixels&) = 0;
     virtual void Comment(const PortRecord&, short kind, std::span<const uint8_t> data) = 0;
 };
@@ -68,7 +74,7 @@ void RecordRoundRect(Verb, const Rect&, int ovalWidth, int ovalHeight,
 void RecordArc(Verb, const Rect&, int start, int extent, const Pattern* fill);
 void RecordPolygon(Verb, std::span<const Point>, const Pattern* fill);
 void RecordRegion(Verb, const Region&, const Pattern* fill);
-void RecordText(const TextSettings&, Point at, std::span<const uint8_t> macRoman);
+void RecordText(const TextSettings&, Point at, std::span<const uint8_t> macRoman, const TextScale& = {});
 void RecordPixels(const CopiedPixels&);
 
 } // namespace lampblack::quickdraw

@@ -60,6 +60,10 @@ struct Scale {
             downNumer = inNumer.v, downDenom = inDenom.v;
     }
     bool IsNone() const { return acrossNumer == acrossDenom && downNumer == downDenom; }
+    TextScale Fractions() const
+    {
+        return { { (short)downNumer, (short)acrossNumer }, { (short)downDenom, (short)acrossDenom } };
+    }
     SInt16 SizeOf(SInt16 inSize) const
     {
         const SInt64 size = inSize > 0 ? inSize : GetDefFontSize();
@@ -72,13 +76,19 @@ struct Scale {
     }
 };
 
-// Every space takes an equal part of a slop.
+static Fixed Saturated(SInt64 inFixed)
+{
+    return (Fixed)std::clamp<SInt64>(inFixed, INT32_MIN, INT32_MAX);
+}
+
+// Every space takes an equal part of a slop, rounded up so that a sum rounded down is the whole of it.
 static TextRun JustifiedRun(Bytes inText, Fixed inSlop, const Scale& inScale)
 {
     TextRun run = RunOf(CurrentTextSettings());
-    const auto spaces = std::count(inText.begin(), inText.end(), ' ');
+    const SInt64 spaces = std::count(inText.begin(), inText.end(), ' ');
     if (spaces > 0)
-        run.spaceExtra += (Fixed)(inSlop / spaces);
+        run.spaceExtra =
+            Saturated(run.spaceExtra + (inSlop > 0 ? (inSlop + spaces - 1) / spaces : inSlop / spaces));
     run.numer = inScale.acrossNumer;
     run.denom = inScale.acrossDenom;
     return run;
@@ -90,9 +100,10 @@ static void DrawScaledRun(Bytes inText, Fixed inSlop, const Scale& inScale)
     if (!port || inText.empty())
         return;
     TextSettings settings = port->fText;
-    settings.size = inScale.SizeOf(settings.size);
-    RecordText(settings, port->fPen.location, inText);
     const TextRun run = JustifiedRun(inText, inSlop, inScale);
+    settings.spaceExtra = run.spaceExtra;
+    RecordText(settings, port->fPen.location, inText, inScale.Fractions());
+    settings.size = inScale.SizeOf(settings.size);
     Strike& pictures = inScale.IsNone()
                            ? run.strike
                            : StrikeFor(settings.font, settings.size, settings.face,

@@ -268,3 +268,17 @@ TEST_CASE("DrawUtf8: the same pixels as Mac Roman bytes, and other scripts have 
     CHECK(WidthOfUtf8({}, "\xFF\xC0") > 0);
     CHECK(Utf8ThatFits({}, "\u0416\u0416\u0416", WidthOfUtf8({}, "\u0416\u0416") + 1) == 4);
 }
+
+TEST_CASE("DrawJustified: the spaces take all of the slop, whatever part of it each one gets")
+{
+    const TestPort port;
+    char text[] = "a b c d";
+    const Point one = { 1, 1 };
+    for (const int slop : { 10, 1, 7, -1, -4, 0 }) {
+        MoveTo(0, 20);
+        DrawJustified(text, 7, slop << 16, onlyStyleRun, one, one);
+        Point pen;
+        GetPen(&pen);
+        CHECK(pen.h == TextWidth(text, 0, 7) + slop);
+    }
+}

@@ -26,8 +26,8 @@ LAMPBLACK_BEGIN_C
 //
 // Copies as CopyBits with srcCopy does, where a mask says so: a mask of one bit where it is set; a deeper one
 // weighs its colours, channel by channel: black copies, white leaves the destination. Source and mask are
-// scaled to dstRect, each for itself. The clip holds as for CopyBits; an open picture takes the copy without
-// the mask.
+// scaled to dstRect, each for itself. The clip holds as for CopyBits; an open picture takes the copy with a
+// region of the pixels that the mask lets through by half or more.
 //
 // Errors:     by QDError: paramErr, and cDepthErr for a depth that does not exist.
 void CopyMask(const BitMap* srcBits, const BitMap* maskBits, const BitMap* dstBits, const Rect* srcRect,
