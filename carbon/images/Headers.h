@@ -1,5 +1,5 @@
-// The headers of the formats that SDL_image decodes. They are read here first, so that nothing absurd reaches
-// the libraries, and so that the size of an image is known without decoding it.
+// The headers of TIFF, BMP and Targa. They are read here first, so that nothing absurd reaches the libraries,
+// and so that the size of an image is known without decoding it.
 #ifndef LAMPBLACK_IMAGES_HEADERS_H
 #define LAMPBLACK_IMAGES_HEADERS_H
 

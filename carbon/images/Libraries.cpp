@@ -66,9 +66,7 @@ std::optional<ImageLibrary> FindImageLibrary()
 {
     ImageLibrary found = {};
     Symbols symbols("libSDL2_image-2.0.so.0");
-    symbols.Get("IMG_LoadTIF_RW", &found.loadTiff)
-        .Get("IMG_LoadBMP_RW", &found.loadBmp)
-        .Get("IMG_LoadTGA_RW", &found.loadTarga);
+    symbols.Get("IMG_LoadTIF_RW", &found.loadTiff).Get("IMG_LoadBMP_RW", &found.loadBmp);
     if (!symbols.AreComplete())
         return std::nullopt;
     SilenceTiffLibrary();

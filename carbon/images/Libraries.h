@@ -31,7 +31,6 @@ struct JpegLibrary {
 struct ImageLibrary {
     decltype(&IMG_LoadTIF_RW) loadTiff;
     decltype(&IMG_LoadBMP_RW) loadBmp;
-    decltype(&IMG_LoadTGA_RW) loadTarga;
 };
 
 // Null where the library is not installed.

@@ -1,4 +1,4 @@
-// TIFF, BMP and Targa data, by SDL_image. It decodes an image whole, when its first row is asked for.
+// TIFF and BMP data, by SDL_image. It decodes an image whole, when its first row is asked for.
 #include "Headers.h"
 #include "Libraries.h"
 
@@ -133,13 +133,6 @@ OSStatus OpenBmp(Bytes inBytes, CodecQ, ImageReaderPtr* outReader)
     ImageFacts facts;
     const OSStatus error = ReadBmpHeader(inBytes, &facts);
     return MakeReader(error, inBytes, &ImageLibrary::loadBmp, facts, outReader);
-}
-
-OSStatus OpenTarga(Bytes inBytes, CodecQ, ImageReaderPtr* outReader)
-{
-    ImageFacts facts;
-    const OSStatus error = ReadTargaHeader(inBytes, &facts);
-    return MakeReader(error, inBytes, &ImageLibrary::loadTarga, facts, outReader);
 }
 
 } // namespace lampblack::images
