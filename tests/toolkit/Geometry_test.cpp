@@ -3,9 +3,15 @@
 #include <lampblack/lampblack.h>
 
 #include <cmath>
+#include <initializer_list>
 #include <limits>
 
+#include "Interpose.h"
+
 namespace {
+
+HSLColor gConverted; // the colour that came back from HSL last
+short gPenMode = -1;
 
 bool Same(const Rect& a, const Rect& b)
 {
@@ -36,6 +42,37 @@ struct World {
 };
 
 } // namespace
+
+LAMPBLACK_INTERPOSE void HSL2RGB(const HSLColor* from, RGBColor* to)
+{
+    gConverted = *from;
+    Next<decltype(HSL2RGB)>("HSL2RGB")(from, to);
+}
+
+LAMPBLACK_INTERPOSE void PenMode(short mode)
+{
+    gPenMode = mode;
+    Next<decltype(PenMode)>("PenMode")(mode);
+}
+
+TEST_CASE(
+    "GlobalRectToLocalRect, LocalRectToGlobalRect: both corners, in the current port; null does nothing")
+{
+    const Rect bounds = { 100, 150, 200, 350 };
+    WindowRef window = nullptr;
+    REQUIRE(CreateNewWindow(kDocumentWindowClass, kWindowStandardDocumentAttributes, &bounds, &window) ==
+            noErr);
+    const StPortSaver saver(window);
+    SetOrigin(7, 9); // h before v
+    Rect rect = { 110, 170, 130, 200 };
+    GlobalRectToLocalRect(&rect);
+    CHECK(Same(rect, { 19, 27, 39, 57 }));
+    LocalRectToGlobalRect(&rect);
+    CHECK(Same(rect, { 110, 170, 130, 200 }));
+    GlobalRectToLocalRect(nullptr);
+    LocalRectToGlobalRect(nullptr);
+    ReleaseWindow(window);
+}
 
 TEST_CASE("GetRectangleCenterPoint: halves go toward minus infinity; null is (0,0)")
 {
@@ -70,6 +107,15 @@ TEST_CASE("myround: what no integer holds goes to the nearest one that can, and 
     CHECK(myround(-1e30f) == std::numeric_limits<SInt32>::min());
     CHECK(myround(std::nanf("")) == 0);
     CHECK(myround(std::numeric_limits<float>::infinity()) == std::numeric_limits<SInt32>::max());
+}
+
+TEST_CASE("ScaleRect: a factor of 0 empties, a negative one turns over")
+{
+    Rect rect = { 10, 20, 15, 27 };
+    ScaleRect(&rect, -1.0f);
+    CHECK(Same(rect, { 10, 20, 5, 13 }));
+    ScaleRect(&rect, 0.0f);
+    CHECK(Same(rect, { 10, 20, 10, 20 }));
 }
 
 TEST_CASE("ScaleRect: keeps the top left, rounds sizes; coordinates stay in range")
@@ -149,6 +195,25 @@ TEST_CASE("ScreenRGBColor: 50 moves the lightness half-way to white and keeps th
     CHECK(std::abs(black.red - 65535 / 4) <= 4);
 }
 
+TEST_CASE("ScreenRGBColor: the lightness is cut off to an integer, whatever the percentage")
+{
+    for (const UInt16 percent : { 1, 33, 50, 67, 99 }) {
+        CAPTURE(percent);
+        RGBColor color = { 0x9000, 0x2000, 0x4000 };
+        HSLColor before;
+        RGB2HSL(&color, &before);
+        ScreenRGBColor(&color, percent);
+        const float lightness = before.lightness;
+        const float expected = lightness + (float)(100 - percent) / 100 * (65535 - lightness);
+        CHECK(gConverted.hue == before.hue);
+        CHECK(gConverted.saturation == before.saturation);
+        CHECK(gConverted.lightness == (SmallFract)expected);
+    }
+    RGBColor white = { 65535, 65535, 65535 };
+    ScreenRGBColor(&white, 1);
+    CHECK(EqualRGB(white, { 65535, 65535, 65535 }));
+}
+
 TEST_CASE("HiliteRect: paints in the highlight colour, restores the foreground and leaves the pen copying")
 {
     const World world;
@@ -166,6 +231,7 @@ TEST_CASE("HiliteRect: paints in the highlight colour, restores the foreground a
     GetForeColor(&now);
     CHECK(EqualRGB(now, fore));
     CHECK(GetPortPenMode(world.fWorld) == 0);
+    CHECK(gPenMode == 0);
 }
 
 TEST_CASE(
@@ -185,6 +251,7 @@ TEST_CASE(
     Rect extent, port;
     CHECK(EqualRect(GetRegionBounds(now, &extent), GetWindowPortBounds(window, &port)));
     const RgnHandle kept = region;
+    CHECK(EqualRect(GetRegionBounds(region, &extent), &clip));
     RestoreClipRegion(&region);
     GetClip(now);
     CHECK(EqualRect(GetRegionBounds(now, &extent), &clip));

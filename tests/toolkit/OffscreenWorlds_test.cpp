@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <string>
 #include <vector>
 
 #include "CallLog.h"
@@ -15,8 +16,8 @@
 
 LAMPBLACK_WATCH(Boolean, LockPixels, (PixMapHandle pm), (pm))
 LAMPBLACK_WATCH(void, UnlockPixels, (PixMapHandle pm), (pm))
-LAMPBLACK_WATCH(OSErr, GetGraphicsImporterForFile, (const FSSpec* file, ComponentInstance* importer),
-                (file, importer))
+LAMPBLACK_WATCH(void, SetPortWindowPort, (WindowRef window), (window))
+LAMPBLACK_WATCH(void, SetGWorld, (CGrafPtr port, GDHandle device), (port, device))
 LAMPBLACK_WATCH(ComponentResult, GraphicsImportGetNaturalBounds, (GraphicsImportComponent ci, Rect* bounds),
                 (ci, bounds))
 LAMPBLACK_WATCH(ComponentResult, GraphicsImportSetGWorld,
@@ -24,7 +25,6 @@ LAMPBLACK_WATCH(ComponentResult, GraphicsImportSetGWorld,
 LAMPBLACK_WATCH(ComponentResult, GraphicsImportSetBoundsRect,
                 (GraphicsImportComponent ci, const Rect* bounds), (ci, bounds))
 LAMPBLACK_WATCH(ComponentResult, GraphicsImportDraw, (GraphicsImportComponent ci), (ci))
-LAMPBLACK_WATCH(ComponentResult, GraphicsImportSetDataHandle, (GraphicsImportComponent ci, Handle h), (ci, h))
 LAMPBLACK_WATCH(ComponentResult, GraphicsImportGetAsPicture, (GraphicsImportComponent ci, PicHandle* picture),
                 (ci, picture))
 LAMPBLACK_WATCH(ComponentResult, GraphicsExportSetInputPicture,
@@ -34,8 +34,8 @@ LAMPBLACK_WATCH(ComponentResult, GraphicsExportSetOutputHandle, (GraphicsExportC
 LAMPBLACK_WATCH(ComponentResult, GraphicsExportDoExport, (GraphicsExportComponent ci, UInt32* size),
                 (ci, size))
 LAMPBLACK_WATCH(OSErr, CloseComponent, (ComponentInstance ci), (ci))
-LAMPBLACK_WATCH(OSErr, OpenADefaultComponent, (OSType type, OSType subType, ComponentInstance* ci),
-                (type, subType, ci))
+LAMPBLACK_WATCH(ComponentResult, GraphicsExportSetCompressionQuality,
+                (GraphicsExportComponent ci, CodecQ quality), (ci, quality))
 
 namespace {
 
@@ -43,8 +43,23 @@ struct WorldRequest {
     int count = 0;
     short depth = 0;
     GWorldFlags flags = 0;
+    Rect bounds = { 0, 0, 0, 0 };
+    CTabHandle table = nullptr;
+    GDHandle device = nullptr;
 } gRequest;
-OSErr gWorldError = noErr; // reported beside the world that was made
+OSErr gWorldError = noErr;    // reported beside the world that was made
+OSErr gImporterError = noErr; // reported beside the importer that was found
+GWorldPtr gMade = nullptr;
+bool gMakesNoWorld = false; // and reports no error
+OpenCPicParams gPictureParameters;
+struct CopyBitsCall {
+    const BitMap *from, *to;
+    Rect fromRect, toRect;
+    short mode;
+    RgnHandle mask;
+} gCopy;
+OSType gComponentType = 0, gComponentSubType = 0;
+Handle gImportedData = nullptr;
 CodecQ gQuality = 0;
 std::set<Handle> gHandles;
 
@@ -85,6 +100,13 @@ bool IsNear(const RGBColor& a, const RGBColor& b, int inTolerance = 0x0800)
            std::abs(a.blue - b.blue) <= inTolerance;
 }
 
+// A world of 32 bits keeps eight bits of a colour's sixteen.
+bool IsShown(const RGBColor& inPixel, const RGBColor& inColor)
+{
+    return inPixel.red >> 8 == inColor.red >> 8 && inPixel.green >> 8 == inColor.green >> 8 &&
+           inPixel.blue >> 8 == inColor.blue >> 8;
+}
+
 // Draws the picture at its own size into a new world.
 std::vector<RGBColor> PixelsOf(PicHandle inPicture)
 {
@@ -113,6 +135,16 @@ FSSpec SpecOfFile(const std::filesystem::path& inPath, const void* inBytes, size
     return spec;
 }
 
+FSSpec SpecOfBackdrop() // 640 by 480 pixels
+{
+    FSRef reference;
+    FSSpec spec;
+    const std::string path = LAMPBLACK_SOURCE_DIR "/examples/gallery/backdrop.jpg";
+    REQUIRE(FSPathMakeRef(reinterpret_cast<const UInt8*>(path.c_str()), &reference, nullptr) == noErr);
+    REQUIRE(FSGetCatalogInfo(&reference, kFSCatInfoNone, nullptr, nullptr, &spec, nullptr) == noErr);
+    return spec;
+}
+
 Handle JpegOfTestWorld()
 {
     const World world;
@@ -134,15 +166,65 @@ struct StFailure {
 LAMPBLACK_INTERPOSE QDErr NewGWorld(GWorldPtr* world, short depth, const Rect* bounds, CTabHandle table,
                                     GDHandle device, GWorldFlags flags)
 {
-    gRequest = { gRequest.count + 1, depth, flags };
+    gRequest = { gRequest.count + 1, depth, flags, *bounds, table, device };
+    if (gMakesNoWorld)
+        return noErr;
     const QDErr error = Next<decltype(NewGWorld)>("NewGWorld")(world, depth, bounds, table, device,
                                                                flags & ~(GWorldFlags)useTempMem);
+    gMade = *world;
     return error ? error : gWorldError;
+}
+
+LAMPBLACK_INTERPOSE OSErr GetGraphicsImporterForFile(const FSSpec* file, ComponentInstance* importer)
+{
+    const CallLog::StCall call("GetGraphicsImporterForFile");
+    const OSErr error =
+        Next<decltype(GetGraphicsImporterForFile)>("GetGraphicsImporterForFile")(file, importer);
+    return error ? error : gImporterError;
+}
+
+LAMPBLACK_INTERPOSE PicHandle OpenCPicture(const OpenCPicParams* parameters)
+{
+    const CallLog::StCall call("OpenCPicture");
+    gPictureParameters = *parameters;
+    if (CallLog::gFailures.contains("OpenCPicture"))
+        return nullptr;
+    return Next<decltype(OpenCPicture)>("OpenCPicture")(parameters);
+}
+
+LAMPBLACK_INTERPOSE void CopyBits(const BitMap* from, const BitMap* to, const Rect* fromRect,
+                                  const Rect* toRect, short mode, RgnHandle mask)
+{
+    const CallLog::StCall call("CopyBits");
+    gCopy = { from, to, *fromRect, *toRect, mode, mask };
+    Next<decltype(CopyBits)>("CopyBits")(from, to, fromRect, toRect, mode, mask);
+}
+
+LAMPBLACK_INTERPOSE OSErr OpenADefaultComponent(OSType type, OSType subType, ComponentInstance* ci)
+{
+    const CallLog::StCall call("OpenADefaultComponent");
+    gComponentType = type;
+    gComponentSubType = subType;
+    if (CallLog::gFailures.contains("OpenADefaultComponent"))
+        return CallLog::gFailures["OpenADefaultComponent"];
+    return Next<decltype(OpenADefaultComponent)>("OpenADefaultComponent")(type, subType, ci);
+}
+
+LAMPBLACK_INTERPOSE ComponentResult GraphicsImportSetDataHandle(GraphicsImportComponent ci, Handle data)
+{
+    const CallLog::StCall call("GraphicsImportSetDataHandle");
+    gImportedData = data;
+    if (CallLog::gFailures.contains("GraphicsImportSetDataHandle"))
+        return CallLog::gFailures["GraphicsImportSetDataHandle"];
+    return Next<decltype(GraphicsImportSetDataHandle)>("GraphicsImportSetDataHandle")(ci, data);
 }
 
 LAMPBLACK_INTERPOSE ComponentResult GraphicsImportSetQuality(GraphicsImportComponent ci, CodecQ quality)
 {
+    const CallLog::StCall call("GraphicsImportSetQuality");
     gQuality = quality;
+    if (CallLog::gFailures.contains("GraphicsImportSetQuality"))
+        return CallLog::gFailures["GraphicsImportSetQuality"];
     return Next<decltype(GraphicsImportSetQuality)>("GraphicsImportSetQuality")(ci, quality);
 }
 
@@ -171,6 +253,35 @@ TEST_CASE("NewGWorldEnhanced: bounds without a pixel are paramErr, without askin
     CHECK(gRequest.count == 0);
 }
 
+TEST_CASE("NewGWorldEnhanced: depth, bounds, table and device are NewGWorld's own")
+{
+    const CTabHandle table = GetCTable(34); // four levels of grey
+    REQUIRE(table);
+    const Rect bounds = { 5, 7, 15, 37 };
+    GWorldPtr made = nullptr;
+    CHECK(NewGWorldEnhanced(&made, 2, &bounds, table, nullptr, 0) == noErr);
+    const World world(made);
+    CHECK(gRequest.depth == 2);
+    CHECK(gRequest.table == table);
+    CHECK(EqualRect(&gRequest.bounds, &bounds));
+    GWorldPtr other = nullptr;
+    CHECK(NewGWorldEnhanced(&other, 0, &bounds, nullptr, GetMainDevice(), noNewDevice) == noErr);
+    const World second(other);
+    CHECK(gRequest.depth == 0);
+    CHECK(gRequest.device == GetMainDevice());
+    CHECK(gRequest.flags == (GWorldFlags)noNewDevice);
+    DisposeCTable(table);
+}
+
+TEST_CASE("NewGWorldEnhanced: no world and no error is paramErr")
+{
+    gMakesNoWorld = true;
+    GWorldPtr world = reinterpret_cast<GWorldPtr>(1);
+    CHECK(NewGWorldEnhanced(&world, 32, &kBounds, nullptr, nullptr, 0) == paramErr);
+    gMakesNoWorld = false;
+    CHECK(world == nullptr);
+}
+
 TEST_CASE("NewGWorldEnhanced: with Aqua temporary memory is never asked for")
 {
     GWorldPtr made = nullptr;
@@ -187,6 +298,7 @@ TEST_CASE("NewGWorldEnhanced: a world that came with an error is disposed of, th
     GWorldPtr world = reinterpret_cast<GWorldPtr>(1);
     CHECK(NewGWorldEnhanced(&world, 32, &kBounds, nullptr, nullptr, 0) == cNoMemErr);
     CHECK(world == nullptr);
+    CHECK(!IsValidPort(gMade));
     gWorldError = noErr;
     CHECK(NewGWorldEnhanced(&world, 3, &kBounds, nullptr, nullptr, 0) == cDepthErr);
     CHECK(world == nullptr);
@@ -226,7 +338,11 @@ TEST_CASE("SetGWorldWindow: the window's port is current")
     REQUIRE(CreateNewWindow(kDocumentWindowClass, kWindowStandardDocumentAttributes, &bounds, &window) ==
             noErr);
     SetGWorld(nullptr, nullptr);
-    SetGWorldWindow(window);
+    {
+        const CallLog log;
+        SetGWorldWindow(window);
+        CHECK(log.Calls() == "SetPortWindowPort SetGWorld");
+    }
     CGrafPtr port = nullptr;
     GDHandle device = nullptr;
     GetGWorld(&port, &device);
@@ -237,7 +353,7 @@ TEST_CASE("SetGWorldWindow: the window's port is current")
 
 TEST_CASE("GWorldToPicture: plays back the same pixels, and the caller's world stays current")
 {
-    for (const short depth : { 1, 8, 16, 32 }) {
+    for (const short depth : { 1, 2, 4, 8, 16, 32 }) {
         CAPTURE(depth);
         const World world(depth), current;
         SetGWorld(current, nullptr);
@@ -252,7 +368,7 @@ TEST_CASE("GWorldToPicture: plays back the same pixels, and the caller's world s
         bool same = true;
         for (short v = 0; v < 30; ++v)
             for (short h = 0; h < 40; ++h)
-                same = same && EqualRGB(pixels[(size_t)(v * 40 + h)], world.At(h, v));
+                same = same && IsShown(pixels[(size_t)(v * 40 + h)], world.At(h, v));
         CHECK(same);
         KillPicture(picture);
         SetGWorld(nullptr, nullptr);
@@ -270,6 +386,55 @@ TEST_CASE("GWorldToPicture: pixels that the caller had locked stay locked, other
     CHECK((GetPixelsState(pixels) & pixelsLocked) != 0);
 }
 
+TEST_CASE("GWorldToPicture: records a copy onto itself at 72 dots per inch, of the port's bounds")
+{
+    const Rect bounds = { 5, 7, 15, 37 };
+    GWorldPtr made = nullptr;
+    REQUIRE(NewGWorld(&made, 32, &bounds, nullptr, nullptr, 0) == noErr);
+    const World world(made);
+    const PicHandle picture = GWorldToPicture(world, srcOr);
+    CHECK(EqualRect(&gPictureParameters.srcRect, &bounds));
+    CHECK(gPictureParameters.hRes == 0x00480000);
+    CHECK(gPictureParameters.vRes == 0x00480000);
+    CHECK(gPictureParameters.version == -2);
+    CHECK(gPictureParameters.reserved1 == 0);
+    CHECK(gPictureParameters.reserved2 == 0);
+    CHECK(gCopy.from == GetPortBitMapForCopyBits(world));
+    CHECK(gCopy.to == gCopy.from);
+    CHECK(EqualRect(&gCopy.fromRect, &bounds));
+    CHECK(EqualRect(&gCopy.toRect, &bounds));
+    CHECK(gCopy.mode == srcOr);
+    CHECK(gCopy.mask == nullptr);
+    KillPicture(picture);
+}
+
+TEST_CASE("GWorldToPicture: the mode is the picture's, and the world's pixels stay as they are")
+{
+    const World world;
+    const PicHandle picture = GWorldToPicture(world, notSrcCopy);
+    CHECK(EqualRGB(world.At(8, 15), kRed));
+    CHECK(EqualRGB(world.At(32, 15), kBlue));
+    const std::vector<RGBColor> pixels = PixelsOf(picture);
+    CHECK(EqualRGB(pixels[15 * 40 + 8], { 0, 0xFFFF, 0xFFFF }));
+    CHECK(EqualRGB(pixels[15 * 40 + 32], { 0xFFFF, 0xFFFF, 0 }));
+    KillPicture(picture);
+}
+
+TEST_CASE("GWorldToPicture: a picture that does not open is none; the world is as before")
+{
+    const World world, current;
+    SetGWorld(current, nullptr);
+    {
+        const StFailure failure("OpenCPicture", memFullErr);
+        CHECK(GWorldToPicture(world, srcCopy) == nullptr);
+    }
+    CHECK((GetPixelsState(GetGWorldPixMap(world)) & pixelsLocked) == 0);
+    CGrafPtr port = nullptr;
+    GetPort(&port);
+    CHECK(port == current);
+    SetGWorld(nullptr, nullptr);
+}
+
 TEST_CASE("GWorldToPicture: of no world there is no picture")
 {
     SetGWorld(nullptr, nullptr);
@@ -285,13 +450,62 @@ TEST_CASE("ConvertPictureToJPEG, ConvertJPEGToPicture: there and back, nearly th
     CHECK((UInt8)(*jpeg)[1] == 0xD8);
     PicHandle picture = nullptr;
     gQuality = 0;
-    REQUIRE(ConvertJPEGToPicture(jpeg, &picture) == noErr);
+    {
+        const CallLog log;
+        REQUIRE(ConvertJPEGToPicture(jpeg, &picture) == noErr);
+        CHECK(log.Calls() == "OpenADefaultComponent GraphicsImportSetDataHandle GraphicsImportSetQuality "
+                             "GraphicsImportGetAsPicture CloseComponent");
+    }
+    CHECK(gComponentType == 'grip');
+    CHECK(gComponentSubType == 'JPEG');
+    CHECK(gImportedData == jpeg);
     CHECK(gQuality == 1023);
     CHECK(IsHandleValid(jpeg));
     const std::vector<RGBColor> pixels = PixelsOf(picture);
     CHECK(IsNear(pixels[15 * 40 + 8], kRed));
     CHECK(IsNear(pixels[15 * 40 + 32], kBlue));
     KillPicture(picture);
+    DisposeHandle(jpeg);
+}
+
+TEST_CASE("ConvertPictureToJPEG: asks the exporter of JPEG, in its own quality, and closes it")
+{
+    const World world;
+    const PicHandle picture = GWorldToPicture(world, srcCopy);
+    const CallLog log;
+    Handle jpeg = nullptr;
+    CHECK(ConvertPictureToJPEG(picture, &jpeg) == noErr);
+    CHECK(log.Calls() == "OpenADefaultComponent GraphicsExportSetInputPicture GraphicsExportSetOutputHandle "
+                         "GraphicsExportDoExport CloseComponent");
+    CHECK(gComponentType == 'grex');
+    CHECK(gComponentSubType == 'JPEG');
+    CHECK(IsHandleValid(reinterpret_cast<Handle>(picture)));
+    DisposeHandle(jpeg);
+    KillPicture(picture);
+}
+
+TEST_CASE("ConvertJPEGToPicture: the step that fails is the last, and the importer is closed")
+{
+    struct Step {
+        const char *name, *calls;
+    };
+    const Handle jpeg = JpegOfTestWorld();
+    for (const Step& step :
+         { Step{ "GraphicsImportSetDataHandle",
+                 "OpenADefaultComponent GraphicsImportSetDataHandle CloseComponent" },
+           Step{ "GraphicsImportSetQuality",
+                 "OpenADefaultComponent GraphicsImportSetDataHandle GraphicsImportSetQuality "
+                 "CloseComponent" },
+           Step{ "GraphicsImportGetAsPicture",
+                 "OpenADefaultComponent GraphicsImportSetDataHandle GraphicsImportSetQuality "
+                 "GraphicsImportGetAsPicture CloseComponent" } }) {
+        const StFailure failure(step.name, -8961);
+        const CallLog log;
+        PicHandle picture = reinterpret_cast<PicHandle>(1);
+        CHECK(ConvertJPEGToPicture(jpeg, &picture) == -8961);
+        CHECK(picture == nullptr);
+        CHECK(log.Calls() == step.calls);
+    }
     DisposeHandle(jpeg);
 }
 
@@ -351,10 +565,10 @@ TEST_CASE("NewGWorldFromFile, NewPictureFromFile: an image file in a world of it
         gQuality = 0;
         const CallLog log;
         REQUIRE(NewGWorldFromFile(&spec, &made, depth) == noErr);
-        CHECK(log.Calls() ==
-              "GetGraphicsImporterForFile GraphicsImportGetNaturalBounds LockPixels "
-              "GraphicsImportSetGWorld GraphicsImportSetBoundsRect GraphicsImportDraw UnlockPixels "
-              "CloseComponent");
+        CHECK(log.Calls() == "GetGraphicsImporterForFile GraphicsImportGetNaturalBounds LockPixels "
+                             "GraphicsImportSetQuality GraphicsImportSetGWorld GraphicsImportSetBoundsRect "
+                             "GraphicsImportDraw UnlockPixels "
+                             "CloseComponent");
         CHECK(gQuality == 1023);
         const World world(made);
         CHECK(GetGWorldBitDepth(world) == depth);
@@ -386,7 +600,7 @@ TEST_CASE(
         const StFailure failure("GraphicsImportGetNaturalBounds", -8961);
         const CallLog log;
         CHECK(NewGWorldFromFile(&spec, &world, 32) == -8961);
-        CHECK(log.Calls().ends_with("CloseComponent"));
+        CHECK(log.Calls().ends_with("CloseComponent SetGWorld"));
     }
     {
         const StFailure failure("GraphicsImportGetAsPicture", -8961);
@@ -405,4 +619,36 @@ TEST_CASE(
     GetPort(&port);
     CHECK(port == current);
     SetGWorld(nullptr, nullptr);
+}
+
+TEST_CASE("NewGWorldFromFile: what drawing the image answers does not count")
+{
+    const FSSpec spec = SpecOfBackdrop();
+    for (const char* step : { "GraphicsImportSetQuality", "GraphicsImportSetGWorld",
+                              "GraphicsImportSetBoundsRect", "GraphicsImportDraw" }) {
+        CAPTURE(std::string(step));
+        const StFailure failure(step, -8961);
+        GWorldPtr made = nullptr;
+        CHECK(NewGWorldFromFile(&spec, &made, 32) == noErr);
+        const World world(made);
+        CHECK(GetPortWidth(world) == 640);
+        CHECK((GetPixelsState(GetGWorldPixMap(world)) & pixelsLocked) == 0);
+    }
+}
+
+TEST_CASE("NewPictureFromFile: the first error is the answer, beside an importer too, which is closed")
+{
+    const FSSpec spec = SpecOfBackdrop();
+    PicHandle picture = reinterpret_cast<PicHandle>(1);
+    {
+        gImporterError = -2048;
+        const CallLog log;
+        CHECK(NewPictureFromFile(&spec, &picture) == -2048);
+        CHECK(picture == nullptr);
+        CHECK(log.Calls() == "GetGraphicsImporterForFile CloseComponent");
+        gImporterError = noErr;
+    }
+    const StFailure failure("GraphicsImportSetQuality", -8961);
+    CHECK(NewPictureFromFile(&spec, &picture) == -8961);
+    CHECK(picture == nullptr);
 }

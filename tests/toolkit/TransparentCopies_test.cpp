@@ -5,18 +5,17 @@
 #include <concepts>
 #include <cstring>
 #include <random>
+#include <string>
 #include <vector>
 
 #include "CallLog.h"
 #include "graphics/Blending.h"
 
-LAMPBLACK_WATCH(Boolean, LockPixels, (PixMapHandle pm), (pm))
-LAMPBLACK_WATCH(void, UnlockPixels, (PixMapHandle pm), (pm))
-LAMPBLACK_WATCH(Ptr, GetPixBaseAddr, (PixMapHandle pm), (pm))
-
 namespace {
 
 using namespace lampblack::graphics;
+
+std::vector<PixMapHandle> gLocked, gUnlocked;
 
 // What a blended channel is, said as plainly as can be.
 uint32_t Reference16(uint32_t inDestination, uint32_t inSource, uint32_t inMask)
@@ -163,45 +162,134 @@ void CheckRandomBlends()
     }
 }
 
-// Every loop of this machine against the plain one, in rows with slack.
+struct Loop {
+    std::string name;
+    BlendProc proc;
+};
+
+// Every loop that this machine can run, whichever it would choose.
 template <class Format>
-bool LoopIsPlain(BlendProc inLoop, unsigned inSeed)
+std::vector<Loop> Loops()
 {
-    using Pixel = typename Format::Pixel;
-    std::mt19937 random(inSeed);
-    const int columns = 1 + (int)(random() % 100), rows = 1 + (int)(random() % 4),
-              slack = (int)(random() % 5);
-    const size_t count = (size_t)((columns + slack) * rows);
-    std::vector<Pixel> source(count), mask(count), destination(count);
-    for (size_t i = 0; i < count; ++i) {
-        source[i] = (Pixel)random();
-        destination[i] = (Pixel)random();
-        mask[i] = random() % 3 ? (Pixel)random() : Format::kWhite;
-    }
-    const ptrdiff_t rowBytes = (ptrdiff_t)(columns + slack) * (ptrdiff_t)sizeof(Pixel);
-    const auto blended = [&](BlendProc inProc) {
-        std::vector<Pixel> result = destination;
-        inProc({ reinterpret_cast<const UInt8*>(source.data()), reinterpret_cast<const UInt8*>(mask.data()),
-                 reinterpret_cast<UInt8*>(result.data()), rowBytes, rowBytes, columns, rows });
-        return result;
-    };
-    return blended(inLoop) == blended(&BlendPlainly<Format>);
+    std::vector<Loop> loops = { { "plain", &BlendPlainly<Format> },
+                                { "chosen for few bytes", FastestBlend<Format>(0) },
+                                { "chosen for many bytes", FastestBlend<Format>(1 << 30) } };
+#ifdef __x86_64__
+    loops.push_back({ "16 bytes", &BlendBySse2<Format> });
+    if (__builtin_cpu_supports("avx2"))
+        loops.push_back({ "32 bytes", &BlendByAvx2<Format> });
+    if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw"))
+        loops.push_back({ "64 bytes", &BlendByAvx512<Format> });
+#endif
+    return loops;
 }
 
-template <class Format>
-bool AllLoopsArePlain()
-{
-    for (unsigned seed = 0; seed < 5000; ++seed) {
-        if (!LoopIsPlain<Format>(FastestBlend<Format>(), seed))
-            return false;
-#ifdef __x86_64__
-        if (!LoopIsPlain<Format>(&BlendBySse2<Format>, seed))
-            return false;
-        if (__builtin_cpu_supports("avx2") && !LoopIsPlain<Format>(&BlendByAvx2<Format>, seed))
-            return false;
-#endif
+// Rows of source and mask, and longer ones of destination, at addresses that are no multiple of a vector.
+template <class Pixel>
+struct Rows {
+    int columns, rows, sourceSlack, destinationSlack, first;
+    std::vector<Pixel> source, mask, destination;
+
+    explicit Rows(std::mt19937& ioRandom)
+    {
+        const auto below = [&](unsigned inEnd) { return (int)(ioRandom() % inEnd); };
+        columns = 1 + below(100), rows = 1 + below(4);
+        sourceSlack = below(5), destinationSlack = below(9), first = below(16);
+        source.resize((size_t)(first + (columns + sourceSlack) * rows));
+        mask.resize(source.size());
+        destination.resize((size_t)(first + (columns + destinationSlack) * rows));
     }
-    return true;
+    explicit Rows(int inColumns)
+        : columns(inColumns),
+          rows(1),
+          sourceSlack(0),
+          destinationSlack(0),
+          first(0),
+          source((size_t)inColumns),
+          mask(source),
+          destination(source)
+    {
+    }
+
+    // What lies between the rows is part of the answer.
+    std::vector<Pixel> Blended(BlendProc inProc) const
+    {
+        std::vector<Pixel> result = destination;
+        inProc({ reinterpret_cast<const UInt8*>(&source[(size_t)first]),
+                 reinterpret_cast<const UInt8*>(&mask[(size_t)first]),
+                 reinterpret_cast<UInt8*>(&result[(size_t)first]),
+                 (ptrdiff_t)((size_t)(columns + sourceSlack) * sizeof(Pixel)),
+                 (ptrdiff_t)((size_t)(columns + destinationSlack) * sizeof(Pixel)), columns, rows });
+        return result;
+    }
+    std::vector<Pixel> Expected(uint32_t (*inBlend)(uint32_t, uint32_t, uint32_t)) const
+    {
+        std::vector<Pixel> result = destination;
+        for (int v = 0; v < rows; ++v)
+            for (int h = 0; h < columns; ++h) {
+                const auto from = (size_t)(first + v * (columns + sourceSlack) + h);
+                Pixel& to = result[(size_t)(first + v * (columns + destinationSlack) + h)];
+                to = (Pixel)inBlend(to, source[from], mask[from]);
+            }
+        return result;
+    }
+};
+
+template <class Depth>
+void RequireReference(const Rows<typename Depth::Format::Pixel>& inRows, const std::vector<Loop>& inLoops)
+{
+    const auto expected = inRows.Expected(&Depth::Blend);
+    for (const Loop& loop : inLoops) {
+        CAPTURE(loop.name);
+        REQUIRE(inRows.Blended(loop.proc) == expected);
+    }
+}
+
+// About two and a half million pixels.
+template <class Depth>
+void CheckRandomRows()
+{
+    std::mt19937 random(Depth::kDepth * 3);
+    const std::vector<Loop> loops = Loops<typename Depth::Format>();
+    const auto maskPixel = MaskPixels<Depth>(random);
+    for (int i = 0; i < 20'000; ++i) {
+        CAPTURE(i);
+        Rows<typename Depth::Format::Pixel> rows(random);
+        for (size_t at = 0; at < rows.source.size(); ++at) {
+            rows.source[at] = (typename Depth::Format::Pixel)random();
+            rows.mask[at] = (typename Depth::Format::Pixel)maskPixel();
+        }
+        for (auto& pixel : rows.destination)
+            pixel = (typename Depth::Format::Pixel)random();
+        RequireReference<Depth>(rows, loops);
+    }
+}
+
+// Each weight with each pair of a destination's and a source's channel, three pairs a pixel; the bits that do
+// not count are anything.
+template <class Depth>
+void CheckEveryPair(int inBits)
+{
+    using Pixel = typename Depth::Format::Pixel;
+    std::mt19937 random(5);
+    const std::vector<Loop> loops = Loops<typename Depth::Format>();
+    const uint32_t values = 1u << inBits, pairs = values * values, unused = ~((1u << 3 * inBits) - 1);
+    Rows<Pixel> row((int)(pairs / 3 + 1));
+    for (uint32_t weight = 0; weight < values; ++weight) {
+        CAPTURE(weight);
+        for (size_t i = 0; i < row.source.size(); ++i) {
+            uint32_t d = 0, s = 0;
+            for (uint32_t channel = 0; channel < 3; ++channel) {
+                const uint32_t pair = (uint32_t)(i * 3 + channel) % pairs;
+                d = d << inBits | pair / values;
+                s = s << inBits | pair % values;
+            }
+            row.destination[i] = (Pixel)(d | ((uint32_t)random() & unused));
+            row.source[i] = (Pixel)(s | ((uint32_t)random() & unused));
+            row.mask[i] = (Pixel)(weight | ((uint32_t)random() & ~(values - 1)));
+        }
+        RequireReference<Depth>(row, loops);
+    }
 }
 
 template <class Depth>
@@ -218,6 +306,22 @@ typename World<Depth>::Pixel BlendOne(uint32_t inDestination, uint32_t inSource,
 
 } // namespace
 
+LAMPBLACK_WATCH(Ptr, GetPixBaseAddr, (PixMapHandle pm), (pm))
+
+LAMPBLACK_INTERPOSE Boolean LockPixels(PixMapHandle map)
+{
+    const CallLog::StCall call("LockPixels");
+    gLocked.push_back(map);
+    return Next<decltype(LockPixels)>("LockPixels")(map);
+}
+
+LAMPBLACK_INTERPOSE void UnlockPixels(PixMapHandle map)
+{
+    const CallLog::StCall call("UnlockPixels");
+    gUnlocked.push_back(map);
+    Next<decltype(UnlockPixels)>("UnlockPixels")(map);
+}
+
 TEST_CASE(
     "CopyPixelsTransparentMask16: random worlds, masks and places, clipped on every side, are the reference")
 {
@@ -230,24 +334,31 @@ TEST_CASE(
     CheckRandomBlends<Depth32>();
 }
 
-TEST_CASE(
-    "CopyPixelsTransparentMask: the loops of every width are the plain loop, with odd sizes and row slack")
+TEST_CASE("CopyPixelsTransparentMask: the loops of every width are the reference in random rows with slack")
 {
-    CHECK(AllLoopsArePlain<Pixels16>());
-    CHECK(AllLoopsArePlain<Pixels32>());
+    CheckRandomRows<Depth16>();
+    CheckRandomRows<Depth32>();
 }
 
-TEST_CASE("CopyPixelsTransparentMask: every weight with every channel value")
+TEST_CASE("CopyPixelsTransparentMask: the loops of every width, each weight with each pair of channels")
 {
-    for (uint32_t weight = 0; weight < 256; ++weight)
-        for (uint32_t value = 0; value < 256; ++value) {
-            const uint32_t other = value * 167 & 0xFF;
-            const uint32_t d = value * 0x010101, s = other << 16 | value << 8 | (255 - value);
-            REQUIRE(Pixels32::Blend(d, s, weight) == (weight == 0x00FFFFFF ? d : Reference32(d, s, weight)));
-            const auto d16 = (UInt16)(value * 129 & 0x7FFF), s16 = (UInt16)(other * 257 & 0x7FFF);
-            REQUIRE(Pixels16::Blend(d16, s16, (UInt16)(weight & 0x1F)) ==
-                    Reference16(d16, s16, weight & 0x1F));
+    CheckEveryPair<Depth16>(5);
+    CheckEveryPair<Depth32>(8);
+}
+
+TEST_CASE("CopyPixelsTransparentMask16: the loops of every width, each of the 65,536 mask pixels")
+{
+    std::mt19937 random(11);
+    const std::vector<Loop> loops = Loops<Pixels16>();
+    Rows<UInt16> row(0x10000);
+    for (int i = 0; i < 8; ++i) {
+        for (size_t at = 0; at < row.source.size(); ++at) {
+            row.source[at] = (UInt16)random();
+            row.destination[at] = (UInt16)random();
+            row.mask[at] = (UInt16)(at * 40503); // all of them, in no order
         }
+        RequireReference<Depth16>(row, loops);
+    }
 }
 
 TEST_CASE(
@@ -294,14 +405,103 @@ TEST_CASE("CopyPixelsTransparentMask: locks the three worlds whatever their stat
     const World<Depth16> source(8, 8), mask(8, 8), destination(8, 8);
     LockPixels(mask.Map());
     const Rect where = { 0, 0, 8, 8 };
+    gLocked.clear();
+    gUnlocked.clear();
     {
         const CallLog log;
         CopyPixelsTransparentMask16(source, mask, destination, &where);
         CHECK(log.Calls() == "LockPixels LockPixels LockPixels GetPixBaseAddr GetPixBaseAddr GetPixBaseAddr "
                              "UnlockPixels UnlockPixels UnlockPixels");
     }
-    for (const PixMapHandle map : { source.Map(), mask.Map(), destination.Map() })
+    const std::vector<PixMapHandle> maps = { source.Map(), destination.Map(), mask.Map() };
+    CHECK(gLocked == maps);
+    CHECK(gUnlocked == maps);
+    for (const PixMapHandle map : maps)
         CHECK((GetPixelsState(map) & pixelsLocked) == 0);
+}
+
+TEST_CASE("CopyPixelsTransparentMask: the mask is walked with the source's row bytes, not its own")
+{
+    std::mt19937 random(3);
+    const World<Depth32> source(16, 8), mask(8, 16), destination(16, 8);
+    source.Fill(random);
+    mask.Fill(random);
+    destination.Fill(random);
+    REQUIRE(GetPixRowBytes(source.Map()) == 64);
+    REQUIRE(GetPixRowBytes(mask.Map()) == 32);
+    auto expected = destination.Pixels();
+    for (int i = 0; i < 16 * 8; ++i)
+        expected[(size_t)i] = Reference32(expected[(size_t)i], source.Row(0)[i], mask.Row(0)[i]);
+    const Rect where = { 0, 0, 8, 16 };
+    CopyPixelsTransparentMask32(source, mask, destination, &where);
+    CHECK(destination.Pixels() == expected);
+}
+
+TEST_CASE("CopyPixelsTransparentMask: a pixel's bytes are those of a row by its width")
+{
+    const World<Depth16> source(4, 3), mask(4, 3);
+    source.Fill(0x1234);
+    mask.Fill(0u);
+    UInt16 pixels[3][3] = {}; // a column of pixels, which count as three each
+    const Rect bounds = { 0, 0, 3, 1 }, where = { 0, 0, 3, 4 };
+    GWorldPtr narrow = nullptr;
+    REQUIRE(NewGWorldFromPtr(&narrow, 16, &bounds, nullptr, nullptr, 0, reinterpret_cast<Ptr>(pixels),
+                             sizeof pixels[0]) == noErr);
+    CopyPixelsTransparentMask16(source, mask, narrow, &where);
+    for (const auto& row : pixels)
+        for (const UInt16 pixel : row)
+            CHECK(pixel == 0x1234);
+    DisposeGWorld(narrow);
+}
+
+TEST_CASE("CopyPixelsTransparentMask: slack shorter than the width in pixels is no part of a pixel")
+{
+    std::mt19937 random(6);
+    constexpr int kWidth = 5, kHeight = 4, kRow = 6; // pixels; the slack is four bytes
+    UInt32 sourcePixels[kHeight * kRow], maskPixels[kHeight * kRow], pixels[kHeight * kRow],
+        expected[kHeight * kRow];
+    const Rect bounds = { 0, 0, kHeight, kWidth }, where = { 1, -2, 1 + kHeight, -2 + kWidth };
+    GWorldPtr source = nullptr, mask = nullptr, destination = nullptr;
+    const auto make = [&](GWorldPtr* outWorld, UInt32* ioPixels) {
+        for (int i = 0; i < kHeight * kRow; ++i)
+            ioPixels[i] = (UInt32)random();
+        REQUIRE(NewGWorldFromPtr(outWorld, 32, &bounds, nullptr, nullptr, 0, reinterpret_cast<Ptr>(ioPixels),
+                                 kRow * 4) == noErr);
+    };
+    make(&source, sourcePixels);
+    make(&mask, maskPixels);
+    make(&destination, pixels);
+    std::memcpy(expected, pixels, sizeof pixels);
+    for (int v = 1; v < kHeight; ++v)
+        for (int h = 0; h < kWidth - 2; ++h) {
+            const int from = (v - 1) * kRow + h + 2;
+            UInt32& to = expected[v * kRow + h];
+            to = Reference32(to, sourcePixels[from], maskPixels[from]);
+        }
+    CopyPixelsTransparentMask32(source, mask, destination, &where);
+    CHECK(std::memcmp(pixels, expected, sizeof pixels) == 0);
+    for (const GWorldPtr world : { source, mask, destination })
+        DisposeGWorld(world);
+}
+
+TEST_CASE("CopyPixelsTransparentMask16: on worlds of 32 bits every half of a pixel is one of 16")
+{
+    std::mt19937 random(4);
+    const World<Depth32> source(9, 5), mask(9, 5), destination(20, 10);
+    source.Fill(random);
+    mask.Fill(random);
+    destination.Fill(random);
+    auto expected = destination.Pixels();
+    for (int v = 0; v < 5; ++v)
+        for (int h = 0; h < 9; ++h) {
+            auto& to = expected[(size_t)((v + 2) * 20 + h + 3)];
+            const uint32_t s = source.At(h, v), m = mask.At(h, v);
+            to = Reference16(to >> 16, s >> 16, m >> 16) << 16 |
+                 Reference16(to & 0xFFFF, s & 0xFFFF, m & 0xFFFF);
+        }
+    const Rect where = { 2, 3, 7, 12 };
+    CopyPixelsTransparentMask16(source, mask, destination, &where);
+    CHECK(destination.Pixels() == expected);
 }
 
 TEST_CASE(

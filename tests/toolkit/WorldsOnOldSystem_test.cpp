@@ -54,3 +54,19 @@ TEST_CASE("NewGWorldEnhanced: without Aqua the caller's wish for temporary memor
 {
     CHECK(FlagsAskedFor(32, useTempMem, 1 << 30) == (GWorldFlags)useTempMem);
 }
+
+TEST_CASE("NewGWorldFromFile: without Aqua its world is temporary")
+{
+    lampblack::host::SetGestalt('menu', 0);
+    gContiguous = 1 << 30;
+    gFlags = 0;
+    FSRef reference;
+    FSSpec spec;
+    const auto* path = reinterpret_cast<const UInt8*>(LAMPBLACK_SOURCE_DIR "/examples/gallery/backdrop.jpg");
+    REQUIRE(FSPathMakeRef(path, &reference, nullptr) == noErr);
+    REQUIRE(FSGetCatalogInfo(&reference, kFSCatInfoNone, nullptr, nullptr, &spec, nullptr) == noErr);
+    GWorldPtr world = nullptr;
+    REQUIRE(NewGWorldFromFile(&spec, &world, 16) == noErr);
+    CHECK(gFlags == (GWorldFlags)useTempMem);
+    DisposeGWorld(world);
+}
