@@ -167,7 +167,10 @@ public:
     void Arc(const PortRecord&, Verb, const Rect&, int, int, const Pattern*) override {}
     void Polygon(const PortRecord&, Verb, std::span<const Point>, const Pattern*) override {}
     void Shape(const PortRecord&, Verb, const Region&, const Pattern*) override {}
-    void Text(const PortRecord&, const TextSettings&, Point, std::span<const uint8_t>) override {}
+    void Text(const PortRecord&, const TextSettings&, const TextScale&, Point,
+              std::span<const uint8_t>) override
+    {
+    }
     void Pixels(const PortRecord&, const CopiedPixels& pixels) override
     {
         ++count;
