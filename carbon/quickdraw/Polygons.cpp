@@ -5,8 +5,8 @@
 
 #include <Carbon/MacMemory.h>
 
+#include <algorithm>
 #include <cstddef>
-#include <cstring>
 #include <limits>
 
 using namespace lampblack::quickdraw;
@@ -54,7 +54,7 @@ static void StorePoints(PolyHandle ioPolygon, const std::vector<Point>& inPoints
     MacPolygon* polygon = *ioPolygon;
     polygon->polySize = (short)size;
     polygon->polyBBox = BoundsOf({ inPoints.data(), count });
-    std::memcpy(polygon->polyPoints, inPoints.data(), count * sizeof(Point));
+    std::copy_n(inPoints.begin(), count, polygon->polyPoints);
 }
 
 static void Draw(Verb inVerb, PolyHandle inPolygon, const Pattern* inPattern)

@@ -193,6 +193,24 @@ TEST_CASE("StyledLineBreak: between words; within one only at the start of a lin
     StyledLineBreak(text, 12, 0, 12, 0, &left, &offset);
     CHECK(left == (300 - TextWidth(text, 0, 12)) << 16);
     CHECK(StyledLineBreak(nullptr, 3, 0, 3, 0, &left, &offset) == smBreakOverflow);
+    CharExtra(-30000 << 16); // a text that is less than nothing wide leaves no more than a Fixed can say
+    left = 30000 << 16;
+    offset = 1;
+    CHECK(StyledLineBreak(text, 12, 0, 12, 0, &left, &offset) == smBreakOverflow);
+    CHECK(left == 0x7FFFFFFF);
+    CharExtra(0);
+}
+
+TEST_CASE("CharToPixel: a slop and an extra that are too much together stay within a Fixed")
+{
+    TestPort port;
+    SetPort(port.port);
+    char text[] = "a b";
+    SpaceExtra(0x7FFF0000);
+    CHECK(CharToPixel(text, 3, 0x7FFF0000, 3, leftCaret, onlyStyleRun, { 1, 1 }, { 1, 1 }) == 32767);
+    SpaceExtra(-0x7FFF0000);
+    CHECK(CharToPixel(text, 3, -0x7FFF0000, 3, leftCaret, onlyStyleRun, { 1, 1 }, { 1, 1 }) < -32000);
+    SpaceExtra(0);
 }
 
 TEST_CASE("TextFace: the underline stops a pixel beside what reaches down to it")

@@ -141,7 +141,8 @@ StyledLineBreakCode StyledLineBreak(Ptr textPtr, SInt32 textLen, SInt32 textStar
         return answer((size_t)(lineEnd - all.begin()) + 1, smBreakWord);
     const size_t past = PastSpaces(all, fits, end);
     if (past == end) {
-        *textWidth -= (Fixed)std::min<SInt64>((SInt64)WidthOf(run, text) << 16, *textWidth);
+        const SInt64 left = *textWidth - (SInt64)WidthOf(run, text) * 65536;
+        *textWidth = (Fixed)std::clamp<SInt64>(left, 0, 0x7FFFFFFF);
         return answer(end, smBreakOverflow);
     }
     const size_t word = past > fits ? past : BreakAtOrBefore(all, start, fits);
