@@ -449,6 +449,11 @@ OSStatus EditText::TextInput(EventRef inEvent)
 {
     UniChar text[256];
     ByteCount size = 0;
+    UInt32 modifiers = 0;
+    GetEventParameter(inEvent, kEventParamKeyModifiers, typeUInt32, nullptr, sizeof modifiers, nullptr,
+                      &modifiers);
+    if (modifiers & cmdKey) // a command that nobody took; it is no text
+        return eventNotHandledErr;
     if (GetEventParameter(inEvent, kEventParamTextInputSendText, typeUnicodeText, nullptr, sizeof text, &size,
                           text) != noErr)
         return eventNotHandledErr;

@@ -200,6 +200,17 @@ TEST_CASE("Cut, copy, paste, undo: by Command keys, through the machine's clipbo
     CHECK(TextOf(window.field) == "from elsewhere");
 }
 
+TEST_CASE("Command keys: those that do nothing now, or never, type nothing")
+{
+    Field window;
+    window.Press(kAKey, 'a', cmdKey);
+    CHECK(TextOf(window.field).empty());
+    window.Type("one");
+    window.Press(kCKey, 'c', cmdKey);
+    window.Press(0x0B, 'b', cmdKey);
+    CHECK(TextOf(window.field) == "one");
+}
+
 TEST_CASE("Edit commands reach the focused field as HICommands")
 {
     Field window;
