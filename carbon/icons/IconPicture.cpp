@@ -113,9 +113,48 @@ static uint32_t Changed(const IconPicture& inPicture, uint32_t inPixel, int inKi
     return inPixel;
 }
 
-void Transform(IconPicture& ioPicture, IconTransformType inTransform)
+// The same where there are no greys: what a colour screen makes lighter loses pixels.
+static uint32_t ChangedBit(const IconPicture& inPicture, uint32_t inPixel, int inKind, int h, int v)
 {
-    const int kind = inTransform & 0xFF, label = inTransform >> 8 & 7;
+    const bool isEven = (h + v) % 2 == 0;
+    if (inKind == kTransformDisabled)
+        return isEven ? inPixel : Gray(inPixel, 0xFF);
+    if (inKind == kTransformOffline)
+        return Gray(inPixel, isEven && v % 2 == 0 ? 0 : 0xFF);
+    if (inKind == kTransformOpen)
+        return Gray(inPixel, isEven || IsOutline(inPicture, h, v) ? 0 : 0xFF);
+    return inPixel;
+}
+
+static constexpr uint32_t kDark = 160; // of 255: a white sign on such a ground can be told from it
+
+// Of a premultiplied pixel that is at least half there.
+static bool IsDark(uint32_t inPixel)
+{
+    const uint32_t weighed =
+        3 * (inPixel >> 16 & 0xFF) + 6 * (inPixel >> 8 & 0xFF) + (inPixel & 0xFF); // of 10
+    return weighed * 255 < 10 * kDark * (inPixel >> 24);
+}
+
+void MakePlain(IconPicture& ioPicture)
+{
+    std::vector<uint32_t> plain(ioPicture.pixels.size());
+    for (int v = 0; v < ioPicture.height; ++v)
+        for (int h = 0; h < ioPicture.width; ++h) {
+            const uint32_t pixel = ioPicture.RowAt(v)[h];
+            if (pixel >> 24 >= 128)
+                plain[(size_t)v * (size_t)ioPicture.width + (size_t)h] =
+                    IsDark(pixel) || IsOutline(ioPicture, h, v) ? 0xFF000000 : 0xFFFFFFFF;
+        }
+    ioPicture.pixels.swap(plain);
+    ioPicture.isPlain = true;
+    ioPicture.isSmooth = false;
+}
+
+void Transform(IconPicture& ioPicture, IconTransformType inTransform, int inPortDepth)
+{
+    const bool isOfBits = inPortDepth == 1;
+    const int kind = inTransform & 0xFF, label = isOfBits ? 0 : inTransform >> 8 & 7;
     const bool isSelected = inTransform & kTransformSelected;
     if (kind == kTransformNone && label == 0 && !isSelected)
         return;
@@ -123,11 +162,13 @@ void Transform(IconPicture& ioPicture, IconTransformType inTransform)
     changed.resize(ioPicture.pixels.size());
     for (int v = 0; v < ioPicture.height; ++v)
         for (int h = 0; h < ioPicture.width; ++h) {
-            uint32_t pixel = Changed(ioPicture, ioPicture.RowAt(v)[h], kind, h, v);
+            uint32_t pixel = ioPicture.RowAt(v)[h];
+            pixel =
+                isOfBits ? ChangedBit(ioPicture, pixel, kind, h, v) : Changed(ioPicture, pixel, kind, h, v);
             if (label)
                 pixel = Tinted(pixel, kLabelColors[label - 1]);
             if (isSelected)
-                pixel = ioPicture.isPlain ? Inverted(pixel) : Darkened(pixel);
+                pixel = ioPicture.isPlain || isOfBits ? Inverted(pixel) : Darkened(pixel);
             changed[(size_t)v * (size_t)ioPicture.width + (size_t)h] = pixel;
         }
     ioPicture.pixels.swap(changed);

@@ -31,8 +31,11 @@ IconPicture& ScratchPicture();
 // it as fits in shape.
 Rect Aligned(const Rect& inRect, IconAlignmentType, int inWidth, int inHeight);
 
-// Changes the look of all pixels.
-void Transform(IconPicture&, IconTransformType);
+// Changes the look of all pixels, by patterns of black and white on a port of depth 1.
+void Transform(IconPicture&, IconTransformType, int portDepth);
+
+// Makes a picture of many colours black and white, for a port of depth 1: outlines and what is dark are black.
+void MakePlain(IconPicture&);
 
 // Stretches the picture over a rectangle of the current port, over what is there.
 void Draw(const IconPicture&, const Rect& inWhere);

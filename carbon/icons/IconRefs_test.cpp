@@ -40,6 +40,52 @@ TEST_CASE("GetIconRef: each of the system's icons is drawn at every size, on eve
         }
 }
 
+TEST_CASE("GetIconRef: on one bit each of the system's icons is whole, black and white within its outline")
+{
+    static constexpr OSType kTypes[] = { kAlertStopIcon,          kAlertNoteIcon,
+                                         kAlertCautionIcon,       kHelpIcon,
+                                         kGenericDocumentIcon,    kGenericFolderIcon,
+                                         kGenericApplicationIcon, kTrashIcon };
+    const Rect r = MakeRect(5, 7, 37, 39), all = MakeRect(0, 0, 64, 64);
+    const World one(1);
+    const RgnHandle mask = NewRgn();
+    for (const OSType type : kTypes) {
+        CAPTURE(type);
+        IconRef icon = nullptr;
+        REQUIRE(GetIconRef(kOnSystemDisk, kSystemIconsCreator, type, &icon) == noErr);
+        EraseRect(&all);
+        PlotIconRef(&r, kAlignNone, kTransformNone, kIconServicesNormalUsageFlag, icon);
+        CHECK(IconRefToRgn(mask, &r, kAlignNone, kIconServicesNormalUsageFlag, icon) == noErr);
+        const auto isIn = [&](int h, int v) { return (bool)PtInRgn({ (short)v, (short)h }, mask); };
+        int white = 0, open = 0, outside = 0;
+        for (short v = 0; v < 64; ++v)
+            for (short h = 0; h < 64; ++h) {
+                const bool isBlack = one.At(h, v) == kBlack;
+                const bool isInside = isIn(h - 1, v) && isIn(h + 1, v) && isIn(h, v - 1) && isIn(h, v + 1);
+                white += isIn(h, v) && !isBlack;
+                open += isIn(h, v) && !isBlack && !isInside;
+                outside += isBlack && !isIn(h, v);
+            }
+        CHECK(white > 20);
+        CHECK(open == 0);
+        CHECK(outside == 0);
+        CHECK(ReleaseIconRef(icon) == noErr);
+    }
+    // The sign of help is white on its dark ground.
+    IconRef help = nullptr;
+    GetIconRef(kOnSystemDisk, kSystemIconsCreator, kHelpIcon, &help);
+    EraseRect(&all);
+    PlotIconRef(&r, kAlignNone, kTransformNone, kIconServicesNormalUsageFlag, help);
+    CHECK(one.At(12, 23) == kBlack);
+    CHECK(one.At(21, 31) == kWhite);
+    EraseRect(&all);
+    PlotIconRef(&r, kAlignNone, kTransformSelected, kIconServicesNormalUsageFlag, help);
+    CHECK(one.At(12, 23) == kWhite);
+    CHECK(one.At(21, 31) == kBlack);
+    ReleaseIconRef(help);
+    DisposeRgn(mask);
+}
+
 TEST_CASE("GetIconRef: what nobody registered is no icon")
 {
     IconRef icon = reinterpret_cast<IconRef>(1);

@@ -30,7 +30,7 @@ OSErr PlotPicture(IconPicture& ioPicture, const Rect* inRect, IconAlignmentType 
 {
     if (!inRect)
         return paramErr;
-    Transform(ioPicture, inTransform);
+    Transform(ioPicture, inTransform, PortDepth());
     Draw(ioPicture, Aligned(*inRect, inAlignment, ioPicture.width, ioPicture.height));
     return noErr;
 }

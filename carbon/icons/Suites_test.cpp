@@ -133,6 +133,32 @@ TEST_CASE("Transforms: offline and open icons are patterns within the mask, labe
     CHECK(port.At(20, 4) == kBackdrop);
 }
 
+TEST_CASE("Transforms: on one bit they are patterns, and none of them makes an icon vanish")
+{
+    const StSuite suite({ { 'ICN#', ByteList(256, 0xFF) } });
+    const World one(1);
+    const Rect r = MakeRect(4, 4, 36, 36), all = MakeRect(0, 0, 64, 64);
+    const auto blacks = [&](IconTransformType inTransform) {
+        EraseRect(&all);
+        CHECK(PlotIconSuite(&r, kAlignNone, inTransform, suite.ref) == noErr);
+        int count = 0;
+        for (short v = 0; v < 64; ++v)
+            for (short h = 0; h < 64; ++h)
+                count += one.At(h, v) == kBlack;
+        return count;
+    };
+    CHECK(blacks(kTransformNone) == 1024);
+    CHECK(blacks(kTransformDisabled) == 512);
+    CHECK(blacks(kTransformOffline) == 256);
+    CHECK(blacks(kTransformOpen) == 450 + 124); // dots within an outline
+    CHECK(one.At(4, 17) == kBlack);
+    CHECK(blacks(kTransformSelected) == 0);
+    CHECK(blacks(kTransformSelectedDisabled) == 512);
+    CHECK(blacks(kTransformSelectedOffline) == 768);
+    CHECK(blacks(kTransformSelectedOpen) == 450);
+    CHECK(blacks(kTransformLabel3) == 1024); // there is no tint
+}
+
 TEST_CASE("SetSuiteLabel: the label of the suite holds where the transform names none")
 {
     const StSuite suite({ { 'icl8', ByteList(1024, kRedIndex) } });

@@ -1,5 +1,7 @@
 #include "icons/SystemIcons.h"
 
+#include "icons/Members.h"
+
 #include <appearance/IconPainters.h>
 
 #include <algorithm>
@@ -57,6 +59,8 @@ IconPicture& PaintSystemIcon(const SystemIcon& inIcon, const Rect& inWhere, Icon
         std::copy_n(piece.pixels, picture.pixels.size(), picture.pixels.begin());
     else
         std::fill(picture.pixels.begin(), picture.pixels.end(), 0u);
+    if (PortDepth() == 1)
+        MakePlain(picture);
     return picture;
 }
 
