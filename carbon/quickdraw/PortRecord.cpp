@@ -118,7 +118,8 @@ void DeletePortRecord(PortRecord* inPort)
 void PortRecord::SetPixels(PixelStorage inPixels, const Rect& inBounds, int inDepth)
 {
     fStorage = std::move(inPixels);
-    LendPixels(fStorage.get(), RowBytesFor(inBounds.right - inBounds.left, inDepth), inBounds, inDepth);
+    const int width = (UInt16)(inBounds.right - inBounds.left); // the bounds may have wrapped around
+    LendPixels(fStorage.get(), RowBytesFor(width, inDepth), inBounds, inDepth);
 }
 
 void PortRecord::LendPixels(uint8_t* inPixels, int inRowBytes, const Rect& inBounds, int inDepth)

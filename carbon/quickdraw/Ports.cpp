@@ -100,10 +100,17 @@ void DisposePixelPort(CGrafPtr inPort)
         DeletePortRecord(port);
 }
 
+// Coordinates wrap at 16 bits: a port whose far edges pass the end of them shows nothing there, and is whole
+// again when its origin comes back.
+static Rect SizedRect(int left, int top, int width, int height)
+{
+    return { (short)top, (short)left, (short)(top + height), (short)(left + width) };
+}
+
 static void CopyOverlap(const Surface& from, uint8_t* to, int width, int height)
 {
-    const int common = std::min(width, from.bounds.right - from.bounds.left);
-    const int rows = std::min(height, from.bounds.bottom - from.bounds.top);
+    const int common = std::min(width, from.Width());
+    const int rows = std::min(height, from.Height());
     for (int row = 0; row < rows; ++row)
         std::memcpy(to + (size_t)row * width * 4, from.RowAt(from.bounds.top + row), (size_t)common * 4);
 }
@@ -118,10 +125,10 @@ bool ResizePixelPort(CGrafPtr inPort, int width, int height)
         return false;
     CopyOverlap(port->fSurface, pixels.get(), width, height);
     const Rect& old = port->fSurface.bounds;
-    const Rect bounds = RectOf({ old.left, old.top, old.left + width, old.top + height });
+    const Rect bounds = SizedRect(old.left, old.top, width, height);
+    port->fVisible.SetBox({ old.left, old.top, old.left + width, old.top + height });
     port->SetPixels(std::move(pixels), bounds);
     port->fBounds = bounds;
-    port->fVisible.SetRect(bounds);
     return true;
 }
 
@@ -171,14 +178,13 @@ void PortWasPresented(CGrafPtr inPort)
 static void MoveOrigin(PortRecord& ioPort, int h, int v)
 {
     const int dh = h - ioPort.fBounds.left, dv = v - ioPort.fBounds.top;
-    const auto moved = [=](const Rect& r) {
-        return RectOf({ r.left + dh, r.top + dv, r.right + dh, r.bottom + dv });
-    };
-    ioPort.fBounds = moved(ioPort.fBounds);
+    Rect map = ioPort.fSurface.bounds;
+    OffsetRect(&map, (short)dh, (short)dv);
+    OffsetRect(&ioPort.fBounds, (short)dh, (short)dv);
     ioPort.fVisible.Offset(dh, dv);
     ioPort.fDirty.Offset(dh, dv);
     ioPort.fLastDirty = { 0, 0, 0, 0 };
-    ioPort.SetMapBounds(moved(ioPort.fSurface.bounds));
+    ioPort.SetMapBounds(map);
 }
 
 } // namespace lampblack::quickdraw
@@ -432,9 +438,7 @@ void MovePortTo(short leftGlobal, short topGlobal)
     WithCurrent([=](PortRecord& p) {
         const int left = p.fBounds.left - (leftGlobal - p.fGlobal.h);
         const int top = p.fBounds.top - (topGlobal - p.fGlobal.v);
-        const int width = p.fSurface.bounds.right - p.fSurface.bounds.left;
-        const int height = p.fSurface.bounds.bottom - p.fSurface.bounds.top;
-        p.SetMapBounds(RectOf({ left, top, left + width, top + height }));
+        p.SetMapBounds(SizedRect(left, top, p.fSurface.Width(), p.fSurface.Height()));
     });
 }
 

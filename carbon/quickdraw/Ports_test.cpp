@@ -138,6 +138,37 @@ TEST_CASE("SetOrigin: pixels and visible region keep their place, the clip regio
     CHECK(PortPixels(port.port).base[0] == 0);
 }
 
+TEST_CASE("SetOrigin, MovePortTo: a port that was moved past the end of the coordinates comes back whole")
+{
+    TestPort port(40, 30);
+    const Rect all = MakeRect(-32768, -32768, 32767, 32767), corner = MakeRect(39, 29, 40, 30);
+    Rect bounds;
+    RgnHandle visible = NewRgn();
+    for (const Point origin : { Point{ 32760, 32760 }, Point{ 0, 32767 }, Point{ -32768, -32768 } }) {
+        SetOrigin(origin.h, origin.v);
+        CHECK(GetPortBounds(port.port, &bounds)->left == origin.h);
+        CHECK(bounds.top == origin.v);
+        SetOrigin(0, 0);
+        CHECK(EqualRect(GetPortBounds(port.port, &bounds), &(*GetPortPixMap(port.port))->bounds));
+        CHECK(bounds.right == 40);
+        CHECK(bounds.bottom == 30);
+        CHECK(EqualRect(GetRegionBounds(GetPortVisibleRegion(port.port, visible), &bounds),
+                        &(*GetPortPixMap(port.port))->bounds));
+    }
+    DisposeRgn(visible);
+    SetOrigin(32760, 32760); // nothing of it can be drawn in there
+    PaintRect(&all);
+    CHECK(ResizePixelPort(port.port, 50, 40));
+    SetOrigin(0, 0);
+    CHECK(BlackDifferences(port, [](int, int) { return false; }) == 0);
+    PaintRect(&corner);
+    CHECK(PortPixels(port.port).base[29 * 50 + 39] == 0);
+    MovePortTo(32767, 32767);
+    MovePortTo(0, 0);
+    CHECK((*GetPortPixMap(port.port))->bounds.right == 50);
+    CHECK((*GetPortPixMap(port.port))->bounds.bottom == 40);
+}
+
 TEST_CASE("PlacePort: LocalToGlobal follows it, whatever the origin")
 {
     TestPort port;

@@ -21,6 +21,9 @@ struct Surface {
     const ColorSpace* colors = nullptr; // what indexes mean, null for the standard table of the depth
 
     uint8_t* RowAt(int v) const { return base + (ptrdiff_t)(v - bounds.top) * rowBytes; }
+    // How many pixels there are, also when SetOrigin has moved the far edges past the end of the coordinates.
+    int Width() const { return (uint16_t)(bounds.right - bounds.left); }
+    int Height() const { return (uint16_t)(bounds.bottom - bounds.top); }
 };
 
 inline bool IsDepth(int inDepth)
@@ -61,6 +64,11 @@ void WritePixel(const Surface&, int v, int h, uint32_t pixel);
 // The pixel value that stands for a colour, 0x00RRGGBB, and the colour of a pixel value.
 uint32_t PixelFor(const Surface&, uint32_t color);
 uint32_t ColorFor(const Surface&, uint32_t pixel);
+// What is seen of a colour: the nearest that there is.
+inline uint32_t ShownColor(const Surface& s, uint32_t color)
+{
+    return s.depth == 32 ? color : ColorFor(s, PixelFor(s, color));
+}
 
 } // namespace lampblack::quickdraw
 

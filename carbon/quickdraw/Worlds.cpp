@@ -18,7 +18,8 @@ struct WorldPlan {
     QDErr error = noErr;
     int depth = 32;
     Rect bounds = { 0, 0, 0, 0 };
-    SpacePointer space; // of the new table; null for direct pixels
+    CTabHandle given = nullptr; // the table to go by
+    SpacePointer space;         // of the new table; null for direct pixels
 
     int Width() const { return bounds.right - bounds.left; }
     int Height() const { return bounds.bottom - bounds.top; }
@@ -32,24 +33,32 @@ static SpacePointer SpaceFor(int inDepth, CTabHandle inTable)
     return space && space->Count() > 0 ? space : StandardSpace(inDepth);
 }
 
-// The deepest device that a global rectangle meets, else the main one, says what depth 0 is.
-static WorldPlan PlanWorld(int inDepth, const Rect* inBounds, CTabHandle inTable)
+// The device whose depth and colours a world takes: a given one, else for depth 0 the deepest that a global
+// rectangle meets, else the main one.
+static const PixMap* FindModel(int inDepth, const Rect& inBounds, GDHandle inGiven)
+{
+    if (IsDevice(inGiven))
+        return FindPixMap(DeviceMap(inGiven));
+    const GDHandle deepest = inDepth == 0 ? GetMaxDevice(&inBounds) : nullptr;
+    return inDepth == 0 ? FindPixMap(DeviceMap(deepest ? deepest : GetMainDevice())) : nullptr;
+}
+
+static WorldPlan PlanWorld(int inDepth, const Rect* inBounds, CTabHandle inTable, GDHandle inModel = nullptr)
 {
     WorldPlan plan;
     if (!inBounds || IsEmpty(*inBounds)) {
         plan.error = paramErr;
         return plan;
     }
-    const GDHandle deepest = GetMaxDevice(inBounds);
-    const PixMap* map = FindPixMap(DeviceMap(deepest ? deepest : GetMainDevice()));
-    plan.depth = inDepth != 0 ? inDepth : map ? map->pixelSize : 32;
+    const PixMap* map = FindModel(inDepth, *inBounds, inModel);
+    plan.depth = map ? map->pixelSize : inDepth;
     plan.bounds = *inBounds;
     if (!IsDepth(plan.depth))
         plan.error = cDepthErr;
     else if (!CanHoldPixels(plan.Width(), plan.Height(), plan.depth))
         plan.error = paramErr;
     else
-        plan.space = SpaceFor(plan.depth, inDepth != 0 ? inTable : map ? map->pmTable : nullptr);
+        plan.space = SpaceFor(plan.depth, plan.given = map ? map->pmTable : inTable);
     return plan;
 }
 
@@ -63,11 +72,11 @@ static void TakeBounds(PortRecord& ioPort, const Rect& inBounds)
 }
 
 // A table of the world's own, with the seed of the one that it was made from.
-static CTabHandle TableFor(const WorldPlan& inPlan, CTabHandle inGiven)
+static CTabHandle TableFor(const WorldPlan& inPlan)
 {
     const CTabHandle table = inPlan.space ? NewTable(*inPlan.space) : nullptr;
-    if (table && inGiven && SpaceOf(inGiven, inPlan.depth) == inPlan.space)
-        (**table).ctSeed = SeedOf(inGiven);
+    if (table && inPlan.given && SpaceOf(inPlan.given, inPlan.depth) == inPlan.space)
+        (**table).ctSeed = SeedOf(inPlan.given);
     return table;
 }
 
@@ -102,12 +111,14 @@ static GWorldFlags Failed(QDErr inError)
 }
 
 // Brings the pixels of one surface into another, from the top left or stretched over all of it.
-static void CarryOver(const Surface& from, const Surface& to, GWorldFlags flags)
+static void CarryOver(Surface from, const Surface& to, GWorldFlags flags)
 {
+    if (IsEmpty(from.bounds)) // its origin was moved to the end of the coordinates
+        from.bounds = RectOf({ -32768, -32768, -32768 + from.Width(), -32768 + from.Height() });
     Rect fromRect = from.bounds, toRect = to.bounds;
     if (!(flags & stretchPix)) {
-        const int width = std::min(fromRect.right - fromRect.left, toRect.right - toRect.left);
-        const int height = std::min(fromRect.bottom - fromRect.top, toRect.bottom - toRect.top);
+        const int width = std::min(from.Width(), to.Width());
+        const int height = std::min(from.Height(), to.Height());
         fromRect.right = (short)(fromRect.left + width), fromRect.bottom = (short)(fromRect.top + height);
         toRect.right = (short)(toRect.left + width), toRect.bottom = (short)(toRect.top + height);
     }
@@ -122,9 +133,8 @@ struct WorldChanges {
 };
 static WorldChanges ChangesTo(const Surface& inNow, const WorldPlan& inPlan)
 {
-    const Rect& now = inNow.bounds;
     WorldChanges changes;
-    changes.size = now.right - now.left != inPlan.Width() || now.bottom - now.top != inPlan.Height();
+    changes.size = inNow.Width() != inPlan.Width() || inNow.Height() != inPlan.Height();
     changes.depth = inNow.depth != inPlan.depth;
     changes.colors = inPlan.space && (changes.depth || &ColorsOf(inNow) != inPlan.space.get());
     changes.rowBytes = inNow.rowBytes != RowBytesFor(inPlan.Width(), inPlan.depth);
@@ -146,10 +156,10 @@ static GWorldFlags AnswerOf(const WorldChanges& inChanges, GWorldFlags inFlags)
 
 // New pixels with what is to be kept of the old ones; a table that changes takes the place of the old one.
 static QDErr Rebuild(PortRecord& ioPort, const WorldPlan& inPlan, const WorldChanges& inChanges,
-                     CTabHandle inTable, GWorldFlags inFlags)
+                     GWorldFlags inFlags)
 {
     PixelStorage pixels = NewPixels(inPlan.Width(), inPlan.Height(), inPlan.depth);
-    const CTabHandle table = inChanges.colors ? TableFor(inPlan, inTable) : nullptr;
+    const CTabHandle table = inChanges.colors ? TableFor(inPlan) : nullptr;
     if (!pixels || (inChanges.colors && !table)) {
         DisposeCTable(table);
         return cNoMemErr;
@@ -177,7 +187,7 @@ QDErr NewGWorld(GWorldPtr* offscreenGWorld, short PixelDepth, const Rect* bounds
     if (plan.error)
         return Answer(plan.error);
     PixelStorage pixels = NewPixels(plan.Width(), plan.Height(), plan.depth);
-    const CTabHandle table = pixels ? TableFor(plan, cTable) : nullptr;
+    const CTabHandle table = pixels ? TableFor(plan) : nullptr;
     if (!pixels || (plan.space && !table))
         return Answer(cNoMemErr);
     PortRecord* port = NewWorld(plan, PixelDepth != 0 ? aGDevice : nullptr, flags);
@@ -203,7 +213,7 @@ QDErr NewGWorldFromPtr(GWorldPtr* offscreenGWorld, UInt32 PixelFormat, const Rec
     if (!newBuffer || (uintptr_t)newBuffer % unit || rowBytes % unit || rowBytes > kMaxRowBytes ||
         (int64_t)rowBytes * 8 < (int64_t)plan.Width() * plan.depth)
         return Answer(paramErr);
-    const CTabHandle table = TableFor(plan, cTable);
+    const CTabHandle table = TableFor(plan);
     if (plan.space && !table)
         return Answer(cNoMemErr);
     PortRecord* port = NewWorld(plan, aGDevice, flags);
@@ -215,17 +225,17 @@ QDErr NewGWorldFromPtr(GWorldPtr* offscreenGWorld, UInt32 PixelFormat, const Rec
 }
 
 GWorldFlags UpdateGWorld(GWorldPtr* offscreenGWorld, short pixelDepth, const Rect* boundsRect,
-                         CTabHandle cTable, GDHandle, GWorldFlags flags)
+                         CTabHandle cTable, GDHandle aGDevice, GWorldFlags flags)
 {
     PortRecord* port = offscreenGWorld ? FindWorld(*offscreenGWorld) : nullptr;
     if (!port)
         return Failed(paramErr);
-    const WorldPlan plan = PlanWorld(pixelDepth, boundsRect, cTable);
+    const WorldPlan plan = PlanWorld(pixelDepth, boundsRect, cTable, aGDevice);
     if (plan.error)
         return Failed(plan.error);
     const WorldChanges changes = ChangesTo(port->Pixels(), plan);
     if (changes.Any())
-        if (const QDErr error = Rebuild(*port, plan, changes, cTable, flags))
+        if (const QDErr error = Rebuild(*port, plan, changes, flags))
             return Failed(error);
     TakeBounds(*port, plan.bounds);
     SetQDError(noErr);

@@ -208,6 +208,36 @@ TEST_CASE("UpdateGWorld: ditherPix mixes what a depth lacks")
     CHECK(black < 148);
 }
 
+TEST_CASE("UpdateGWorld: a device that is given says depth and colours")
+{
+    TestWorld world(32, 4, 4), model(4, 4, 4), grays(8, 4, 4, GetCTable(40));
+    const Rect bounds = Bounds(4, 4);
+    CHECK((UpdateGWorld(&world.world, 8, &bounds, nullptr, GetGWorldDevice(model.world), 0) &
+           (newDepth | gwFlagErr)) == newDepth);
+    CHECK(GetPixDepth(world.Map()) == 4);
+    UpdateGWorld(&world.world, 32, &bounds, nullptr, GetGWorldDevice(grays.world), 0);
+    CHECK(GetPixDepth(world.Map()) == 8);
+    CHECK((**(**world.Map()).pmTable).ctSeed == (**(**grays.Map()).pmTable).ctSeed);
+    CHECK((**(**world.Map()).pmTable).ctTable[1].rgb.red == (**(**world.Map()).pmTable).ctTable[1].rgb.blue);
+    const auto foreign = (GDHandle)&bounds; // no device: the depth says it
+    CHECK((UpdateGWorld(&world.world, 2, &bounds, nullptr, foreign, 0) & newDepth) != 0);
+    CHECK(GetPixDepth(world.Map()) == 2);
+}
+
+TEST_CASE("UpdateGWorld: keeps the pixels of a world whose origin is at the end of the coordinates")
+{
+    for (const GWorldFlags flags : { (GWorldFlags)clipPix, (GWorldFlags)stretchPix }) {
+        TestWorld world(8, 10, 10);
+        const Rect bounds = Bounds(10, 10), larger = Bounds(20, 20);
+        PaintRect(&bounds);
+        SetOrigin(32767, 32767);
+        UpdateGWorld(&world.world, 8, &larger, nullptr, nullptr, flags);
+        RGBColor first = { 1, 1, 1 };
+        GetCPixel(9, 9, &first);
+        CHECK(first.red == 0);
+    }
+}
+
 TEST_CASE("UpdateGWorld: what is no world or cannot be changes nothing and says why")
 {
     TestWorld world(8, 4, 4);

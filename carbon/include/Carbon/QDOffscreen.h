@@ -52,9 +52,10 @@ QDErr NewGWorldFromPtr(GWorldPtr* offscreenGWorld, UInt32 PixelFormat, const Rec
 
 // UpdateGWorld
 //
-// Changes bounds, depth and colours of a world; what NewGWorld says of depth 0 and of NULL tables holds. With
-// a new size pixels are kept with clipPix, stretched with stretchPix, and 0 otherwise; with the old size they
-// keep their colours in any case. ditherPix mixes colours that the new depth lacks.
+// Changes bounds, depth and colours of a world; what NewGWorld says of depth 0 and of NULL tables holds. A
+// device, if one is given, says depth and colours instead of pixelDepth and cTable. With a new size pixels are
+// kept with clipPix, stretched with stretchPix, and 0 otherwise; with the old size they keep their colours in
+// any case. ditherPix mixes colours that the new depth lacks.
 //
 // Answers what changed: mapPix, newDepth, newRowBytes, reallocPix, and the ones of the given flags that took
 // effect; 0 when nothing but the place did; gwFlagErr, and QDError says why.
