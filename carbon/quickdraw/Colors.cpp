@@ -1,5 +1,6 @@
 // Colours of the current port, single pixels, patterns, and the random numbers that live in the same globals.
 #include "PortRecord.h"
+#include "SystemPatterns.h"
 
 #include <Carbon/QDColors.h>
 #include <Carbon/Resources.h>
@@ -214,6 +215,9 @@ void QDSetPatternOrigin(Point origin)
 void GetIndPattern(Pattern* thePat, short patternListID, short index)
 {
     const Handle list = thePat ? GetResource('PAT#', patternListID) : nullptr;
+    if (thePat && !list && patternListID == sysPatListID)
+        if (const Pattern* pattern = SystemPatternNumbered(index))
+            *thePat = *pattern;
     if (!list || !*list || index < 1 || GetHandleSize(list) < (Size)(2 + index * sizeof(Pattern)))
         return;
     const auto* bytes = reinterpret_cast<const UInt8*>(*list);

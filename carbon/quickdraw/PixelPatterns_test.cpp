@@ -338,6 +338,30 @@ TEST_CASE("GetPixPat: bytes changed by chance never do harm")
     CHECK(taken > 0);
 }
 
+TEST_CASE("GetIndPattern: the system's list is there without a resource, from 1 to 38")
+{
+    Pattern pattern = { { 1, 2, 3, 4, 5, 6, 7, 8 } };
+    const Pattern before = pattern;
+    for (const short index : { 0, -1, 39, 32767, -32768 }) {
+        GetIndPattern(&pattern, sysPatListID, index);
+        CHECK(std::memcmp(&pattern, &before, sizeof pattern) == 0);
+    }
+    GetIndPattern(&pattern, 12345, 1);
+    CHECK(std::memcmp(&pattern, &before, sizeof pattern) == 0);
+    GetIndPattern(nullptr, sysPatListID, 1);
+    Pattern expected;
+    GetIndPattern(&pattern, sysPatListID, 1);
+    CHECK(std::memcmp(&pattern, GetQDGlobalsBlack(&expected), sizeof pattern) == 0);
+    GetIndPattern(&pattern, sysPatListID, 4);
+    CHECK(std::memcmp(&pattern, GetQDGlobalsGray(&expected), sizeof pattern) == 0);
+    GetIndPattern(&pattern, sysPatListID, 20);
+    CHECK(std::memcmp(&pattern, GetQDGlobalsWhite(&expected), sizeof pattern) == 0);
+    GetIndPattern(&pattern, sysPatListID, 23);
+    CHECK(std::memcmp(&pattern, GetQDGlobalsLightGray(&expected), sizeof pattern) == 0);
+    GetIndPattern(&pattern, sysPatListID, 38);
+    CHECK(pattern.pat[4] == 0x55);
+}
+
 TEST_CASE("GetPixPat: the patterns of real applications load and draw")
 {
     const auto folder = std::filesystem::path(LAMPBLACK_SOURCE_DIR).parent_path() / "shared/data/real/public";

@@ -21,6 +21,13 @@ static int Scaled(int inValue, int inNumerator, int inDenominator)
                                     100000);
 }
 
+// A width or height that is there stays there: a pen does not vanish in a smaller picture.
+static short ScaledExtent(int inExtent, int inNumerator, int inDenominator)
+{
+    const int scaled = Scaled(inExtent, inNumerator, inDenominator);
+    return Clamped(scaled == 0 && inExtent > 0 && inNumerator > 0 && inDenominator > 0 ? 1 : scaled);
+}
+
 Point Mapped(Point inPoint, const Rect& from, const Rect& to)
 {
     const int h = Scaled(inPoint.h - from.left, to.right - to.left, from.right - from.left);
@@ -72,8 +79,8 @@ void ScalePt(Point* pt, const Rect* srcRect, const Rect* dstRect)
 {
     if (!pt || !srcRect || !dstRect)
         return;
-    pt->h = Clamped(Scaled(pt->h, dstRect->right - dstRect->left, srcRect->right - srcRect->left));
-    pt->v = Clamped(Scaled(pt->v, dstRect->bottom - dstRect->top, srcRect->bottom - srcRect->top));
+    pt->h = ScaledExtent(pt->h, dstRect->right - dstRect->left, srcRect->right - srcRect->left);
+    pt->v = ScaledExtent(pt->v, dstRect->bottom - dstRect->top, srcRect->bottom - srcRect->top);
 }
 
 void MapPt(Point* pt, const Rect* srcRect, const Rect* dstRect)

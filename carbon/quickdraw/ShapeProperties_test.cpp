@@ -334,6 +334,14 @@ TEST_CASE("ScalePt, MapPt: scale as the rectangles do; results stay within the c
     ScalePt(&point, &from, &to);
     CHECK(point.h == 6);
     CHECK(point.v == 6);
+    point = { 0, 1 };
+    ScalePt(&point, &to, &from); // 1 of 20 to 10, and nothing
+    CHECK(point.h == 1);
+    CHECK(point.v == 0);
+    point = { 1, 4 };
+    ScalePt(&point, &to, &from); // 1 of 30 to 10 would be 0
+    CHECK(point.h == 2);
+    CHECK(point.v == 1);
     const Rect huge = MakeRect(-32768, -32768, 32767, 32767);
     point = { 32767, -32768 };
     MapPt(&point, &from, &huge);

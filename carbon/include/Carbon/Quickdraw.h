@@ -46,6 +46,7 @@ enum {
 
 enum { RGBDirect = 16, k32ARGBPixelFormat = 0x00000020, baseAddr32 = 4 };
 enum { chunky = 0 };
+enum { sysPatListID = 0 };
 enum { iBeamCursor = 1, crossCursor = 2, plusCursor = 3, watchCursor = 4 };
 
 // GDevice flags
@@ -296,7 +297,7 @@ void AddPt(Point src, Point* dst);
 void SubPt(Point src, Point* dst);
 Boolean EqualPt(Point pt1, Point pt2);
 SInt32 DeltaPoint(Point ptA, Point ptB); // ptA - ptB: vertical in the high word, horizontal in the low
-void ScalePt(Point* pt, const Rect* srcRect, const Rect* dstRect);
+void ScalePt(Point* pt, const Rect* srcRect, const Rect* dstRect); // a width and a height, which stay at least 1
 void MapPt(Point* pt, const Rect* srcRect, const Rect* dstRect);
 void MapRect(Rect* r, const Rect* srcRect, const Rect* dstRect);
 void LocalToGlobal(Point* pt);
@@ -358,6 +359,8 @@ void GetCPixel(short h, short v, RGBColor* cPix);
 void SetCPixel(short h, short v, const RGBColor* cPix);
 Boolean GetPixel(short h, short v); // whether the pixel is not white
 #define MacGetPixel GetPixel
+// The pattern stays as it is when there is no such list or index. Indexes begin at 1; the system's own list,
+// sysPatListID, has 38 patterns.
 void GetIndPattern(Pattern* thePat, short patternListID, short index);
 PatHandle GetPattern(short patternID);
 
