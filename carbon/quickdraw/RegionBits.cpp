@@ -79,7 +79,8 @@ static OSErr RegionOfMap(const BitMap& inMap, Region* out)
     const Surface& surface = pixels.surface;
     if (surface.depth != 1)
         return pixMapTooDeepErr;
-    const bool isCut = !pixels.port && surface.bounds.right != inMap.bounds.right; // by rows that are too short
+    const bool isCut =
+        !pixels.port && surface.bounds.right != inMap.bounds.right; // by rows that are too short
     if (error || isCut || !surface.base)
         return paramErr;
     Region region;

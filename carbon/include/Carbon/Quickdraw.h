@@ -297,7 +297,7 @@ void AddPt(Point src, Point* dst);
 void SubPt(Point src, Point* dst);
 Boolean EqualPt(Point pt1, Point pt2);
 SInt32 DeltaPoint(Point ptA, Point ptB); // ptA - ptB: vertical in the high word, horizontal in the low
-void ScalePt(Point* pt, const Rect* srcRect, const Rect* dstRect); // a width and a height, which stay at least 1
+void ScalePt(Point* pt, const Rect* srcRect, const Rect* dstRect); // a width and a height, at least 1
 void MapPt(Point* pt, const Rect* srcRect, const Rect* dstRect);
 void MapRect(Rect* r, const Rect* srcRect, const Rect* dstRect);
 void LocalToGlobal(Point* pt);
