@@ -184,12 +184,11 @@ bool IsFolderID(Folder inFolder)
 // A volume's own path is where its root is, whether by links or not; all else is looked at itself.
 bool LookAtHost(Item* ioItem)
 {
-    struct stat status;
-    const int flags = ioItem->hostName.empty() ? 0 : AT_SYMLINK_NOFOLLOW;
-    ioItem->exists = fstatat(AT_FDCWD, PathTextOf(*ioItem).c_str(), &status, flags) == 0;
-    ioItem->isFolder = ioItem->exists && S_ISDIR(status.st_mode);
-    ioItem->isLink = ioItem->exists && S_ISLNK(status.st_mode);
-    ioItem->seen = ioItem->exists ? FileIdentity(status) : FileIdentity();
+    UInt16 mode = 0;
+    ioItem->seen = FileIdentity::PlaceAt(PathTextOf(*ioItem), &mode, !ioItem->hostName.empty());
+    ioItem->exists = ioItem->seen.exists;
+    ioItem->isFolder = ioItem->exists && S_ISDIR(mode);
+    ioItem->isLink = ioItem->exists && S_ISLNK(mode);
     return ioItem->exists;
 }
 

@@ -31,7 +31,7 @@ struct Item {
     bool exists = false;
     bool isFolder = false;  // a folder itself, not a link to one
     bool isLink = false;    // a symbolic link, which counts as an alias file
-    FileIdentity seen = {}; // when it was looked at; of a link itself
+    FileIdentity seen = {}; // when it was looked at, without times; of a link itself
 };
 
 struct Volume {

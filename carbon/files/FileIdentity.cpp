@@ -18,12 +18,14 @@ int64_t Nanoseconds(const timespec& inTime)
     return (int64_t)inTime.tv_sec * kSecond + inTime.tv_nsec;
 }
 
-FileIdentity Place(int inFolder, const char* inPath, int inFlags)
+FileIdentity Place(int inFolder, const char* inPath, int inFlags, uint16_t* outMode)
 {
     struct statx status;
     FileIdentity place;
-    if (statx(inFolder, inPath, inFlags, STATX_INO | STATX_SIZE, &status) != 0)
+    if (statx(inFolder, inPath, inFlags, STATX_TYPE | STATX_MODE | STATX_INO | STATX_SIZE, &status) != 0)
         return place;
+    if (outMode)
+        *outMode = status.stx_mode;
     place.exists = true;
     place.device = makedev(status.stx_dev_major, status.stx_dev_minor);
     place.inode = status.stx_ino;
@@ -34,13 +36,12 @@ FileIdentity Place(int inFolder, const char* inPath, int inFlags)
 } // namespace
 
 FileIdentity::FileIdentity(const struct stat& inStatus)
-    : exists(true),
-      device(inStatus.st_dev),
-      inode(inStatus.st_ino),
-      size(inStatus.st_size),
-      modified(Nanoseconds(inStatus.st_mtim)),
-      changed(Nanoseconds(inStatus.st_ctim))
+    : exists(true), device(inStatus.st_dev), inode(inStatus.st_ino), size(inStatus.st_size)
 {
+    if (size == 0 && S_ISREG(inStatus.st_mode))
+        return;
+    modified = Nanoseconds(inStatus.st_mtim);
+    changed = Nanoseconds(inStatus.st_ctim);
 }
 
 FileIdentity FileIdentity::At(const std::string& inPath)
@@ -55,14 +56,20 @@ FileIdentity FileIdentity::Of(int inFile)
     return fstat(inFile, &status) == 0 ? FileIdentity(status) : FileIdentity();
 }
 
-FileIdentity FileIdentity::PlaceAt(const std::string& inPath)
+FileIdentity FileIdentity::PlaceAt(const std::string& inPath, uint16_t* outMode, bool inOfLink)
 {
-    return Place(AT_FDCWD, inPath.c_str(), 0);
+    return Place(AT_FDCWD, inPath.c_str(), inOfLink ? AT_SYMLINK_NOFOLLOW : 0, outMode);
 }
 
 FileIdentity FileIdentity::PlaceOf(int inFile)
 {
-    return Place(inFile, "", AT_EMPTY_PATH);
+    return Place(inFile, "", AT_EMPTY_PATH, nullptr);
+}
+
+FileIdentity FileIdentity::AgainAt(const std::string& inPath) const
+{
+    const bool isEmptyFile = exists && size == 0 && changed == 0;
+    return isEmptyFile ? PlaceAt(inPath) : At(inPath);
 }
 
 bool FileIdentity::WouldShowChange() const

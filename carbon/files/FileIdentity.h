@@ -12,7 +12,8 @@ namespace lampblack::files {
 struct FileIdentity {
     bool exists = false;
     uint64_t device = 0, inode = 0;
-    int64_t size = 0, modified = 0, changed = 0; // times in nanoseconds
+    int64_t size = 0, modified = 0, changed = 0; // times in nanoseconds; zero of an empty file, which is as
+                                                 // it was if it is still empty
 
     FileIdentity() = default;
     explicit FileIdentity(const struct stat&);
@@ -20,10 +21,13 @@ struct FileIdentity {
     static FileIdentity At(const std::filesystem::path& inPath) { return At(inPath.native()); }
     static FileIdentity Of(int inFile);
 
-    // Without the times, which are zero. Many file systems give a file whose times were asked for new ones with
-    // its next change, and to flush that writes them as well.
-    static FileIdentity PlaceAt(const std::string&);
+    // Without the times, which are zero. A file system may give a file whose times were asked for new ones with
+    // its next change, and other files as well; to flush a change then writes the times, too.
+    static FileIdentity PlaceAt(const std::string&, uint16_t* outMode = nullptr, bool inOfLink = false);
     static FileIdentity PlaceOf(int inFile);
+
+    // What is at the path now, to be compared with this: times that do not count are not asked for.
+    FileIdentity AgainAt(const std::string&) const;
 
     bool operator==(const FileIdentity&) const = default;
 

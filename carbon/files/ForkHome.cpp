@@ -39,8 +39,8 @@ path RealPathOf(const path& inFile)
 {
     std::error_code ignored;
     path file = inFile.is_absolute() ? inFile : std::filesystem::absolute(inFile, ignored);
-    struct stat status;
-    if (lstat(file.c_str(), &status) != 0 || !S_ISLNK(status.st_mode))
+    UInt16 mode = 0;
+    if (!FileIdentity::PlaceAt(file.native(), &mode, true).exists || !S_ISLNK(mode))
         return file;
     const path real = std::filesystem::canonical(file, ignored);
     const bool isAlone =
@@ -50,12 +50,12 @@ path RealPathOf(const path& inFile)
 
 OSErr CheckWritable(const path& inFile)
 {
-    struct stat status;
-    if (stat(inFile.c_str(), &status) != 0)
+    UInt16 mode = 0;
+    if (!FileIdentity::PlaceAt(inFile.native(), &mode).exists)
         return ErrorOfHost(errno);
-    if (S_ISDIR(status.st_mode))
+    if (S_ISDIR(mode))
         return fnfErr;
-    if ((status.st_mode & 0222) == 0)
+    if ((mode & 0222) == 0)
         return permErr;
     return access(inFile.c_str(), W_OK) == 0 ? (OSErr)noErr : ErrorOfHost(errno);
 }
@@ -134,7 +134,6 @@ OSErr ForkHome::TryOpen(const KnownForks& inKnown, bool* outKnownHolds, bool* ou
     error = error == noErr ? OpenHomeFile(isFromKnown, outAgain) : error;
     if (error != noErr || *outAgain)
         return error;
-    fIdentity = FileIdentity::PlaceOf(fFile.Get());
     FindPlace();
     *outKnownHolds = isFromKnown && Holds(inKnown);
     if (!*outKnownHolds && !fIsNew)
@@ -211,10 +210,23 @@ OSErr ForkHome::FindHome()
     return isHome && !fForks.isResourceFormSound ? (OSErr)mapReadErr : (OSErr)noErr;
 }
 
+namespace {
+
+// Reading it is no access that anybody asks for, and to flush a change would write that time, too. Only the
+// owner may leave it out.
+Descriptor OpenToChange(const path& inPath)
+{
+    constexpr int kFlags = O_RDWR | O_CLOEXEC | O_NONBLOCK;
+    const int file = open(inPath.c_str(), kFlags | O_NOATIME);
+    return Descriptor(file < 0 && errno == EPERM ? open(inPath.c_str(), kFlags) : file);
+}
+
+} // namespace
+
 OSErr ForkHome::OpenHomeFile(bool inFromKnown, bool* outAgain)
 {
     fIsNew = false;
-    fFile = Descriptor(open(fHomePath.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
+    fFile = OpenToChange(fHomePath);
     if (!fFile && errno == ENOENT && fKind == Kind::Sidecar && !inFromKnown)
         return MakeSidecar(outAgain);
     if (!fFile) {
@@ -224,7 +236,11 @@ OSErr ForkHome::OpenHomeFile(bool inFromKnown, bool* outAgain)
     const FileIdentity place = FileIdentity::PlaceOf(fFile.Get());
     if (OpenHomes().count(KeyOf(place)))
         return opWrErr;
-    *outAgain = !LockInTurn() || KeyOf(FileIdentity::PlaceAt(fHomePath)) != KeyOf(place); // it was replaced
+    *outAgain = !LockInTurn();
+    if (*outAgain)
+        return noErr;
+    fIdentity = FileIdentity::PlaceAt(fHomePath);
+    *outAgain = KeyOf(fIdentity) != KeyOf(place); // it was replaced
     return noErr;
 }
 
@@ -288,6 +304,7 @@ OSErr ForkHome::MakeSidecar(bool* outAgain)
     if (error != noErr)
         return *outAgain ? (OSErr)noErr : error;
     fFile = sidecar.TakeFile();
+    fIdentity = FileIdentity::PlaceOf(fFile.Get());
     fIsNew = true;
     return noErr;
 }
@@ -300,8 +317,8 @@ bool ForkHome::IsCurrent() const
     clock_gettime(CLOCK_REALTIME, &now);
     const int64_t time = (int64_t)now.tv_sec * 1000000000 + now.tv_nsec;
     return std::all_of(fForks.lookedAt.begin(), fForks.lookedAt.end(), [&](const auto& file) {
-        const FileIdentity current =
-            file.path == fHomePath.native() ? FileIdentity::Of(fFile.Get()) : FileIdentity::At(file.path);
+        const FileIdentity current = file.path == fHomePath.native() ? FileIdentity::Of(fFile.Get())
+                                                                     : file.identity.AgainAt(file.path);
         return current == file.identity && (!current.exists || time - current.changed > kRecent ||
                                             IsKnownToShowEachChange(current.device));
     });
@@ -313,7 +330,7 @@ bool ForkHome::Holds(const KnownForks& inKnown) const
     const bool isCompared = !inKnown.fork.empty() && inKnown.fork.size() <= kLargestCompared;
     return std::all_of(before.begin(), before.end(), [&](const auto& file) {
         if (file.path != fHomePath.native())
-            return FileIdentity::At(file.path) == file.identity;
+            return file.identity.AgainAt(file.path) == file.identity;
         return isCompared ? HasFork(inKnown.fork) : FileIdentity::Of(fFile.Get()) == file.identity;
     });
 }

@@ -241,17 +241,17 @@ void NoteModification(ResourceFile* ioFile)
     if (!ioFile->hasWritten || !ioFile->home || ioFile->home->HomePath() == ioFile->home->Path())
         return;
     const std::string& path = ioFile->home->Path().native();
-    const files::FileIdentity before = files::FileIdentity::At(path);
+    const std::optional<files::FileIdentity> known =
+        ioFile->ownIdentity ? ioFile->ownIdentity : IdentityIn(*ioFile->located, path);
+    const bool wasAsKnown = known && known->AgainAt(path) == *known;
     timespec times[2] = { { 0, UTIME_OMIT }, {} };
     clock_gettime(CLOCK_REALTIME, &times[1]);
     ioFile->hasWritten = false;
     if (utimensat(AT_FDCWD, path.c_str(), times, 0) != 0)
         return;
-    const files::FileIdentity after = files::FileIdentity::At(path);
-    const std::optional<files::FileIdentity> known =
-        ioFile->ownIdentity ? ioFile->ownIdentity : IdentityIn(*ioFile->located, path);
-    const bool isSame = known && before == *known && after.inode == before.inode &&
-                        after.device == before.device && after.size == before.size;
+    const files::FileIdentity after = known ? known->AgainAt(path) : files::FileIdentity();
+    const bool isSame = wasAsKnown && after.inode == known->inode && after.device == known->device &&
+                        after.size == known->size;
     ioFile->ownIdentity = isSame ? after : files::FileIdentity(); // one that nothing is equal to
 }
 

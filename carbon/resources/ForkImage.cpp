@@ -206,7 +206,7 @@ bool ForkCache::IsCurrent(const files::LocatedForks& inForks, const std::string&
 {
     return std::all_of(inForks.lookedAt.begin(), inForks.lookedAt.end(), [&](const auto& file) {
         const bool isSeen = inSeen && file.path == inPath;
-        return (isSeen ? *inSeen : files::FileIdentity::At(file.path)) == file.identity;
+        return (isSeen ? *inSeen : file.identity.AgainAt(file.path)) == file.identity;
     });
 }
 

@@ -93,7 +93,7 @@ public:
     KnownFork Take(const std::string& inPath, bool inResourceFork); // without an image when there is none
     void Keep(KnownFork);
 
-    // The file of the path itself was just seen; null: it was not.
+    // The file of the path itself was just seen, and empty; null: it was not.
     static bool IsCurrent(const files::LocatedForks&, const std::string& inPath,
                           const files::FileIdentity* inSeen);
 

@@ -69,10 +69,12 @@ bool IsOf(const ResourceFile& inFile, const files::Item& inItem, bool inResource
            inFile.item.hostName == inItem.hostName;
 }
 
-// What the host said of an item when its name was resolved, a moment ago; of a link that says nothing.
+// What the host said of an item when its name was resolved, a moment ago, if that is enough to know it again.
 const files::FileIdentity* SeenJustNow(const files::Item& inItem)
 {
-    return inItem.isLink || !inItem.seen.exists ? nullptr : &inItem.seen;
+    const bool isEmptyFile =
+        inItem.seen.exists && inItem.seen.size == 0 && !inItem.isLink && !inItem.isFolder;
+    return isEmptyFile ? &inItem.seen : nullptr;
 }
 
 OSErr Parse(ForkImage& ioImage)
