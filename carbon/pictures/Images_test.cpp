@@ -282,6 +282,21 @@ TEST_CASE("DrawPicture: a matte says how much of each pixel is seen")
     CHECK(played.At(0, 0) == 0);
 }
 
+TEST_CASE("DrawPicture: pixels that are counted in with their matrix are drawn, too")
+{
+    MadePicture made(kFrame);
+    made.Op(0x8201, { 0, 2 + 36 + 4 + 8 + 2 + 4 + 46 + 18 + 4 });
+    AddHead(made, 20, 0, 0);
+    made.Op(0x9A, { 0, 0xFF }).Map(0x8004, MakeRect(0, 0, 2, 1)).PixMap(16, 1, 3);
+    made.Rects(MakeRect(0, 0, 2, 1), MakeRect(0, 0, 2, 1)).Words({ 0x7C00, 0x03E0 });
+    made.RectOp(0x31, MakeRect(0, 39, 1, 40));
+    const Played played(made);
+    CHECK(played.error == noErr);
+    CHECK(played.At(20, 0) == 0xFF0000);
+    CHECK(played.At(21, 0) == 0x00FF00);
+    CHECK(played.IsBlack(0, 39));
+}
+
 TEST_CASE("DrawPicture: a decoder is asked for other types, and its alpha counts when it has any")
 {
     SetImageDecoder(DecodeTest);

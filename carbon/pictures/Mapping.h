@@ -41,8 +41,11 @@ public:
         return { quickdraw::Clamped(Height(fFrame)), quickdraw::Clamped(Width(fFrame)) };
     }
 
-    // Where (0,0) of the frame's coordinates comes to when nothing is scaled.
-    Point Shift() const { return { (short)(fTo.top - fFrame.top), (short)(fTo.left - fFrame.left) }; }
+    // Where (0,0) of the picture's coordinates comes to when nothing is scaled.
+    Point Shift() const
+    {
+        return { (short)(fTo.top - fFrame.top - fOriginV), (short)(fTo.left - fFrame.left - fOriginH) };
+    }
 
 private:
     static int Width(const Rect& r) { return r.right - r.left; }

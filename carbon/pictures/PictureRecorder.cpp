@@ -69,9 +69,9 @@ void PictureRecorder::Abandon(PicHandle inPicture)
 }
 
 PictureRecorder::PictureRecorder(const PortRecord& inPort, const PictureHeader& inHeader, PicHandle inPicture)
-    : fHeader(inHeader), fPicture(inPicture)
+    : fHeader(inHeader), fPicture(inPicture), fStart{ inPort.fBounds.top, inPort.fBounds.left }
 {
-    fLast.origin = { inPort.fBounds.top, inPort.fBounds.left };
+    fLast.origin = fStart;
     LMGetHiliteRGB(&fLast.hilite);
     Guarded([this] {
         gOpen.push_back(this);

@@ -94,6 +94,7 @@ private:
 
     PictureHeader fHeader;
     PicHandle fPicture;
+    Point fStart; // the origin when the picture was opened
     BigEndianWriter fWriter;
     State fLast;
     bool fFailed = false;

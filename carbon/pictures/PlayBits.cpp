@@ -86,10 +86,13 @@ public:
     }
 
 private:
-    // Rows that come to lie outside of what may be drawn are not worth decoding.
+    // Rows that come to lie outside of what may be drawn are not worth decoding, unless their errors go on to
+    // those that do.
     void FindSeenRows()
     {
-        const Box seen = Intersection(fPlayer.Port().Drawable().Extents(), BoxOf(fTo));
+        const Box drawable = fPlayer.Port().Drawable().Extents();
+        const Box from = IsMixed() && !IsEmpty(drawable) ? BoxOf(fPlayer.Port().fBounds) : drawable;
+        const Box seen = Intersection(from, BoxOf(fTo));
         const int64_t height = fTo.bottom - fTo.top, rows = fBits.from.bottom - fBits.from.top;
         if (IsEmpty(seen) || height <= 0 || rows <= 0) {
             fLast = fFirst;
@@ -123,7 +126,7 @@ private:
         BandMap band(fBits, fPixels.get());
         const size_t rowBytes = (size_t)NativeRowBytes(fBits.map);
         for (int top = fFirst; top < fLast;) {
-            const int bottom = std::min(fLast, top + fBandRows);
+            const int bottom = std::min(fLast, EndOfBand(top));
             int row = top;
             while (row < bottom && ReadRow(ioRows, row, fPixels.get() + (size_t)(row - top) * rowBytes))
                 ++row;
@@ -137,13 +140,25 @@ private:
         return true;
     }
 
-    // When the image is made smaller, rows that fall between those that show are only stepped over.
+    // Rows that become one are in one band, unless there are more of them than it holds.
+    int EndOfBand(int inTop) const
+    {
+        const int64_t rows = fBits.from.bottom - fBits.from.top, height = fTo.bottom - fTo.top;
+        const int64_t shown = (inTop + fBandRows - fBits.from.top) * height / rows;
+        const int whole = (int)(fBits.from.top + shown * rows / height);
+        return whole > inTop && IsMixed() ? whole : inTop + fBandRows;
+    }
+
+    bool IsMixed() const { return fBits.mode & ditherCopy; }
+
+    // When the image is made smaller, rows that fall between those that show are only stepped over, unless
+    // they are mixed.
     bool ReadRow(RowReader& ioRows, int inRow, uint8_t* outRow)
     {
         const int64_t rows = fBits.from.bottom - fBits.from.top, height = fTo.bottom - fTo.top;
         const int64_t at = inRow - fBits.from.top;
         const int64_t shownBy = (at * height + rows - 1) / rows; // the first row there that is not before it
-        const bool isShown = rows <= height || shownBy * rows / height == at;
+        const bool isShown = rows <= height || IsMixed() || shownBy * rows / height == at;
         if (!fPlayer.CanAfford(isShown ? NativeRowBytes(fBits.map) / 4 + 8 : 2))
             return false;
         return isShown ? ioRows.Read(outRow) : ioRows.Skip();

@@ -78,7 +78,15 @@ static ImageHead ReadHead(BigEndianReader& ioReader, size_t* outMatteSize)
     return head;
 }
 
-// The pixels that follow are subject to matrix and matte.
+// The pixels that follow are subject to matrix and matte; some writers count them in with the data.
+static void PlayOwnPixels(Player& ioPlayer, BigEndianReader& ioData)
+{
+    ioData.Skip(ioData.Offset() & 1);
+    const int opcode = ioData.U16();
+    if (ioData.Ok() && OpcodeOf(opcode, 2).play == PlayBits)
+        PlayBits(ioPlayer, opcode, ioData);
+}
+
 void PlayUncompressedImage(Player& ioPlayer, int, BigEndianReader& ioData)
 {
     size_t matteSize = 0;
@@ -90,6 +98,8 @@ void PlayUncompressedImage(Player& ioPlayer, int, BigEndianReader& ioData)
     ioPlayer.fHasPlacement = true;
     ioPlayer.fPlacement = head.placement;
     ioPlayer.fMatte = std::move(head.matte);
+    if (ioData.Remaining() > 2)
+        PlayOwnPixels(ioPlayer, ioData);
 }
 
 static bool Decode(const ImageDescription& inImage, Bytes inData, DecodedImage* out)

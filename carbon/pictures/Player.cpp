@@ -126,6 +126,12 @@ void Player::SetFrame(const Rect& inFrame)
     PatternsMove();
 }
 
+void Player::MoveOrigin(int dh, int dv)
+{
+    fMapping.MoveOrigin(dh, dv);
+    PatternsMove();
+}
+
 bool Player::CanAfford(int64_t inCost)
 {
     fBudget -= inCost;

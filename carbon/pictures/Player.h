@@ -93,7 +93,7 @@ public:
     int Version() const { return fVersion; }
     void End() { fEnded = true; }
     void SetFrame(const Rect&); // that of an extended header
-    void MoveOrigin(int dh, int dv) { fMapping.MoveOrigin(dh, dv); }
+    void MoveOrigin(int dh, int dv);
     void ClipTo(const quickdraw::Region& inPictureRegion);
 
     // What shapes fill with: one of the two.

@@ -25,8 +25,10 @@ static bool IsWideOpen(const Region& inClip)
 void PictureRecorder::MatchClip(const PortRecord& inPort)
 {
     Region clip = inPort.fClip;
-    if (IsWideOpen(clip))
+    if (IsWideOpen(clip)) {
         clip.SetRect(fHeader.source);
+        clip.Offset(inPort.fBounds.left - fStart.h, inPort.fBounds.top - fStart.v);
+    }
     if (fLast.hasClip && clip == fLast.clip)
         return;
     std::vector<uint8_t> bytes = RegionBytes(clip);
@@ -55,6 +57,7 @@ void PictureRecorder::MatchPort(const PortRecord& inPort)
         fWriter.U16((uint16_t)(origin.h - fLast.origin.h));
         fWriter.U16((uint16_t)(origin.v - fLast.origin.v));
         fLast.origin = origin;
+        fLast.hasClip = false; // the same numbers are another place now
     }
     MatchClip(inPort);
     MatchColor(0x1A, inPort.fFore, &fLast.fore);

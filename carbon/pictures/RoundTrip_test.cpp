@@ -315,10 +315,11 @@ TEST_CASE("DrawPicture: an image of several bands is scaled as in one piece")
         }
     const Rect small = MakeRect(1, 2, 90, 77), large = MakeRect(-900, -700, 3000, 1900);
     for (const Rect& to : { small, large })
-        CHECK(DifferencesOf(32, [&] {
-                  CopyBits(source.Bits(), GetPortBitMapForCopyBits(GetQDGlobalsThePort()), &source.bounds,
-                           &to, srcCopy, nullptr);
-              }) == 0);
+        for (const short mode : { srcCopy, ditherCopy })
+            CHECK(DifferencesOf(32, [&] {
+                      CopyBits(source.Bits(), GetPortBitMapForCopyBits(GetQDGlobalsThePort()), &source.bounds,
+                               &to, mode, nullptr);
+                  }) == 0);
 }
 
 TEST_CASE("DrawPicture: text that was stretched, justified and set apart is the same at every depth")
