@@ -454,6 +454,27 @@ TEST_CASE("CopyPixelsTransparentMask: a pixel's bytes are those of a row by its 
     DisposeGWorld(narrow);
 }
 
+TEST_CASE("CopyPixelsTransparentMask: what is left out at the left is left out in the source's bytes a pixel")
+{
+    const World<Depth16> destination(4, 3);
+    destination.Fill(0x7777);
+    UInt16 pixels[3][3], grey[3][3] = {}; // a column of pixels, which count as three each
+    for (int i = 0; i < 9; ++i)
+        pixels[i / 3][i % 3] = (UInt16)(0x0101 * i);
+    const Rect bounds = { 0, 0, 3, 1 }, where = { 0, -1, 2, 1 };
+    GWorldPtr source = nullptr, mask = nullptr;
+    REQUIRE(NewGWorldFromPtr(&source, 16, &bounds, nullptr, nullptr, 0, reinterpret_cast<Ptr>(pixels), 6) ==
+            noErr);
+    REQUIRE(NewGWorldFromPtr(&mask, 16, &bounds, nullptr, nullptr, 0, reinterpret_cast<Ptr>(grey), 6) ==
+            noErr);
+    CopyPixelsTransparentMask16(source, mask, destination, &where);
+    CHECK(destination.At(0, 0) == 0x0303); // three pixels on: the next row
+    CHECK(destination.At(0, 1) == 0x0606);
+    CHECK(destination.At(1, 0) == 0x7777);
+    DisposeGWorld(source);
+    DisposeGWorld(mask);
+}
+
 TEST_CASE("CopyPixelsTransparentMask: slack shorter than the width in pixels is no part of a pixel")
 {
     std::mt19937 random(6);
