@@ -297,6 +297,30 @@ TEST_CASE("DrawPicture: pixels that are counted in with their matrix are drawn, 
     CHECK(played.IsBlack(0, 39));
 }
 
+TEST_CASE("DrawPicture: an image under a matte is part of the picture that is open while it is played")
+{
+    MadePicture made(kFrame);
+    made.RectOp(0x31, MakeRect(0, 0, 30, 40)).Op(0x8201, { 0, 2 + 36 + 4 + 8 + 88 });
+    AddHead(made, 20, 0, 88);
+    made.writer.Write(Description("raw ", { 2, 1 }, 40, 40, 2));
+    made.Bytes({ 255, 100 });
+    made.Op(0x9A, { 0, 0xFF }).Map(0x8004, MakeRect(0, 0, 2, 1)).PixMap(16, 1, 3);
+    made.Rects(MakeRect(0, 0, 2, 1), MakeRect(5, 5, 25, 30)).Words({ 0x7C00, 0x03FF });
+    made.Op(0x07, { 1, 6 }).Op(0x20, { 35, 0, 39, 50 }); // a pen as wide as a fallback could be long
+    const TestWorld drawn(60, 40);
+    CHECK(PlayHere(made.End()) == noErr);
+    CHECK(drawn.At(26, 10) == 0xFF0000);
+    CHECK(!drawn.IsBlack(44, 10));
+    CHECK(!drawn.IsWhite(2, 35));
+    const TestWorld played(60, 40);
+    const PicHandle picture = OpenPicture(&kFrame);
+    CHECK(PlayHere(made.End()) == noErr);
+    ClosePicture();
+    DrawPicture(picture, &kFrame);
+    CHECK(Differences(played, drawn) == 0);
+    KillPicture(picture);
+}
+
 TEST_CASE("DrawPicture: a decoder is asked for other types, and its alpha counts when it has any")
 {
     SetImageDecoder(DecodeTest);

@@ -1,6 +1,9 @@
 #include "MattePixels.h"
 
+#include "PictureRecorder.h"
+
 #include <quickdraw/Port.h>
+#include <quickdraw/Recorder.h>
 
 #include <algorithm>
 
@@ -21,9 +24,15 @@ static int Nearest(int at, int from, int to)
     return (int)((int64_t)at * from / to);
 }
 
+static constexpr int64_t kMostRecorded = 16 << 20; // pixels, which take five bytes each
+
 void DrawWithAlpha(Player& ioPlayer, const ArgbPixels& inImage, const Rect& inFrom, const Rect& inTo)
 {
     const Box part = Intersection(BoxOf(inFrom), { 0, 0, inImage.width, inImage.height });
+    PortRecord& port = ioPlayer.Port();
+    if (RecorderOf(&port) && !IsEmpty(part) &&
+        (int64_t)(part.x2 - part.x1) * (part.y2 - part.y1) <= kMostRecorded)
+        static_cast<PictureRecorder*>(port.fRecorder)->Blended(port, inImage, RectOf(part), inTo);
     const Box to = BoxOf(inTo), seen = Intersection(to, ioPlayer.Port().Drawable().Extents());
     if (IsEmpty(part) || IsEmpty(seen) || ioPlayer.Port().fPen.visibility < 0 ||
         !ioPlayer.CanAfford(4 * (int64_t)(seen.x2 - seen.x1) * (seen.y2 - seen.y1)))

@@ -2,6 +2,7 @@
 #include "PictureRecorder.h"
 
 #include "PictureWriting.h"
+#include "Player.h"
 
 #include <Carbon/MacErrors.h>
 #include <Carbon/MacMemory.h>
@@ -389,6 +390,18 @@ void PictureRecorder::Pixels(const PortRecord& inPort, const CopiedPixels& inPix
             masks.push_back(lower);
             masks.push_back(upper);
         }
+    });
+}
+
+void PictureRecorder::Blended(const PortRecord& inPort, const ArgbPixels& inPixels, const Rect& inPart,
+                              const Rect& inTo)
+{
+    Guarded([&] {
+        MatchPort(inPort);
+        Op(0x8200);
+        WriteMattedImage(inPixels, inPart, inTo, fWriter);
+        for (int i = 0; i < kOpcodesOfFallbacks; ++i) // what is drawn next does not stand in for the image
+            Op(0x00);
     });
 }
 

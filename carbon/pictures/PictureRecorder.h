@@ -14,6 +14,8 @@ namespace lampblack::pictures {
 using foundation::BigEndianWriter;
 using foundation::Bytes;
 
+struct ArgbPixels;
+
 struct PictureHeader {
     Rect frame;    // at 72 pixels an inch
     Rect source;   // in the coordinates of the drawing
@@ -48,6 +50,9 @@ public:
               Point at, std::span<const uint8_t>) override;
     void Pixels(const quickdraw::PortRecord&, const quickdraw::CopiedPixels&) override;
     void Comment(const quickdraw::PortRecord&, short kind, std::span<const uint8_t> data) override;
+
+    // An image that covers in part what is there.
+    void Blended(const quickdraw::PortRecord&, const ArgbPixels&, const Rect& part, const Rect& to);
 
 private:
     // What was recorded last of everything that drawing depends on.

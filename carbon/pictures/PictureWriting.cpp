@@ -1,5 +1,6 @@
 #include "PictureWriting.h"
 
+#include "MattePixels.h"
 #include "PackBits.h"
 
 #include <cstring>
@@ -69,6 +70,62 @@ void WriteColorTable(const Surface& inSurface, BigEndianWriter& ioWriter)
         ioWriter.U16((uint16_t)i);
         WriteColor(colors->Exact(i), ioWriter);
     }
+}
+
+static void WriteRawDescription(int inWidth, int inHeight, int inDepth, BigEndianWriter& ioWriter)
+{
+    ioWriter.U32(86);
+    ioWriter.U32('raw ');
+    ioWriter.Zeros(20);  // reserved, version, vendor, temporal quality
+    ioWriter.U32(0x400); // without loss
+    ioWriter.U16((uint16_t)inWidth);
+    ioWriter.U16((uint16_t)inHeight);
+    ioWriter.U32(kSeventyTwo);
+    ioWriter.U32(kSeventyTwo);
+    ioWriter.U32((uint32_t)(inWidth * inHeight * (inDepth == 32 ? 4 : 1)));
+    ioWriter.U16(1); // frame
+    ioWriter.Zeros(32);
+    ioWriter.U16((uint16_t)inDepth);
+    ioWriter.U16(0xFFFF); // no table of its own
+}
+
+// From a part at the origin to a rectangle.
+static void WriteMatrix(int inWidth, int inHeight, const Rect& inTo, BigEndianWriter& ioWriter)
+{
+    const auto scale = [](int to, int from) { return (uint32_t)((int64_t)to * 0x10000 / from); };
+    ioWriter.U32(scale(inTo.right - inTo.left, inWidth));
+    ioWriter.Zeros(12);
+    ioWriter.U32(scale(inTo.bottom - inTo.top, inHeight));
+    ioWriter.Zeros(4);
+    ioWriter.U32((uint32_t)inTo.left << 16);
+    ioWriter.U32((uint32_t)inTo.top << 16);
+    ioWriter.U32(0x40000000);
+}
+
+void WriteMattedImage(const ArgbPixels& inImage, const Rect& inPart, const Rect& inTo,
+                      BigEndianWriter& ioWriter)
+{
+    static constexpr uint32_t kDescription = 86, kBeforeMatte = 68;
+    const int width = inPart.right - inPart.left, height = inPart.bottom - inPart.top;
+    const uint32_t count = (uint32_t)(width * height), matte = kDescription + count;
+    const Rect part = { 0, 0, (short)height, (short)width };
+    const auto eachPixel = [&](auto&& write) {
+        for (int v = inPart.top; v < inPart.bottom; ++v)
+            for (int h = inPart.left; h < inPart.right; ++h)
+                write(inImage.pixels[(ptrdiff_t)v * inImage.width + h]);
+    };
+    ioWriter.U32(kBeforeMatte + matte + kDescription + 4 * count);
+    ioWriter.U16(0); // version
+    WriteMatrix(width, height, inTo, ioWriter);
+    ioWriter.U32(matte);
+    WriteRect(part, ioWriter);
+    ioWriter.U16(srcCopy);
+    WriteRect(part, ioWriter);
+    ioWriter.Zeros(8); // accuracy, no mask region
+    WriteRawDescription(width, height, 40, ioWriter);
+    eachPixel([&](uint32_t pixel) { ioWriter.U8((uint8_t)(pixel >> 24)); });
+    WriteRawDescription(width, height, 32, ioWriter);
+    eachPixel([&](uint32_t pixel) { ioWriter.U32(pixel | 0xFF000000); });
 }
 
 // Indexes of a row as bytes that begin with the first pixel of it, the slack at the end clear.

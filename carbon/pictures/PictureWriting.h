@@ -20,6 +20,11 @@ void WriteMapHeader(const quickdraw::Surface&, const Rect&, BigEndianWriter&);
 void WriteColorTable(const quickdraw::Surface&, BigEndianWriter&); // of its depth, in order of the indexes
 
 // The rows of a rectangle, which must lie inside the surface: packed unless they are shorter than 8 bytes.
+// The data of a compressed image (0x8200): a part of pixels as 'raw ' colours under a matte of their alpha,
+// shown in a rectangle.
+struct ArgbPixels;
+void WriteMattedImage(const ArgbPixels&, const Rect& part, const Rect& to, BigEndianWriter&);
+
 void WriteRows(const quickdraw::Surface&, const Rect&, BigEndianWriter&);
 
 } // namespace lampblack::pictures

@@ -201,13 +201,12 @@ static bool ReadCompressed(Player& ioPlayer, BigEndianReader& ioData, ShownImage
 // The work of decoding goes with the bytes, of which each is decoded once, and with the claimed size.
 void PlayCompressedImage(Player& ioPlayer, int, BigEndianReader& ioData)
 {
-    static constexpr int kMostOpcodes = 12; // between an image and its fallback
     ShownImage shown;
     BigEndianReader data = ioData;
     if (!ioPlayer.CanAfford((int64_t)data.Remaining()) || !ReadCompressed(ioPlayer, data, &shown))
         return;
     ShowImage(ioPlayer, shown);
-    ioPlayer.fFallback = { kMostOpcodes, 0, shown.to };
+    ioPlayer.fFallback = { kOpcodesOfFallbacks, 0, shown.to };
 }
 
 // A pen size that no pen has: its width is how many bytes behind it are the fallback, at whose end nothing is

@@ -54,6 +54,7 @@ struct Matte {
 
 // What pictures hold behind a compressed image for machines that cannot read it, and what tells it: the image
 // was shown in a rectangle not more than so many opcodes ago.
+inline constexpr int kOpcodesOfFallbacks = 12; // between an image and its fallback, at most
 struct Fallback {
     int opcodes = 0;
     int texts = 0; // so many more of them belong to it
