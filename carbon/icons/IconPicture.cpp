@@ -126,14 +126,14 @@ static uint32_t ChangedBit(const IconPicture& inPicture, uint32_t inPixel, int i
     return inPixel;
 }
 
-static constexpr uint32_t kDark = 160; // of 255: a white sign on such a ground can be told from it
+static constexpr uint32_t kDark = 130; // of 255
 
-// Of a premultiplied pixel that is at least half there.
+// Of a premultiplied pixel that is at least half there: strong blues and reds, on which signs are white, but
+// no yellows, on which they are black.
 static bool IsDark(uint32_t inPixel)
 {
-    const uint32_t weighed =
-        3 * (inPixel >> 16 & 0xFF) + 6 * (inPixel >> 8 & 0xFF) + (inPixel & 0xFF); // of 10
-    return weighed * 255 < 10 * kDark * (inPixel >> 24);
+    const uint32_t least = std::min(inPixel >> 16 & 0xFF, inPixel >> 8 & 0xFF); // of red and green
+    return least * 255 < kDark * (inPixel >> 24);
 }
 
 void MakePlain(IconPicture& ioPicture)

@@ -1,5 +1,6 @@
 // CopyBits between all depths against the slow reference.
 #include "CopyReference.h"
+#include "TestWorld.h"
 #include "Vectors.h"
 
 #include <Carbon/MacErrors.h>
@@ -132,6 +133,29 @@ TEST_CASE("CopyBits: all pairs of depths, modes, scales, masks and places come o
             for (int round = 0; round < 150 && wrong < 5; ++round)
                 wrong += WrongInOneCopy(random, from, to, false) != 0;
     CHECK(wrong == 0);
+}
+
+TEST_CASE("CopyBits: hilite twice restores every pixel, also where neither colour is one of the depth's own")
+{
+    const Rect all = MakeRect(0, 0, 16, 16), half = MakeRect(0, 0, 8, 16);
+    const RGBColor back = { 0xF3F3, 0xE5E5, 0xD9D9 }, light = { 0xB5B5, 0x7373, 0xFBFB };
+    for (const int depth : { 1, 2, 4, 8, 16, 32 }) {
+        CAPTURE(depth);
+        const TestWorld bits(1, all);
+        EraseRect(&all);
+        PaintRect(&half);
+        const TestWorld world(depth, all);
+        RGBBackColor(&back);
+        HiliteColor(&light);
+        EraseRect(&all);
+        const uint32_t before = world.At(3, 3);
+        const BitMap* const from = GetPortBitMapForCopyBits(bits.world);
+        CopyBits(from, GetPortBitMapForCopyBits(world.world), &all, &all, hilite, nullptr);
+        CHECK(world.At(3, 3) != before);
+        CHECK(world.At(12, 3) == before);
+        CopyBits(from, GetPortBitMapForCopyBits(world.world), &all, &all, hilite, nullptr);
+        CHECK(world.At(3, 3) == before);
+    }
 }
 
 TEST_CASE("CopyBits: within one map of any depth each pixel is read before it is written")

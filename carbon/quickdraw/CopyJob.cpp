@@ -58,8 +58,12 @@ CopyJob::CopyJob(const Surface& from, const Surface& to, const Rect& fromRect, c
 
 void CopyJob::PrepareArithmetic(short inMode, const CopyColors& inColors)
 {
-    if (fFrom.depth == 16) // a background that the source cannot hold would never be left out
+    if (inMode == hilite) { // what the destination cannot hold would never be found there
+        fColors.back = ShownColor(fTo, fColors.back);
+        fColors.hilite = ShownColor(fTo, fColors.hilite);
+    } else if (fFrom.depth == 16) { // a background that the source cannot hold would never be left out
         fColors.back = ColorOf555(PixelOf555(fColors.back));
+    }
     const Converter::Meaning meaning = inMode == hilite
                                            ? Converter::Meaning{ kBlackPixel, kWhitePixel }
                                            : Converter::Meaning{ inColors.fore, inColors.others.back };

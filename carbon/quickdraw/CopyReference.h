@@ -188,8 +188,12 @@ inline uint32_t SlowResult(const Surface& from, const Surface& to, int mode, uin
         const bool black = mode == hilite;
         const uint32_t color =
             bits ? (source ? (black ? 0 : c.fore) : (black ? 0xFFFFFF : c.back)) : SlowColor(from, source);
-        if (from.depth == 16)
+        if (from.depth == 16 && mode == transparent)
             c.back = SlowColor(from, PixelOf555(c.back));
+        if (mode == hilite) { // exchanges what is seen of the two colours
+            c.back = SlowColor(to, PixelFor(to, c.back));
+            c.hilite = SlowColor(to, PixelFor(to, c.hilite));
+        }
         const uint32_t before = SlowColor(to, old), after = SlowArithmetic(mode, color, before, c);
         return after == before ? old : PixelFor(to, after);
     }

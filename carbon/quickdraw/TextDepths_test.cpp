@@ -247,6 +247,24 @@ TEST_CASE("TextMode: hilite exchanges the background and the highlight colour wh
     CHECK(colors == std::set<uint32_t>{ kWhite, PixelOf(lit) });
 }
 
+TEST_CASE("TextMode: hilite twice restores every pixel at every depth, whatever the two colours are")
+{
+    const RGBColor back = { 0xF3F3, 0xE5E5, 0xD9D9 }, light = { 0xB5B5, 0x7373, 0xFBFB };
+    for (const short depth : { 1, 2, 4, 8, 16, 32 }) {
+        CAPTURE(depth);
+        const World world(depth);
+        const Rect all = { 0, 0, kHeight, kWidth };
+        RGBBackColor(&back);
+        HiliteColor(&light);
+        EraseRect(&all);
+        const auto before = world.Colors();
+        DrawSample(hilite);
+        CHECK(world.Colors() != before);
+        DrawSample(hilite);
+        CHECK(world.Colors() == before);
+    }
+}
+
 TEST_CASE("TextMode: grayishTextOr is grey where there is grey, and every second pixel where there is none")
 {
     for (const short depth : { 4, 8, 16, 32 }) {

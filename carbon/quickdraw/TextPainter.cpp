@@ -78,6 +78,8 @@ void TextPainter::ChooseTransfer(SInt16 inMode)
     fArithmetic = fSurface.depth > 1 && mode != transparent ? ArithmeticRowOf(mode) : nullptr;
     if (fArithmetic) {
         fOperands = { PixelOf(fPort.fOpColor), back, PixelOf(fPort.fHiliteColor) };
+        if (mode == hilite) // exchanges what is seen of them
+            fOperands = { 0, ShownColor(fSurface, back), ShownColor(fSurface, fOperands.hilite) };
         fIsPlain |= mode == hilite;
         fGathers = !isMasked && mode != hilite;
         return;
