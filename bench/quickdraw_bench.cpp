@@ -1,10 +1,14 @@
 // Text, copying and regions beside the leanest code that does the same work. Ratios of one run are what
-// counts: Limit rows are plain loops, the others pixman and SDL.
+// counts: Limit rows are plain loops, the others pixman, SDL, cairo and Pango.
 #include <Carbon/Fonts.h>
 #include <Carbon/Quickdraw.h>
 
 #include <benchmark/benchmark.h>
+#include <cairo.h>
 #include <pixman.h>
+#ifdef LAMPBLACK_BENCH_PANGO
+#include <pango/pangocairo.h>
+#endif
 #ifdef LAMPBLACK_BENCH_SDL
 #include <SDL.h>
 #endif
@@ -155,6 +159,102 @@ void TextDraw(benchmark::State& state)
     }
 }
 BENCHMARK(TextDraw);
+
+// Black on white, at the size in which a new port draws.
+class CairoWorld {
+public:
+    CairoWorld()
+        : fSurface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, 640, 480)), context(cairo_create(fSurface))
+    {
+        cairo_set_source_rgb(context, 1, 1, 1);
+        cairo_paint(context);
+        cairo_set_source_rgb(context, 0, 0, 0);
+        cairo_select_font_face(context, "sans", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
+        cairo_set_font_size(context, 12);
+    }
+    ~CairoWorld()
+    {
+        cairo_destroy(context);
+        cairo_surface_destroy(fSurface);
+    }
+    CairoWorld(const CairoWorld&) = delete;
+    CairoWorld& operator=(const CairoWorld&) = delete;
+
+private:
+    cairo_surface_t* fSurface;
+
+public:
+    cairo_t* const context;
+};
+
+void TextMeasureCairo(benchmark::State& state)
+{
+    const CairoWorld world;
+    for (auto _ : state)
+        for (const std::string& text : Strings()) {
+            cairo_text_extents_t extents;
+            cairo_text_extents(world.context, text.c_str(), &extents);
+            benchmark::DoNotOptimize(extents.x_advance);
+        }
+}
+BENCHMARK(TextMeasureCairo);
+
+void TextDrawCairo(benchmark::State& state)
+{
+    const CairoWorld world;
+    for (auto _ : state) {
+        int line = 0;
+        for (const std::string& text : Strings()) {
+            cairo_move_to(world.context, 10, 20 + line++ % 450);
+            cairo_show_text(world.context, text.c_str());
+        }
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(TextDrawCairo);
+
+#ifdef LAMPBLACK_BENCH_PANGO
+class PangoWorld : public CairoWorld {
+public:
+    PangoWorld() : layout(pango_cairo_create_layout(context))
+    {
+        PangoFontDescription* font = pango_font_description_from_string("sans 9");
+        pango_layout_set_font_description(layout, font);
+        pango_font_description_free(font);
+    }
+    ~PangoWorld() { g_object_unref(layout); }
+
+    PangoLayout* const layout;
+};
+
+void TextMeasurePango(benchmark::State& state)
+{
+    const PangoWorld world;
+    for (auto _ : state)
+        for (const std::string& text : Strings()) {
+            int width = 0;
+            pango_layout_set_text(world.layout, text.data(), (int)text.size());
+            pango_layout_get_pixel_size(world.layout, &width, nullptr);
+            benchmark::DoNotOptimize(width);
+        }
+}
+BENCHMARK(TextMeasurePango);
+
+void TextDrawPango(benchmark::State& state)
+{
+    const PangoWorld world;
+    for (auto _ : state) {
+        int line = 0;
+        for (const std::string& text : Strings()) {
+            pango_layout_set_text(world.layout, text.data(), (int)text.size());
+            cairo_move_to(world.context, 10, 8 + line++ % 450);
+            pango_cairo_show_layout(world.context, world.layout);
+        }
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(TextDrawPango);
+#endif
 
 void CopyLimit(benchmark::State& state)
 {
@@ -458,7 +558,23 @@ void CopyThroughRegionLimit(benchmark::State& state)
 }
 BENCHMARK(CopyThroughRegionLimit);
 
-void RegionUnion(benchmark::State& state)
+void CopyThroughRegionPixman(benchmark::State& state)
+{
+    PixmanImage from(PIXMAN_x8r8g8b8, 640, 480), to(PIXMAN_x8r8g8b8, 640, 480);
+    pixman_region32_t region;
+    pixman_region32_init(&region);
+    for (const Rect& r : Checkers(200, 10))
+        pixman_region32_union_rect(&region, &region, r.left, r.top, 50, 15);
+    pixman_image_set_clip_region32(to.image, &region);
+    for (auto _ : state) {
+        pixman_image_composite32(PIXMAN_OP_SRC, from.image, nullptr, to.image, 0, 0, 0, 0, 0, 0, 640, 480);
+        benchmark::ClobberMemory();
+    }
+    pixman_region32_fini(&region);
+}
+BENCHMARK(CopyThroughRegionPixman);
+
+void Combine(benchmark::State& state, void (*inCombine)(RgnHandle, RgnHandle, RgnHandle))
 {
     RgnHandle a = NewRgn(), b = NewRgn(), piece = NewRgn(), result = NewRgn();
     for (const Rect& r : Checkers((int)state.range(0), 100)) {
@@ -467,16 +583,18 @@ void RegionUnion(benchmark::State& state)
     }
     CopyRgn(a, b);
     OffsetRgn(b, 25, 7);
-    for (auto _ : state) {
-        UnionRgn(a, b, result);
-        SectRgn(a, b, result);
-    }
+    for (auto _ : state)
+        inCombine(a, b, result);
     for (RgnHandle r : { a, b, piece, result })
         DisposeRgn(r);
 }
-BENCHMARK(RegionUnion)->Arg(10)->Arg(1000)->Arg(10000);
+BENCHMARK_CAPTURE(Combine, Union, UnionRgn)->Arg(10)->Arg(1000)->Arg(10000);
+BENCHMARK_CAPTURE(Combine, Intersection, SectRgn)->Arg(10)->Arg(1000)->Arg(10000);
 
-void RegionUnionPeer(benchmark::State& state)
+using PixmanCombine = pixman_bool_t (*)(pixman_region32_t*, const pixman_region32_t*,
+                                        const pixman_region32_t*);
+
+void CombinePixman(benchmark::State& state, PixmanCombine inCombine)
 {
     pixman_region32_t a, b, result;
     pixman_region32_init(&a);
@@ -486,14 +604,13 @@ void RegionUnionPeer(benchmark::State& state)
         pixman_region32_union_rect(&a, &a, r.left, r.top, 50, 15);
     pixman_region32_copy(&b, &a);
     pixman_region32_translate(&b, 25, 7);
-    for (auto _ : state) {
-        pixman_region32_union(&result, &a, &b);
-        pixman_region32_intersect(&result, &a, &b);
-    }
+    for (auto _ : state)
+        inCombine(&result, &a, &b);
     for (pixman_region32_t* r : { &a, &b, &result })
         pixman_region32_fini(r);
 }
-BENCHMARK(RegionUnionPeer)->Arg(10)->Arg(1000)->Arg(10000);
+BENCHMARK_CAPTURE(CombinePixman, Union, pixman_region32_union)->Arg(10)->Arg(1000)->Arg(10000);
+BENCHMARK_CAPTURE(CombinePixman, Intersection, pixman_region32_intersect)->Arg(10)->Arg(1000)->Arg(10000);
 
 } // namespace
 
