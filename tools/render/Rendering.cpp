@@ -1,4 +1,4 @@
-#include "Rendering.h"
+#include "Dialogs.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -64,16 +64,37 @@ uint32_t WithAlpha(uint32_t inOnWhite, uint32_t inOnBlack)
     return pixel;
 }
 
-OSStatus OnPaper(const Rect& inBounds, const Draw& inDraw, Image* outImage)
+// One of the columns of which a wide drawing is put together.
+OSStatus DrawColumn(const Rect& inColumn, const Draw& inDraw, Image* ioImage)
 {
     Sheet white;
-    const OSStatus status = white.Paint(inBounds, kWhite, inDraw);
-    if (status)
+    if (const OSStatus status = white.Paint(inColumn, kWhite, inDraw))
         return status;
-    *outImage = { inBounds.right - inBounds.left, inBounds.bottom - inBounds.top, {} };
-    for (int v = 0; v < outImage->height; ++v)
-        for (int h = 0; h < outImage->width; ++h)
-            outImage->pixels.push_back(0xFF000000 | white.Row(v)[h]);
+    for (int v = 0; v < ioImage->height; ++v) {
+        uint32_t* to = ioImage->pixels.data() + (size_t)v * (size_t)ioImage->width + inColumn.left;
+        for (int h = 0; h < inColumn.right - inColumn.left; ++h)
+            to[h] = 0xFF000000 | white.Row(v)[h];
+    }
+    return noErr;
+}
+
+// At the origin. No world is as wide as a picture may be.
+OSStatus OnPaper(const Rect& inBounds, const Draw& inDraw, Image* outImage)
+{
+    static constexpr int kWidest = 4000;
+    static constexpr int64_t kMostPixels = 1 << 27;
+    *outImage = { inBounds.right, inBounds.bottom, {} };
+    if (EmptyRect(&inBounds)) // beyond all coordinates
+        return paramErr;
+    if ((int64_t)outImage->width * outImage->height > kMostPixels)
+        return memFullErr;
+    outImage->pixels.resize((size_t)outImage->width * (size_t)outImage->height);
+    for (int left = 0; left < outImage->width; left += kWidest) {
+        const Rect column = { 0, (short)left, inBounds.bottom,
+                              (short)std::min(left + kWidest, (int)inBounds.right) };
+        if (const OSStatus status = DrawColumn(column, inDraw, outImage))
+            return status;
+    }
     return noErr;
 }
 
@@ -159,6 +180,44 @@ OSStatus RenderFamilyMember(ResType inType, short inID, Image* outImage)
     if (!status)
         status = Transparent(bounds, draw, outImage);
     DisposeIconSuite(suite, false);
+    return status ? status : (OSStatus)error;
+}
+
+// The largest square that a family has pixels for.
+short SideOf(IconFamilyHandle inFamily)
+{
+    static constexpr struct {
+        OSType types[4];
+        short side;
+    } kSizes[] = {
+        { { kThumbnail32BitData }, 128 },
+        { { kHuge32BitData, kHuge8BitData, kHuge4BitData, kHuge1BitMask }, 48 },
+        { { kLarge32BitData, kLarge8BitData, kLarge4BitData, kLarge1BitMask }, 32 },
+    };
+    for (const auto& size : kSizes)
+        for (const OSType type : size.types) {
+            const Handle data = NewHandle(0);
+            const bool isThere = type && GetIconFamilyData(inFamily, type, data) == noErr;
+            DisposeHandle(data);
+            if (isThere)
+                return size.side;
+        }
+    return 16;
+}
+
+OSStatus RenderFamily(ResType inType, short inID, Image* outImage)
+{
+    static constexpr OSType kOwner = 'LBrn';
+    const auto family = reinterpret_cast<IconFamilyHandle>(GetResource(inType, inID));
+    IconRef icon = nullptr;
+    OSErr error = RegisterIconRefFromIconFamily(kOwner, inType, family, &icon);
+    const Rect bounds = Square(SideOf(family));
+    const auto draw = [&] { error = PlotIconRef(&bounds, kAlignNone, kTransformNone, 0, icon); };
+    OSStatus status = error;
+    if (!status)
+        status = Transparent(bounds, draw, outImage);
+    ReleaseIconRef(icon);
+    UnregisterIconRef(kOwner, inType);
     return status ? status : (OSStatus)error;
 }
 
@@ -260,8 +319,9 @@ constexpr Renderer kRenderers[] = {
     { 'ICN#', RenderFamilyMember }, { 'icl4', RenderFamilyMember }, { 'icl8', RenderFamilyMember },
     { 'ics#', RenderFamilyMember }, { 'ics4', RenderFamilyMember }, { 'ics8', RenderFamilyMember },
     { 'icm#', RenderFamilyMember }, { 'icm4', RenderFamilyMember }, { 'icm8', RenderFamilyMember },
-    { 'SICN', RenderSmallIcons },   { 'CURS', RenderCursor },       { 'crsr', RenderColorCursor },
-    { 'PAT ', RenderPattern },      { 'ppat', RenderPixelPattern },
+    { 'icns', RenderFamily },       { 'DLOG', RenderDialog },       { 'SICN', RenderSmallIcons },
+    { 'CURS', RenderCursor },       { 'crsr', RenderColorCursor },  { 'PAT ', RenderPattern },
+    { 'ppat', RenderPixelPattern },
 };
 
 } // namespace

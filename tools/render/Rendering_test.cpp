@@ -62,6 +62,15 @@ std::vector<unsigned char> Rows(int inCount, unsigned inBits)
     return rows;
 }
 
+// In the order of this machine, as records are in memory.
+std::vector<unsigned char> Numbers(std::initializer_list<short> inNumbers, const std::string& inEnd)
+{
+    std::vector<unsigned char> bytes(inNumbers.size() * sizeof(short));
+    std::memcpy(bytes.data(), inNumbers.begin(), bytes.size());
+    bytes.insert(bytes.end(), inEnd.begin(), inEnd.end());
+    return bytes;
+}
+
 } // namespace
 
 TEST_CASE("Render: a cursor is transparent outside its mask")
@@ -112,6 +121,63 @@ TEST_CASE("Render: small icons lie one below the other, patterns fill a sheet")
     CHECK(At(image, 60, 1) == 0xFFFFFFFF);
 }
 
+TEST_CASE("Render: a picture that is wider than any world is drawn whole")
+{
+    const Resources resources;
+    // The frame, version 1, a rectangle from 3,990 to 4,010 painted, the end.
+    const int width = 5000, left = 3990, right = 4010;
+    resources.Add('PICT', { 0, 0,    0, 0, 0,         0,           0, 4, width >> 8, width & 0xFF, 0x11,
+                            1, 0x31, 0, 1, left >> 8, left & 0xFF, 0, 3, right >> 8, right & 0xFF, 0xFF });
+    Image image;
+    REQUIRE(Render('PICT', 128, &image) == noErr);
+    CHECK(image.width == width);
+    CHECK(image.height == 4);
+    int black = 0;
+    for (const uint32_t pixel : image.pixels)
+        black += pixel == 0xFF000000;
+    CHECK(black == 20 * 2);
+    CHECK(At(image, left, 1) == 0xFF000000);
+    CHECK(At(image, right - 1, 2) == 0xFF000000);
+}
+
+TEST_CASE("Render: a family is drawn in its largest size")
+{
+    const Resources resources;
+    std::vector<unsigned char> family = { 'i', 'c', 'n', 's', 0, 0, 1, 16, 'I', 'C', 'N', '#', 0, 0, 1, 8 };
+    for (const int edge : { 16, 24 }) // the icon, and its mask
+        for (int row = 0; row < 32; ++row)
+            for (int byte = 0; byte < 4; ++byte)
+                family.push_back(byte * 8 < edge ? 0xFF : 0);
+    resources.Add('icns', family);
+    Image image;
+    REQUIRE(Render('icns', 128, &image) == noErr);
+    CHECK(image.width == 32);
+    CHECK(image.height == 32);
+    CHECK(At(image, 8, 8) == 0xFF000000);
+    CHECK(At(image, 20, 8) == 0xFFFFFFFF);
+    CHECK(At(image, 28, 8) == 0);
+}
+
+TEST_CASE("Render: a dialog is drawn with its items, and with the frame of its window around them")
+{
+    const Resources resources;
+    // Bounds, a plain box, visible, no close box, reference, item list, no title.
+    resources.Add('DLOG', Numbers({ 50, 60, 110, 160, 2, 1, 0, 0, 0, 128, 0 }, ""));
+    // One button, named OK.
+    resources.Add('DITL', Numbers({ 0, 0, 0, 30, 20, 50, 80 }, "\4\2OK"));
+    Image image;
+    REQUIRE(Render('DLOG', 128, &image) == noErr);
+    CHECK(image.width >= 100);
+    CHECK(image.width < 120);
+    CHECK(image.height >= 60);
+    const uint32_t ground = At(image, image.width - 20, 20);
+    CHECK((ground >> 24) == 0xFF);
+    int other = 0;
+    for (int h = 22; h < 78; ++h)
+        other += At(image, h, image.height - 20) != ground;
+    CHECK(other > 40); // the button
+}
+
 TEST_CASE("Render: what is not there, not known or damaged is an error")
 {
     const Resources resources;
@@ -119,7 +185,7 @@ TEST_CASE("Render: what is not there, not known or damaged is an error")
     CHECK(Render('PICT', 999, &image) == resNotFound);
     CHECK(Render('snd ', 128, &image) == paramErr);
     for (const ResType type :
-         { 'PICT', 'cicn', 'ICON', 'ICN#', 'icl8', 'CURS', 'crsr', 'ppat', 'PAT ', 'SICN' }) {
+         { 'PICT', 'cicn', 'ICON', 'ICN#', 'icl8', 'CURS', 'crsr', 'ppat', 'PAT ', 'SICN', 'icns', 'DLOG' }) {
         resources.Add(type, { 0, 1, 2 });
         CAPTURE(type);
         CHECK(Render(type, 128, &image) != noErr);

@@ -105,6 +105,7 @@ int main(int argc, char** argv)
     lampblack::host::Settings settings;
     settings.screen = lampblack::host::Screen::Headless;
     settings.clock = lampblack::host::Clock::Virtual;
+    settings.width = settings.height = 2048; // for dialogs of any size
     lampblack::host::Configure(settings);
     FSSpec file;
     if (!SpecOf(request->file, &file))

@@ -17,7 +17,7 @@ constexpr char kUsage[] = R"(usage: rsrc COMMAND ...
   convert IN -o OUT --to FORM               raw, appledouble, applesingle, macbinary, binhex or text
   check FOLDER                              forks that were lost or damaged
   diff [--text] A B                         what differs between two files' resources
-  render FILE [TYPE ID] -o OUT.png          a picture, icon, cursor or pattern, or an image file, as PNG
+  render FILE [TYPE ID] -o OUT.png          a picture, icon, pattern, dialog, ... or an image file, as PNG
 
   dump      --type-file X.r    types declared there are known too
   build     --type TYPE --creator CODE      OUT is AppleDouble and carries these codes
