@@ -76,7 +76,15 @@ LAMPBLACK_INTERPOSE OSStatus DrawThemeTextBox(CFStringRef text, ThemeFontID font
     return gDrawingError ? gDrawingError : status;
 }
 
-LAMPBLACK_WATCH(CGrafPtr, CreateNewPort, (), ())
+// A provider of ports may leave a new one current.
+LAMPBLACK_INTERPOSE CGrafPtr CreateNewPort()
+{
+    const CallLog::StCall call("CreateNewPort");
+    const CGrafPtr port = Next<CGrafPtr()>("CreateNewPort")();
+    SetPort(port);
+    return port;
+}
+
 LAMPBLACK_WATCH(void, CFStringAppendCString,
                 (CFMutableStringRef string, const char* text, CFStringEncoding encoding),
                 (string, text, encoding))
@@ -378,9 +386,10 @@ TEST_CASE("ConvertMetaFontToFontAndSize: meta fonts are those of the theme")
         CHECK(ConvertMetaFontToFontAndSize(meta, &font, &size) == noErr);
         CHECK(gUsed.font == kFonts[-1 - meta]);
         CHECK(gUsed.script == -1);
+        const StPortSaver saver;
         const CGrafPtr port = CreateNewPort();
         {
-            const StPortSaver saver(port);
+            const StPortSaver current(port);
             UseThemeFont(kFonts[-1 - meta], smSystemScript);
             CHECK(font == GetPortTextFont(port));
             CHECK(size == GetPortTextSize(port));

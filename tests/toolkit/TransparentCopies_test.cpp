@@ -121,7 +121,7 @@ auto MaskPixels(std::mt19937& ioRandom)
         case 0:
         case 1: return kWhite;
         case 2: return 0u;
-        case 3: return kWhite | (Depth::kDepth == 16 ? 0x8000u : any & 0xFF000000u);
+        case 3: return kWhite | (Depth::kDepth == 16 ? 0x8000u : (uint32_t)ioRandom() & 0xFF000000u);
         default: return any;
         }
     };
@@ -292,6 +292,26 @@ void CheckEveryPair(int inBits)
     }
 }
 
+// What is white all over is passed by, in whole vectors.
+template <class Depth>
+void CheckOneAmongWhite()
+{
+    constexpr int kColumns = 131; // two of the longest vectors, and some more
+    std::mt19937 random(9);
+    const std::vector<Loop> loops = Loops<typename Depth::Format>();
+    Rows<typename Depth::Format::Pixel> row(kColumns);
+    for (size_t at = 0; at < kColumns; ++at) {
+        CAPTURE(at);
+        for (size_t i = 0; i < kColumns; ++i) {
+            row.source[i] = (typename Depth::Format::Pixel)random();
+            row.destination[i] = (typename Depth::Format::Pixel)random();
+            row.mask[i] = Depth::Format::kWhite;
+        }
+        row.mask[at] = (typename Depth::Format::Pixel)(random() & (Depth::Format::kWhite - 1));
+        RequireReference<Depth>(row, loops);
+    }
+}
+
 template <class Depth>
 typename World<Depth>::Pixel BlendOne(uint32_t inDestination, uint32_t inSource, uint32_t inMask)
 {
@@ -338,6 +358,12 @@ TEST_CASE("CopyPixelsTransparentMask: the loops of every width are the reference
 {
     CheckRandomRows<Depth16>();
     CheckRandomRows<Depth32>();
+}
+
+TEST_CASE("CopyPixelsTransparentMask: the loops of every width, all white but one pixel, at each place")
+{
+    CheckOneAmongWhite<Depth16>();
+    CheckOneAmongWhite<Depth32>();
 }
 
 TEST_CASE("CopyPixelsTransparentMask: the loops of every width, each weight with each pair of channels")
