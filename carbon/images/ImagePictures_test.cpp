@@ -180,3 +180,32 @@ TEST_CASE("GraphicsImportDraw: in an open picture the image is recorded")
           }) == 0);
     KillPicture(picture);
 }
+
+TEST_CASE("GraphicsImportDraw: in an open picture an image with alpha stays one that covers in part")
+{
+    const Rect place = MakeRect(3, 2, 35, 26), frame = MakeRect(0, 0, 40, 40);
+    const RGBColor green = { 0, 0xFFFF, 0 };
+    const TestImporter importer("alpha.png");
+    CHECK(GraphicsImportSetBoundsRect(importer, &place) == noErr);
+    const TestPort drawn(40, 40), played(40, 40);
+    SetPort(played.port);
+    const PicHandle picture = OpenPicture(&frame);
+    CHECK(GraphicsImportDraw(importer) == noErr);
+    ClosePicture();
+    for (const TestPort* port : { &drawn, &played }) {
+        SetPort(port->port);
+        RGBForeColor(&green); // behind the image when it is drawn, not when it was recorded
+        PaintRect(&frame);
+    }
+    SetPort(drawn.port);
+    CHECK(GraphicsImportDraw(importer) == noErr);
+    SetPort(played.port);
+    DrawPicture(picture, &frame);
+    int largest = 0;
+    for (int v = 0; v < 40; ++v)
+        for (int h = 0; h < 40; ++h)
+            largest = std::max(largest, Distance(played.At(h, v), drawn.At(h, v)));
+    CHECK(largest <= 1);
+    CHECK(played.At(10, 10) != 0x00FF00);
+    KillPicture(picture);
+}

@@ -1,7 +1,10 @@
 // One open importer.
 #include "Importer.h"
 
+#include "ImagePicture.h"
+
 #include <pictures/Playback.h>
+#include <quickdraw/Recorder.h>
 
 namespace lampblack::images {
 
@@ -115,13 +118,41 @@ OSStatus Importer::DrawPictureFile(const Placement& inPlace)
     return pictures::PlayPicture(picture, inPlace.bounds);
 }
 
+// Whether an open picture shall take the image with its alpha, which CopyBits does not tell it of.
+static bool IsRecordedWhole(const Placement& inPlace, const ImageFacts& inFacts)
+{
+    const Rect natural = { 0, 0, (short)inFacts.height, (short)inFacts.width };
+    return quickdraw::RecorderOf(quickdraw::CurrentPort()) && inFacts.hasAlpha &&
+           inPlace.mode == graphicsModeStraightAlpha && !inPlace.clip && EqualRect(&inPlace.part, &natural) &&
+           inPlace.bounds.right - inPlace.bounds.left >= inFacts.width &&
+           inPlace.bounds.bottom - inPlace.bounds.top >= inFacts.height;
+}
+
+OSStatus Importer::DrawAsPicture(const Placement& inPlace)
+{
+    PicHandle picture = nullptr;
+    OSStatus error = MakePicture(*this, &picture);
+    if (!error) {
+        DrawPicture(picture, &inPlace.bounds);
+        error = QDError();
+    }
+    KillPicture(picture);
+    return error;
+}
+
 OSStatus Importer::DrawInCurrentPort()
 {
     Placement place;
-    if (const OSStatus error = GetPlacement(&place))
-        return error;
+    ImageFacts facts;
+    OSStatus failure = GetPlacement(&place);
+    if (!failure)
+        failure = GetFacts(&facts);
+    if (failure)
+        return failure;
     if (IsPicture())
         return DrawPictureFile(place);
+    if (IsRecordedWhole(place, facts))
+        return DrawAsPicture(place);
     ImageReaderPtr reader;
     const OSStatus error = Open(&reader);
     return error ? error : DrawImage(*reader, place);

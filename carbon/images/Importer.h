@@ -52,6 +52,7 @@ private:
     void Forget();
     OSStatus ReadPictureHeader();
     OSStatus DrawPictureFile(const Placement&);
+    OSStatus DrawAsPicture(const Placement&);
 
     OSType fSubType;
     ImageSource fSource;
