@@ -101,8 +101,7 @@ private:
     GWorldPtr fWorld = nullptr;
 };
 
-constexpr RGBColor kRed = { 0xFFFF, 0, 0 }, kBlue = { 0, 0, 0xFFFF }, kBlack = { 0, 0, 0 },
-                   kWhite = { 0xFFFF, 0xFFFF, 0xFFFF };
+constexpr RGBColor kRed = { 0xFFFF, 0, 0 }, kBlue = { 0, 0, 0xFFFF }, kBlack = { 0, 0, 0 };
 
 // Red artwork, a black square in a white mask, and a blue destination.
 struct Scene {
