@@ -70,7 +70,10 @@ void PictureRecorder::Abandon(PicHandle inPicture)
 }
 
 PictureRecorder::PictureRecorder(const PortRecord& inPort, const PictureHeader& inHeader, PicHandle inPicture)
-    : fHeader(inHeader), fPicture(inPicture), fStart{ inPort.fBounds.top, inPort.fBounds.left }
+    : fHeader(inHeader),
+      fPicture(inPicture),
+      fStart{ inPort.fBounds.top, inPort.fBounds.left },
+      fPatternStart(inPort.fPatternOrigin)
 {
     fLast.origin = fStart;
     LMGetHiliteRGB(&fLast.hilite);

@@ -84,7 +84,7 @@ private:
     void MatchPort(const quickdraw::PortRecord&);
     void MatchClip(const quickdraw::PortRecord&);
     void MatchColor(int opcode, const RGBColor& now, RGBColor* ioLast);
-    void MatchPattern(int opcode, int pixelOpcode, const Pattern&, PixPatHandle,
+    void MatchPattern(const quickdraw::PortRecord&, int opcode, int pixelOpcode, const Pattern&, PixPatHandle,
                       std::vector<uint8_t>* ioLast);
     void MatchPen(const quickdraw::PortRecord&);
     void MatchVerb(const quickdraw::PortRecord&, quickdraw::Verb, const Pattern* fill);
@@ -99,7 +99,7 @@ private:
 
     PictureHeader fHeader;
     PicHandle fPicture;
-    Point fStart; // the origin when the picture was opened
+    Point fStart, fPatternStart; // the origins when the picture was opened
     BigEndianWriter fWriter;
     State fLast;
     bool fFailed = false;

@@ -14,7 +14,8 @@ constexpr int kWidth = 96, kHeight = 80;
 
 class Artist {
 public:
-    explicit Artist(unsigned seed, const TestWorld& source) : fRandom(seed), fSource(source)
+    explicit Artist(unsigned seed, const TestWorld& source, bool hasPixels = true)
+        : fRandom(seed), fSource(source), fHasPixels(hasPixels)
     {
         fRegion = NewRgn();
         fPixels = NewPixPat();
@@ -39,6 +40,8 @@ public:
         BackPat(&white); // before the pixel pattern goes
         PenNormal();
         SetOrigin(0, 0);
+        const Rect all = MakeRect(-32767, -32767, 32767, 32767);
+        ClipRect(&all);
     }
 
 private:
@@ -74,7 +77,7 @@ private:
         case 3: return BackPat(&pattern);
         case 4: return PenSize((short)Number(0, 6), (short)Number(0, 6));
         case 5: return PenMode(kModes[Number(0, 12)]);
-        case 6: return Number(0, 1) ? PenPixPat(fPixels) : BackPixPat(fPixels);
+        case 6: return !fHasPixels ? PenNormal() : Number(0, 1) ? PenPixPat(fPixels) : BackPixPat(fPixels);
         case 7: return ChangeText();
         case 8: return OpColor(&color);
         case 9: return ChangeClip();
@@ -131,7 +134,7 @@ private:
         const Pattern pattern = Bits();
         if (verb < 4)
             return (verb == 0 ? frame : verb == 1 ? paint : verb == 2 ? erase : invert)(shape...);
-        verb == 4 ? fill(shape..., &pattern) : fillC(shape..., fPixels);
+        verb == 4 || !fHasPixels ? fill(shape..., &pattern) : fillC(shape..., fPixels);
     }
     void DrawPolygon(int verb, const Rect& r)
     {
@@ -199,6 +202,7 @@ private:
 
     std::mt19937 fRandom;
     const TestWorld& fSource;
+    bool fHasPixels; // patterns of pixels stay at the origin
     RgnHandle fRegion;
     PixPatHandle fPixels;
 };
@@ -233,5 +237,28 @@ TEST_CASE("DrawPicture: a hundred random recordings are the same pixels as the d
         SetOrigin(0, 0);
         CHECK(Differences(moved, drawn) == 0);
         KillPicture(picture);
+    }
+}
+
+TEST_CASE(
+    "DrawPicture: random pictures that are played elsewhere while one is recorded are the same in that one")
+{
+    const Rect frame = MakeRect(0, 0, kWidth, kHeight), there = MakeRect(5, 3, 5 + kWidth, 3 + kHeight);
+    const TestWorld source(37, 29);
+    for (unsigned seed = 500; seed < 540; ++seed) {
+        CAPTURE(seed);
+        const TestWorld drawn(kWidth, kHeight), played(kWidth, kHeight);
+        const PicHandle inner = OpenPicture(&frame);
+        Artist(seed, source, false).Draw();
+        ClosePicture();
+        const PicHandle outer = OpenPicture(&frame);
+        DrawPicture(inner, &there);
+        ClosePicture();
+        DrawPicture(outer, &frame);
+        drawn.Use();
+        DrawPicture(inner, &there);
+        CHECK(Differences(played, drawn) == 0);
+        KillPicture(inner);
+        KillPicture(outer);
     }
 }

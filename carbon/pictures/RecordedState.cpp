@@ -6,6 +6,7 @@
 #include <Carbon/Fonts.h>
 #include <quickdraw/RegionBytes.h>
 
+#include <bit>
 #include <cstring>
 #include <string_view>
 
@@ -64,14 +65,26 @@ void PictureRecorder::MatchPort(const PortRecord& inPort)
     MatchColor(0x1B, inPort.fBack, &fLast.back);
 }
 
-// A pattern is kept as its opcode and data, so that one of pixels and one of bits are told apart.
-void PictureRecorder::MatchPattern(int inOpcode, int inPixelOpcode, const Pattern& inPattern,
-                                   PixPatHandle inPixels, std::vector<uint8_t>* ioLast)
+// No opcode moves the origin of patterns: their bits are moved instead.
+static Pattern Moved(const Pattern& inPattern, int dh, int dv)
 {
+    Pattern moved;
+    for (int row = 0; row < 8; ++row)
+        moved.pat[row] = std::rotr(inPattern.pat[(row - dv) & 7], dh & 7);
+    return moved;
+}
+
+// A pattern is kept as its opcode and data, so that one of pixels and one of bits are told apart.
+void PictureRecorder::MatchPattern(const PortRecord& inPort, int inOpcode, int inPixelOpcode,
+                                   const Pattern& inPattern, PixPatHandle inPixels,
+                                   std::vector<uint8_t>* ioLast)
+{
+    const Point origin = inPort.fPatternOrigin;
+    const Pattern pattern = Moved(inPattern, origin.h - fPatternStart.h, origin.v - fPatternStart.v);
     BigEndianWriter writer;
     const bool hasPixels = inPixels && WritePixelPattern(inPixels, writer);
     if (!hasPixels)
-        writer.Write({ inPattern.pat, sizeof inPattern });
+        writer.Write({ pattern.pat, sizeof pattern });
     writer.U8(hasPixels); // told apart, and not written
     if (writer.Data() == *ioLast)
         return;
@@ -95,7 +108,7 @@ void PictureRecorder::MatchPen(const PortRecord& inPort)
     }
     MatchColor(0x1F, inPort.fOpColor, &fLast.op);
     MatchColor(0x1D, inPort.fHiliteColor, &fLast.hilite);
-    MatchPattern(0x09, 0x13, pen.pattern, pen.pixels, &fLast.penPattern);
+    MatchPattern(inPort, 0x09, 0x13, pen.pattern, pen.pixels, &fLast.penPattern);
 }
 
 // A clear bit asks the next Invert to highlight, and is set by it; a hidden one does that here.
@@ -117,9 +130,10 @@ void PictureRecorder::MatchVerb(const PortRecord& inPort, Verb inVerb, const Pat
     case Verb::Frame:
     case Verb::Paint: return MatchPen(inPort);
     case Verb::Erase:
-        return MatchPattern(0x02, 0x12, inPort.fBackPattern, inPort.fBackPixels, &fLast.backPattern);
+        return MatchPattern(inPort, 0x02, 0x12, inPort.fBackPattern, inPort.fBackPixels, &fLast.backPattern);
     case Verb::Fill:
-        return MatchPattern(0x0A, 0x14, inFill ? *inFill : kBlack, inPort.fFillPixels, &fLast.fillPattern);
+        return MatchPattern(inPort, 0x0A, 0x14, inFill ? *inFill : kBlack, inPort.fFillPixels,
+                            &fLast.fillPattern);
     case Verb::Invert:
         if (!TakesHilite(inPort))
             return;
