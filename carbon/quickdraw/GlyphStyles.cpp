@@ -3,6 +3,7 @@
 #include "FontFamilies.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace lampblack::quickdraw {
 
@@ -24,11 +25,13 @@ static CoverageMap Padded(const CoverageMap& inMap, int left, int top, int right
 // Adds a copy moved by (dh, dv); where both are, the darker one counts.
 static void AddMoved(CoverageMap& ioMap, const CoverageMap& inFrom, int dh, int dv)
 {
-    for (int row = std::max(0, dv); row < std::min(ioMap.height, ioMap.height + dv); ++row)
-        for (int column = std::max(0, dh); column < std::min(ioMap.width, ioMap.width + dh); ++column) {
-            uint8_t& to = ioMap.bits[(size_t)row * ioMap.width + column];
-            to = std::max(to, inFrom.bits[(size_t)(row - dv) * ioMap.width + (column - dh)]);
-        }
+    const int first = std::max(0, dh), count = ioMap.width - std::abs(dh);
+    for (int row = std::max(0, dv); row < std::min(ioMap.height, ioMap.height + dv); ++row) {
+        uint8_t* const to = ioMap.bits.data() + (size_t)row * ioMap.width + first;
+        const uint8_t* const from = inFrom.bits.data() + (size_t)(row - dv) * ioMap.width + (first - dh);
+        for (int i = 0; i < count; ++i)
+            to[i] = std::max(to[i], from[i]);
+    }
 }
 
 static bool IsRowEmpty(const CoverageMap& inMap, int inRow)
@@ -86,10 +89,12 @@ void Hollow(CoverageMap& ioMap, int inShadow)
     if (ioMap.width == 0)
         return;
     const CoverageMap plain = Padded(ioMap, 1, 1, 1 + inShadow, 1 + inShadow);
-    CoverageMap grown = plain;
+    CoverageMap wide = plain; // the darkest in a rectangle is the darkest of its rows' darkest
+    for (int dh = -1; dh <= 1 + inShadow; ++dh)
+        AddMoved(wide, plain, dh, 0);
+    CoverageMap grown = wide;
     for (int dv = -1; dv <= 1 + inShadow; ++dv)
-        for (int dh = -1; dh <= 1 + inShadow; ++dh)
-            AddMoved(grown, plain, dh, dv);
+        AddMoved(grown, wide, 0, dv);
     for (size_t i = 0; i < grown.bits.size(); ++i)
         grown.bits[i] = (uint8_t)(grown.bits[i] - std::min(grown.bits[i], plain.bits[i]));
     ioMap = grown;

@@ -4,6 +4,8 @@
 
 #include <memory/ReferenceTable.h>
 
+#include <algorithm>
+
 using namespace lampblack::quickdraw;
 
 namespace lampblack::quickdraw {
@@ -24,27 +26,48 @@ RgnHandle ReferenceOf(Region* inRegion)
     return reinterpret_cast<RgnHandle>(inRegion);
 }
 
+// Boxes come in bands from left to right: those that touch now become one.
+static Region Widened(const Region& inRegion, int dh)
+{
+    std::vector<Box> boxes;
+    for (const Box& b : inRegion.Boxes()) {
+        const Box wide = { b.x1 - dh, b.y1, b.x2 + dh, b.y2 };
+        if (!boxes.empty() && boxes.back().y1 == wide.y1 && boxes.back().x2 >= wide.x1)
+            boxes.back().x2 = wide.x2;
+        else
+            boxes.push_back(wide);
+    }
+    return Region(boxes);
+}
+
+// Each step doubles the reach, so that a region of many rows is not added to itself row by row.
+static Region Heightened(Region inRegion, int dv)
+{
+    for (int reach = 0; reach < 2 * dv;) {
+        const int step = std::min(reach + 1, 2 * dv - reach);
+        Region lower = inRegion;
+        lower.Offset(0, step);
+        inRegion.Union(inRegion, lower);
+        reach += step;
+    }
+    inRegion.Offset(0, -dv);
+    return inRegion;
+}
+
+static Region Grown(const Region& inRegion, int dh, int dv)
+{
+    return Heightened(dh ? Widened(inRegion, dh) : inRegion, dv);
+}
+
 // The pixels that keep a distance of more than (dh, dv) from every pixel outside.
 static Region Shrunk(const Region& inRegion, int dh, int dv)
 {
     Box around = inRegion.Extents();
     around = { around.x1 - 1, around.y1 - 1, around.x2 + 1, around.y2 + 1 };
-    Region outside;
+    Region outside, result;
     outside.Subtract(Region(around), inRegion);
-    std::vector<Box> grown;
-    for (const Box& b : outside.Boxes())
-        grown.push_back({ b.x1 - dh, b.y1 - dv, b.x2 + dh, b.y2 + dv });
-    Region result;
-    result.Subtract(inRegion, Region(grown));
+    result.Subtract(inRegion, Grown(outside, dh, dv));
     return result;
-}
-
-static Region Grown(const Region& inRegion, int dh, int dv)
-{
-    std::vector<Box> grown;
-    for (const Box& b : inRegion.Boxes())
-        grown.push_back({ b.x1 - dh, b.y1 - dv, b.x2 + dh, b.y2 + dv });
-    return Region(grown);
 }
 
 Region Inset(const Region& inRegion, int dh, int dv)

@@ -3,7 +3,9 @@
 
 #include <Carbon/MacErrors.h>
 
+#include <algorithm>
 #include <bitset>
+#include <ctime>
 #include <ostream>
 
 using namespace lampblack::quickdraw;
@@ -84,6 +86,23 @@ TEST_CASE("InsetRgn: keeps the pixels that stay inside when moved by the inset, 
             }
         CHECK(PixelsOf(region.ref) == expected);
     }
+}
+
+TEST_CASE("InsetRgn: a region of as many rows as there are is inset in bounded time")
+{
+    TestPort port;
+    const StRegion chevron;
+    OpenRgn();
+    MoveTo(0, -32000);
+    LineTo(20000, 0);
+    LineTo(0, 32000);
+    LineTo(10000, 0);
+    LineTo(0, -32000);
+    CloseRgn(chevron.ref);
+    const std::clock_t start = std::clock();
+    InsetRgn(chevron.ref, 0, 32767);
+    CHECK(EmptyRgn(chevron.ref));
+    CHECK((double)(std::clock() - start) / CLOCKS_PER_SEC < 2); // as many steps as rows take twice as long
 }
 
 TEST_CASE("RectInRgn: only a shared pixel counts, not the bounds")
