@@ -1,5 +1,6 @@
 // CopyMask, CopyDeepMask and the masks of paint against slow versions.
 #include "CopyReference.h"
+#include "TestWorld.h"
 
 #include <Carbon/MacErrors.h>
 
@@ -284,6 +285,24 @@ Boolean LetRedPass(RGBColor* color, long* position)
 }
 
 } // namespace
+
+TEST_CASE("CalcCMask: a seed that the depth cannot hold is the nearest that it can")
+{
+    const RGBColor ground = { 0x8181, 0xC3C3, 0xEDED };
+    const Rect all = MakeRect(0, 0, 16, 7), ring = MakeRect(2, 1, 10, 6);
+    TestPort result(16, 7);
+    for (const int depth : { 2, 4, 8, 16, 32 }) {
+        CAPTURE(depth);
+        const TestWorld world(depth, all);
+        RGBForeColor(&ground);
+        PaintRect(&all);
+        ForeColor(blackColor);
+        FrameRect(&ring);
+        CalcCMask(GetPortBitMapForCopyBits(world.world), GetPortBitMapForCopyBits(result.port), &all, &all,
+                  &ground, nullptr, 0);
+        CHECK(BlackDifferences(result, [&](int h, int v) { return IsInside(ring, h, v); }) == 0);
+    }
+}
 
 TEST_CASE("SeedCFill and CalcCMask: colours of any depth, with and without a search procedure")
 {

@@ -266,7 +266,8 @@ void CalcCMask(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect
         return SetQDError(paramErr);
     if (!FindMaps(srcBits, dstBits, srcRect, dstRect, &from, &to, &box))
         return;
-    Matcher matcher(PixelOf(*seedRGB), matchProc, matchData);
+    // What the source cannot hold is taken for the nearest that it does.
+    Matcher matcher(ShownColor(from.surface, PixelOf(*seedRGB)), matchProc, matchData);
     Bits walls = WallsOf(from.surface, box, matcher);
     Paint paint(walls);
     paint.PourAround();

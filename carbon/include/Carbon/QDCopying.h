@@ -58,7 +58,8 @@ void CalcMask(const void* srcPtr, void* dstPtr, short srcRow, short dstRow, shor
 void SeedCFill(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect, const Rect* dstRect,
                short seedH, short seedV, ColorSearchUPP matchProc, long matchData);
 
-// CalcMask for pixels of any depth: paint passes where the colour is seedRGB, or where matchProc says so.
+// CalcMask for pixels of any depth: paint passes where the colour is seedRGB (or the nearest to it that the
+// source can hold), or where matchProc says so.
 void CalcCMask(const BitMap* srcBits, const BitMap* dstBits, const Rect* srcRect, const Rect* dstRect,
                const RGBColor* seedRGB, ColorSearchUPP matchProc, long matchData);
 
