@@ -44,7 +44,13 @@ State& StateOf(void* inClientData)
     std::longjmp(state.escape, 1);
 }
 
-void Ignore(j_common_ptr, int) {}
+// A scan whose end mark comes before its last row ends early as well.
+void NoteWarning(j_common_ptr inInfo, int inLevel)
+{
+    const bool isWarning = inLevel < 0 && inInfo->err->msg_code == JWRN_HIT_MARKER;
+    if (isWarning && reinterpret_cast<j_decompress_ptr>(inInfo)->unread_marker == JPEG_EOI)
+        StateOf(inInfo->client_data).ended = true;
+}
 void IgnoreMessage(j_common_ptr) {}
 void IgnoreSource(j_decompress_ptr) {}
 
@@ -135,7 +141,7 @@ void JpegReader::Prepare(Bytes inBytes)
 {
     fState.info.err = fLibrary.stdError(&fState.errors);
     fState.errors.error_exit = Escape;
-    fState.errors.emit_message = Ignore;
+    fState.errors.emit_message = NoteWarning;
     fState.errors.output_message = IgnoreMessage;
     fState.info.client_data = &fState;
     fState.source.next_input_byte = inBytes.data();
