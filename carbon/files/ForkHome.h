@@ -32,11 +32,11 @@ struct ForkPlace {
     size_t length = 0;
 };
 
-// What was found before.
+// What LocateForks found before, when whoever asked for it was sure that it would notice a change; null:
+// nothing is known. Unless `fork` is empty, a small fork is compared with that, whatever its file's times.
 struct KnownForks {
-    const LocatedForks* located = nullptr; // null: nothing is known. Whoever asked for it was sure of it.
-    Bytes
-        fork; // what the fork held. When not empty, it is compared with what it holds, not its file's times.
+    const LocatedForks* located = nullptr;
+    Bytes fork;
 };
 
 // The sidecar of a file: "._name" beside it.

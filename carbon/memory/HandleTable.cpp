@@ -35,10 +35,6 @@ void ShowToLeakChecker([[maybe_unused]] const void* inBegin, [[maybe_unused]] si
 #endif
 }
 
-} // namespace
-
-namespace {
-
 // The machine is the one that was asked for before the first call; this may be that.
 bool ChooseMachine()
 try {
