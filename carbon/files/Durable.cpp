@@ -1,6 +1,8 @@
 // Replacing host files whole.
 #include "Durable.h"
 
+#include "HostLocks.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -27,6 +29,7 @@ constexpr struct {
 };
 
 constexpr size_t kLargestAttribute = 65536;
+constexpr int kMostTries = 1000; // to take a temporary name
 
 OSErr HostError()
 {
@@ -34,16 +37,68 @@ OSErr HostError()
 }
 
 // A name for the file until it is renamed. It begins as the name of a sidecar does, so that it is never
-// listed, and is the same each time for one target: what a crash left behind is cleared away by the next try.
-path TemporaryName(const path& inTarget)
+// listed, and the first is the same each time for one target: what a crash left behind is cleared away by the
+// next try.
+path TemporaryName(const path& inTarget, int inNumber)
 {
     const path leaf = inTarget.filename();
     uint32_t hash = 2166136261u;
     for (const char byte : leaf.native())
         hash = (hash ^ (uint8_t)byte) * 16777619u;
-    char name[32];
-    std::snprintf(name, sizeof name, "._lampblack-%08x", (unsigned)hash);
+    char name[48];
+    std::snprintf(name, sizeof name, inNumber == 0 ? "._lampblack-%08x" : "._lampblack-%08x-%d",
+                  (unsigned)hash, inNumber);
     return inTarget.parent_path() / name;
+}
+
+bool HasName(int inFile, const path& inName)
+{
+    const FileIdentity named = FileIdentity::PlaceAt(inName.native(), nullptr, true);
+    const FileIdentity file = FileIdentity::PlaceOf(inFile);
+    return named.exists && named.device == file.device && named.inode == file.inode;
+}
+
+// Takes a temporary name from a file that nobody holds. False: somebody does, in this process or another.
+bool ClearAway(const path& inName)
+{
+    const Descriptor file(open(inName.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW));
+    if (!file)
+        return errno == ENOENT;
+    return TryLock(file.Get(), kTemporaryLock) && HasName(file.Get(), inName) && unlink(inName.c_str()) == 0;
+}
+
+// Has a file take one of the target's temporary names. inTake answers whether it did; if not, errno tells
+// why, EEXIST that the name is another's.
+template <typename Take>
+OSErr TakeTemporaryName(const path& inTarget, Take&& inTake)
+{
+    int number = 0;
+    for (int tries = 0; tries < kMostTries; ++tries) {
+        const path name = TemporaryName(inTarget, number);
+        if (inTake(name))
+            return noErr;
+        if (errno != EEXIST)
+            return HostError();
+        number += ClearAway(name) ? 0 : 1;
+    }
+    return fBsyErr;
+}
+
+// Renames a file where nothing is. A file system that knows no such renaming may know links, which fail where
+// something is.
+bool RenameToNothing(const path& inFrom, const path& inTo)
+{
+    if (renameat2(AT_FDCWD, inFrom.c_str(), AT_FDCWD, inTo.c_str(), RENAME_NOREPLACE) == 0)
+        return true;
+    if (errno != EINVAL && errno != ENOSYS)
+        return false;
+    if (link(inFrom.c_str(), inTo.c_str()) == 0)
+        return unlink(inFrom.c_str()) == 0;
+    if (errno == EEXIST)
+        return false;
+    const bool isTaken = FileIdentity::PlaceAt(inTo.native(), nullptr, true).exists;
+    errno = EEXIST;
+    return !isTaken && rename(inFrom.c_str(), inTo.c_str()) == 0;
 }
 
 path FolderOf(const path& inPath)
@@ -144,7 +199,7 @@ OSErr KeepAside(const path& inPath)
     const std::string base = inPath.native() + ".damaged";
     std::string name = base;
     for (int number = 2; number < 1000; ++number) {
-        if (renameat2(AT_FDCWD, inPath.c_str(), AT_FDCWD, name.c_str(), RENAME_NOREPLACE) == 0)
+        if (RenameToNothing(inPath, name))
             return FlushFolder(FolderOf(inPath));
         if (errno != EEXIST)
             return HostError();
@@ -160,52 +215,74 @@ OSErr Replacement::Begin(const path& inTarget, const struct stat* inLike)
     fFile = Descriptor(open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666));
     const bool isUnknown =
         !fFile && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL || errno == ENOENT);
-    if (isUnknown) {
-        fTemporary = TemporaryName(inTarget);
-        unlink(fTemporary.c_str());
-        fFile = Descriptor(open(fTemporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-    }
-    if (!fFile) {
-        const OSErr error = HostError();
-        fTemporary.clear();
-        return error;
-    }
-    if (inLike)
+    OSErr error = fFile ? (OSErr)noErr : HostError();
+    if (isUnknown)
+        error = BeginWithName();
+    if (error == noErr && inLike)
         TakeOver(fFile.Get(), inTarget, *inLike);
-    return noErr;
+    return error;
 }
 
-// Gives a file without a name the wanted one, or a temporary one when that is taken and to be replaced.
-OSErr Replacement::GiveName(bool* outIsTarget, bool inReplaces)
+OSErr Replacement::BeginWithName()
 {
-    *outIsTarget = false;
+    return TakeTemporaryName(fTarget, [&](const path& name) {
+        Descriptor file(open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+        if (!file)
+            return false;
+        // Before it is locked, another may take it for what was left behind.
+        if (!TryLock(file.Get(), kTemporaryLock) || !HasName(file.Get(), name)) {
+            errno = EEXIST;
+            return false;
+        }
+        fFile = std::move(file);
+        fTemporary = name;
+        return true;
+    });
+}
+
+namespace {
+
+// Gives a name to a file without one.
+bool LinkTo(int inFile, const path& inName)
+{
+    const std::string self = "/proc/self/fd/" + std::to_string(inFile);
+    return linkat(AT_FDCWD, self.c_str(), AT_FDCWD, inName.c_str(), AT_SYMLINK_FOLLOW) == 0;
+}
+
+} // namespace
+
+// Only a file that has a name can replace another.
+OSErr Replacement::GiveTemporaryName()
+{
     if (!fTemporary.empty())
         return noErr;
-    const std::string self = "/proc/self/fd/" + std::to_string(fFile.Get());
-    const path name = inReplaces ? TemporaryName(fTarget) : fTarget;
-    if (inReplaces)
-        unlink(name.c_str());
-    if (linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) != 0)
-        return HostError();
-    if (inReplaces)
-        fTemporary = name;
-    *outIsTarget = !inReplaces;
-    return noErr;
+    TryLock(fFile.Get(), kTemporaryLock); // nobody else knows it
+    return TakeTemporaryName(fTarget, [&](const path& name) {
+        const bool isLinked = LinkTo(fFile.Get(), name);
+        if (isLinked)
+            fTemporary = name;
+        return isLinked;
+    });
+}
+
+void Replacement::LeaveTemporaryName()
+{
+    fTemporary.clear();
+    Unlock(fFile.Get(), kTemporaryLock);
 }
 
 OSErr Replacement::PutInPlace(bool* outIsInPlace)
 {
-    bool isTarget = false;
     if (outIsInPlace)
         *outIsInPlace = false;
     if (fsync(fFile.Get()) != 0)
         return HostError();
-    const OSErr error = GiveName(&isTarget, true);
+    const OSErr error = GiveTemporaryName();
     if (error != noErr)
         return error;
     if (rename(fTemporary.c_str(), fTarget.c_str()) != 0)
         return HostError();
-    fTemporary.clear();
+    LeaveTemporaryName();
     if (outIsInPlace)
         *outIsInPlace = true;
     return FlushFolder(FolderOf(fTarget));
@@ -213,16 +290,14 @@ OSErr Replacement::PutInPlace(bool* outIsInPlace)
 
 OSErr Replacement::PutWhereNothingIs()
 {
-    bool isTarget = false;
     if (fsync(fFile.Get()) != 0)
         return HostError();
-    const OSErr error = GiveName(&isTarget, false);
-    if (error != noErr)
-        return error;
-    if (!isTarget &&
-        renameat2(AT_FDCWD, fTemporary.c_str(), AT_FDCWD, fTarget.c_str(), RENAME_NOREPLACE) != 0)
+    const bool isThere =
+        fTemporary.empty() ? LinkTo(fFile.Get(), fTarget) : RenameToNothing(fTemporary, fTarget);
+    if (!isThere)
         return HostError();
-    fTemporary.clear();
+    if (!fTemporary.empty())
+        LeaveTemporaryName();
     return FlushFolder(FolderOf(fTarget));
 }
 

@@ -79,7 +79,9 @@ public:
     ~Replacement();
 
 private:
-    OSErr GiveName(bool* outIsTarget, bool inReplaces);
+    OSErr BeginWithName();
+    OSErr GiveTemporaryName();
+    void LeaveTemporaryName();
 
     std::filesystem::path fTarget;
     std::filesystem::path fTemporary; // empty while the file has no name

@@ -16,6 +16,9 @@ constexpr int64_t kMomentLock = kReaderLock + 1;
 // Held by the one that waits for the writer's lock: while it waits, nobody else tries.
 constexpr int64_t kTurnLock = kMomentLock + 1;
 
+// Held on a file that has a temporary name, as long as it has that: what a crash left behind is free.
+constexpr int64_t kTemporaryLock = kTurnLock + 1;
+
 // Takes a lock alone. A file system without locks gives all of them.
 bool TryLock(int inFile, int64_t inByte);
 void Unlock(int inFile, int64_t inByte);
