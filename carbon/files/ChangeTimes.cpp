@@ -37,13 +37,12 @@ bool TryOut(uint64_t inDevice, const std::filesystem::path& inFolder)
 
 } // namespace
 
-bool ShowsEachChange(int inFile, const std::filesystem::path& inFolder)
+bool ShowsEachChange(uint64_t inDevice, const std::filesystem::path& inFolder)
 {
-    const uint64_t device = FileIdentity::PlaceOf(inFile).device;
-    const auto found = Findings().find(device);
+    const auto found = Findings().find(inDevice);
     if (found != Findings().end())
         return found->second;
-    return Findings()[device] = TryOut(device, inFolder);
+    return Findings()[inDevice] = TryOut(inDevice, inFolder);
 }
 
 bool IsKnownToShowEachChange(uint64_t inDevice)

@@ -13,7 +13,7 @@ namespace lampblack::files {
 // count time in ticks of some milliseconds, and what happens within one looks alike; Linux 6.13 and later give a
 // file that was looked at a time of its own. That is tried out once for each file system, with a file without a
 // name in a folder on it: false when none can be made.
-bool ShowsEachChange(int inFile, const std::filesystem::path& inFolder);
+bool ShowsEachChange(uint64_t inDevice, const std::filesystem::path& inFolder);
 
 // As far as it has been tried out. Asks nothing of the host.
 bool IsKnownToShowEachChange(uint64_t inDevice);

@@ -84,23 +84,6 @@ OSErr TakeTemporaryName(const path& inTarget, Take&& inTake)
     return fBsyErr;
 }
 
-// Renames a file where nothing is. A file system that knows no such renaming may know links, which fail where
-// something is.
-bool RenameToNothing(const path& inFrom, const path& inTo)
-{
-    if (renameat2(AT_FDCWD, inFrom.c_str(), AT_FDCWD, inTo.c_str(), RENAME_NOREPLACE) == 0)
-        return true;
-    if (errno != EINVAL && errno != ENOSYS)
-        return false;
-    if (link(inFrom.c_str(), inTo.c_str()) == 0)
-        return unlink(inFrom.c_str()) == 0;
-    if (errno == EEXIST)
-        return false;
-    const bool isTaken = FileIdentity::PlaceAt(inTo.native(), nullptr, true).exists;
-    errno = EEXIST;
-    return !isTaken && rename(inFrom.c_str(), inTo.c_str()) == 0;
-}
-
 path FolderOf(const path& inPath)
 {
     const path folder = inPath.parent_path();
@@ -192,6 +175,21 @@ OSErr FlushFolder(const path& inFolder)
     if (fsync(folder.Get()) != 0 && errno != EINVAL && errno != ENOTSUP)
         return HostError();
     return noErr;
+}
+
+bool RenameToNothing(const path& inFrom, const path& inTo)
+{
+    if (renameat2(AT_FDCWD, inFrom.c_str(), AT_FDCWD, inTo.c_str(), RENAME_NOREPLACE) == 0)
+        return true;
+    if (errno != EINVAL && errno != ENOSYS)
+        return false;
+    if (link(inFrom.c_str(), inTo.c_str()) == 0)
+        return unlink(inFrom.c_str()) == 0;
+    if (errno == EEXIST)
+        return false;
+    const bool isTaken = FileIdentity::PlaceAt(inTo.native(), nullptr, true).exists;
+    errno = EEXIST;
+    return !isTaken && rename(inFrom.c_str(), inTo.c_str()) == 0;
 }
 
 OSErr KeepAside(const path& inPath)

@@ -45,6 +45,10 @@ bool ReadAll(int inFile, void* outBytes, size_t inSize, SInt64 inOffset);
 // Has the entries of a folder on the disk: what was made, renamed or deleted in it.
 OSErr FlushFolder(const std::filesystem::path& inFolder);
 
+// Renames where nothing is; false, with errno set, also when something is (EEXIST). A file system that knows no
+// such renaming may know links, which fail where something is; else it is looked first.
+bool RenameToNothing(const std::filesystem::path& inFrom, const std::filesystem::path& inTo);
+
 // Renames a file that is in the way and must not be lost: to "NAME.damaged", or with a number.
 OSErr KeepAside(const std::filesystem::path&);
 

@@ -71,9 +71,9 @@ TEST_CASE(
     const int file = open(folder.file.c_str(), O_RDWR | O_CLOEXEC);
     REQUIRE(file >= 0);
     const uint64_t device = FileIdentity::Of(file).device;
-    const bool shows = ShowsEachChange(file, folder.Path());
+    const bool shows = ShowsEachChange(device, folder.Path());
     CHECK(IsKnownToShowEachChange(device) == shows);
-    CHECK(ShowsEachChange(file, "/no such folder") == shows); // it is known by now
+    CHECK(ShowsEachChange(device, "/no such folder") == shows); // it is known by now
     int alike = 0;
     FileIdentity before = FileIdentity::Of(file);
     for (int i = 0; i < 1000; ++i) {
@@ -84,6 +84,6 @@ TEST_CASE(
     }
     CHECK((alike == 0 || !shows));
     close(file);
-    CHECK_FALSE(ShowsEachChange(-1, folder.Path()));
+    CHECK_FALSE(ShowsEachChange(0, folder.Path())); // there is no such device
     CHECK_FALSE(IsKnownToShowEachChange(0));
 }

@@ -24,17 +24,11 @@ bool IsSameFile(const path& inOne, const path& inOther)
            one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
-// Renames and replaces nothing; but a file system may take both names for one, or know no such renaming.
+// Renames and replaces nothing; but a file system may take both names for one.
 OSErr RenameOnHost(const path& inFrom, const path& inTo)
 {
-    if (renameat2(AT_FDCWD, inFrom.c_str(), AT_FDCWD, inTo.c_str(), RENAME_NOREPLACE) == 0)
-        return noErr;
-    int failure = errno;
-    struct stat status;
-    const bool isUnknown = failure == EINVAL || failure == ENOSYS;
-    if (isUnknown && lstat(inTo.c_str(), &status) == 0)
-        failure = EEXIST;
-    else if (isUnknown || (failure == EEXIST && IsSameFile(inFrom, inTo)))
+    int failure = RenameToNothing(inFrom, inTo) ? 0 : errno;
+    if (failure == EEXIST && IsSameFile(inFrom, inTo))
         failure = rename(inFrom.c_str(), inTo.c_str()) == 0 ? 0 : errno;
     return failure == 0 ? (OSErr)noErr : failure == EXDEV ? (OSErr)diffVolErr : ErrorOfHost(failure);
 }

@@ -406,6 +406,11 @@ bool ForkHome::IsStillHome() const
     return KeyOf(FileIdentity::PlaceAt(fHomePath)) == KeyOf(fIdentity);
 }
 
+bool ForkHome::ShowsEachChange() const
+{
+    return files::ShowsEachChange(fIdentity.device, fHomePath.parent_path());
+}
+
 FileIdentity ForkHome::LastIdentity() const
 {
     const bool isCompared = fPlace.file >= 0 && fPlace.length != 0 && fPlace.length <= kLargestCompared;

@@ -93,6 +93,9 @@ public:
     // opWrErr.
     bool IsStillHome() const;
 
+    // Whether any two changes of the home's file differ in its times.
+    bool ShowsEachChange() const;
+
     // What the home's file will be known by once it is let go. The times of a file whose fork can as well be
     // compared are not asked for: writing it again would take longer.
     FileIdentity LastIdentity() const;

@@ -3,9 +3,9 @@
 #include "Durable.h"
 #include "ForkHome.h"
 #include "HostLocks.h"
+#include "TestFolder.h"
 
 #include <Interpose.h>
-#include <ScratchFolder.h>
 #include <cerrno>
 #include <cstdarg>
 #include <doctest/doctest.h>
@@ -21,7 +21,7 @@ namespace {
 bool gIsPlain = false;
 bool gHasLinks = true;
 
-struct PlainHost : ScratchFolder {
+struct PlainHost : lampblack::TestFolder {
     PlainHost() { gIsPlain = true; }
     ~PlainHost()
     {
@@ -222,5 +222,26 @@ TEST_CASE("KeepAside on a plain host: a name that is taken is not used")
         CHECK(host.Read("File.damaged") == "earlier");
         CHECK(host.Read("File.damaged-2") == "damaged");
         CHECK_FALSE(std::filesystem::exists(host.file));
+    }
+}
+
+TEST_CASE("FSpRename on a plain host: files and folders, and never over something")
+{
+    const PlainHost host;
+    for (const bool hasLinks : { true, false }) {
+        gHasLinks = hasLinks;
+        host.Write("Old", "old");
+        host.Write("Taken", "taken");
+        std::filesystem::create_directory(host.Path() / "Folder");
+        const FSSpec old = host.Spec("Old"), folder = host.Spec("Folder");
+        CHECK(FSpRename(&old, lampblack::PascalName("Taken")) == dupFNErr);
+        CHECK(host.Read("Taken") == "taken");
+        CHECK(FSpRename(&folder, lampblack::PascalName("Taken")) == dupFNErr);
+        CHECK(FSpRename(&old, lampblack::PascalName("New")) == noErr);
+        CHECK(FSpRename(&folder, lampblack::PascalName("New Folder")) == noErr);
+        CHECK(host.Names() == "New New Folder Taken");
+        CHECK(host.Read("New") == "old");
+        for (const char* name : { "New", "New Folder", "Taken" })
+            std::filesystem::remove(host.Path() / name);
     }
 }

@@ -2,8 +2,6 @@
 #include "Flippers.h"
 #include "ResourceFile.h"
 
-#include <files/ChangeTimes.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
@@ -18,13 +16,13 @@ using files::ForkPlace;
 
 // The file's time is set to the nanosecond, unless the file system sees to that: two changes within one tick
 // of its clock differ then.
-void MarkTime(int inFile, const std::filesystem::path& inHome)
+void MarkTime(const files::ForkHome& inHome)
 {
-    if (files::ShowsEachChange(inFile, inHome.parent_path()))
+    if (inHome.ShowsEachChange())
         return;
     timespec times[2] = { { 0, UTIME_OMIT }, {} };
     clock_gettime(CLOCK_REALTIME, &times[1]);
-    if (futimens(inFile, times) != 0)
+    if (futimens(inHome.Place().file, times) != 0)
         errno = 0;
 }
 
@@ -99,7 +97,7 @@ OSErr WritePlan(ResourceFile& ioFile, const ForkPlan& inPlan)
         return error;
     ioFile.mustRewrite = true;
     error = files::WriteAll(place.file, inPlan.commit.bytes, place.offset + inPlan.commit.offset);
-    MarkTime(place.file, ioFile.home->HomePath());
+    MarkTime(*ioFile.home);
     error = error == noErr ? Flush(place.file) : error;
     ioFile.home->WroteInPlace();
     ioFile.mustRewrite = error != noErr;
